@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/runtime/object.h"
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+namespace platform {
+
+/// The default NSNotificationCenter: notifications inside one process, delivered at once, on the posting
+/// thread, in the order in which the observers were added. An observer may add and remove observers.
+using LocalObserver = std::function<void(std::string_view name, const id& object)>;
+std::uint64_t addLocalObserver(std::string_view name, LocalObserver observer);
+void removeLocalObserver(std::uint64_t number);
+void postLocalNotification(std::string_view name, const id& object = nil);
+
+} // namespace platform

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/runtime/object.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// The parts of an NSURL, empty where it has none. Percent escapes of the path are resolved.
+struct UrlParts {
+    std::string scheme;
+    std::string host;
+    std::string path;
+    std::string query;
+};
+
+/// An NSURL of that text (it answers `absoluteString`, `scheme`, `host`, `path`, `query`), or nil when the
+/// text is empty or holds a character that no URL may hold.
+id url(std::string_view text);
+
+/// A file URL of a device path.
+id fileURL(std::string_view path);
+std::optional<UrlParts> asUrl(const id& object);
+
+} // namespace platform

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "platform/runtime/class_definition.h"
+#include "platform/runtime/object.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+class DefaultsDomain;
+
+/// NSUserDefaults on one suite: the property list
+/// "/var/mobile/Library/Preferences/<suite>.plist" of the device.
+///
+/// All instances of a suite in a process share what they have read and what they haven't yet written. A
+/// new instance looks whether the file has changed and reads it again if so; after that only
+/// `synchronize` does. A file that is missing, unreadable, malformed or whose root isn't a dictionary
+/// reads as empty; reading never writes. Writes are seen at once in this process, and by others after
+/// `synchronize`.
+///
+/// A key that is set nowhere answers what registerDefaults() says for it, else nil. Any thread.
+class NSUserDefaults final : public NSObject {
+public:
+    static const ClassDefinition definition;
+
+    /// `initWithSuiteName:`. A suite name is a file name: one that is empty, holds a slash or a NUL byte, or
+    /// is longer than 200 bytes gives an instance that is always empty and can't be written.
+    static Ref<NSUserDefaults> suite(std::string_view name);
+    explicit NSUserDefaults(std::string_view suiteName);
+    ~NSUserDefaults() override;
+
+    id objectForKey(std::string_view key) const;
+    /// The value if it is of that type, else nil.
+    id arrayForKey(std::string_view key) const;
+    id dictionaryForKey(std::string_view key) const;
+    /// A string, or the text of a number; else nil.
+    id stringForKey(std::string_view key) const;
+    /// boolValue(); and for the numbers, a string is read as far as it is one. 0 for anything else.
+    bool boolForKey(std::string_view key) const;
+    std::int64_t integerForKey(std::string_view key) const;
+    double doubleForKey(std::string_view key) const;
+
+    /// A nil value removes the key. A value that no property list can hold is refused: nothing changes.
+    void setObject(const id& value, std::string_view key);
+    void setBool(bool value, std::string_view key);
+    void setInteger(std::int64_t value, std::string_view key);
+    void setDouble(double value, std::string_view key);
+    void removeObject(std::string_view key);
+
+    /// Publishes pending writes and reads what others have published. Writes are merged into the file key
+    /// by key under a lock among processes and put in place by a rename, so that writers of different keys
+    /// lose nothing and a process that dies at any moment leaves the old file or the new one. A file that
+    /// isn't a property list is replaced only when there is something to write. False when writing failed:
+    /// the pending writes stay pending, and lastError() tells the `errno`.
+    bool synchronize();
+    int lastError() const noexcept;
+
+    /// For this process and suite: what absent keys answer. Adds to what was registered before.
+    void registerDefaults(const id& dictionary);
+
+    /// Every key that has a value, registered defaults included.
+    id dictionaryRepresentation() const;
+
+    /// Calls `changed` (with the new value, nil when removed) after every change of the key's value, made
+    /// by this process or found by `synchronize`; on the thread that found it. The number ends it again.
+    using Observer = std::function<void(const id& value)>;
+    std::uint64_t addObserver(std::string_view key, Observer changed);
+    void removeObserver(std::uint64_t number);
+
+private:
+    const std::shared_ptr<DefaultsDomain> domain_;
+};
+
+/// The value of the key in the file of that domain as it stands now, registered defaults left out; nil
+/// when there is none.
+id CFPreferencesCopyAppValue(std::string_view key, std::string_view applicationID);
+
+} // namespace platform
