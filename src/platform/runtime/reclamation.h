@@ -63,13 +63,13 @@ private:
 /// already replaced every way to it. Any thread; what can't be freed yet waits for a later call.
 void retire(const void* value, void (*destroy)(const void*));
 
-/// An immutable value that is replaced whole: one atomic pointer.
+/// An immutable value that is replaced whole: one atomic pointer. What stands here last is kept for the
+/// life of the process, so that threads may still read while it ends.
 template <class T> class Published {
 public:
     constexpr Published() noexcept = default;
     Published(const Published&) = delete;
     Published& operator=(const Published&) = delete;
-    ~Published() { delete present_.load(std::memory_order_relaxed); }
 
     /// What stands here now, or null. Valid until the read section that the caller holds ends.
     const T* load() const noexcept { return present_.load(std::memory_order_acquire); }
