@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <unistd.h>
 #include <utility>
 
 namespace platform {
@@ -52,6 +53,11 @@ void setProcessFacts(ProcessFacts newFacts)
 const ProcessFacts& processFacts() noexcept
 {
     return facts();
+}
+
+int processIdentifier() noexcept
+{
+    return getpid();
 }
 
 bool isOperatingSystemAtLeastVersion(int major, int minor, int patch) noexcept

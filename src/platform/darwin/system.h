@@ -30,6 +30,9 @@ struct ProcessFacts {
 void setProcessFacts(ProcessFacts facts);
 const ProcessFacts& processFacts() noexcept;
 
+/// `getpid`.
+int processIdentifier() noexcept;
+
 bool isOperatingSystemAtLeastVersion(int major, int minor, int patch) noexcept;
 
 } // namespace platform
