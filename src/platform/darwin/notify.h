@@ -1,6 +1,8 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -17,6 +19,15 @@ enum class CFNotificationSuspensionBehavior { Drop = 1, Coalesce = 2, Hold = 3, 
 /// the posts and, for one post, of the observers. A name may have many observers. Any thread.
 void CFNotificationCenterAddObserver(
     CFNotificationCallback callback, std::string_view name, CFNotificationSuspensionBehavior suspensionBehavior);
+
+struct DarwinObserver {
+    std::string name;
+    CFNotificationCallback callback;
+    CFNotificationSuspensionBehavior suspensionBehavior;
+};
+
+/// The observers of this process in the order in which they were added. For hosts and tests. Any thread.
+std::vector<DarwinObserver> darwinObservers();
 
 /// Posts to every observer of the name in every process of the device, without waiting for them. Names
 /// are UTF-8 without NUL bytes and at most 1,024 bytes long; any other is not posted. Without a

@@ -18,8 +18,9 @@ std::chrono::nanoseconds clockNow() noexcept;
 void holdClock() noexcept;
 bool clockIsHeld() noexcept;
 
-/// Moves a held clock: runs what is queued; then, in order of their times, each delayed piece of work that
-/// falls due by then with the clock at its time, and what it queues in turn; and ends `duration` later.
+/// Moves a held clock (one that runs is left alone): runs what is queued; then, in order of their times, each delayed
+/// piece of work that falls due by then with the clock at its time, and what it queues in turn; and ends `duration`
+/// later.
 void advanceClock(std::chrono::nanoseconds duration);
 
 } // namespace platform

@@ -12,7 +12,8 @@ namespace platform {
 /// Runs until stopRunLoop(). Main thread.
 void runRunLoop();
 
-/// Ends runRunLoop() after the work at hand. Any thread.
+/// Ends runRunLoop() after the work at hand; what is queued behind it stays queued. When the loop isn't
+/// running, the next runRunLoop() ends at once. Any thread.
 void stopRunLoop();
 
 /// Runs what is ready, and what that makes ready, and returns; with the clock held, the global and serial
@@ -24,7 +25,8 @@ bool runUntilIdle();
 bool runUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit);
 
 /// Calls `readable` on the main thread whenever the descriptor can be read or is at its end. The
-/// descriptor stays the caller's, who removes the source before closing it.
+/// descriptor stays the caller's, who removes the source before closing it. A source is not called again
+/// while its call runs the loop. Main thread.
 using RunLoopSource = std::uint64_t;
 RunLoopSource addRunLoopSource(int descriptor, std::function<void()> readable);
 void removeRunLoopSource(RunLoopSource source);

@@ -1,0 +1,181 @@
+#include "platform/dispatch/run_loop.h"
+
+#include "platform/dispatch/clock.h"
+#include "platform/dispatch/queue.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace platform;
+using namespace std::chrono_literals;
+
+namespace {
+
+struct SocketPair {
+    SocketPair() { EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends), 0); }
+    ~SocketPair()
+    {
+        close(ends[0]);
+        if (ends[1] >= 0)
+            close(ends[1]);
+    }
+    void write(std::string_view text) const
+    {
+        EXPECT_EQ(::write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    }
+    std::string read() const
+    {
+        char buffer[64];
+        const ssize_t count = ::read(ends[0], buffer, sizeof buffer);
+        return count > 0 ? std::string(buffer, static_cast<std::size_t>(count)) : count == 0 ? "(end)" : "(nothing)";
+    }
+    void closeWriter() { close(std::exchange(ends[1], -1)); }
+
+    int ends[2] = { -1, -1 };
+};
+
+TEST(RunLoop, CallsASourceForEachArrivalAndAtTheEndAndNotAfterItsRemoval)
+{
+    SocketPair pair;
+    std::string journal;
+    const RunLoopSource source = addRunLoopSource(pair.ends[0], [&] {
+        journal += pair.read() + ' ';
+        if (journal.ends_with("(end) "))
+            removeRunLoopSource(source);
+    });
+    EXPECT_FALSE(runUntilIdle());
+    pair.write("one");
+    EXPECT_TRUE(runUntilIdle());
+    pair.write("two");
+    runUntilIdle();
+    pair.closeWriter();
+    runUntilIdle();
+    EXPECT_EQ(journal, "one two (end) ");
+    EXPECT_FALSE(runUntilIdle());
+}
+
+TEST(RunLoop, ASourceMayRemoveAnotherThatIsReadyToo)
+{
+    SocketPair first;
+    SocketPair second;
+    int calls = 0;
+    RunLoopSource sources[2];
+    sources[0] = addRunLoopSource(first.ends[0], [&] {
+        ++calls;
+        removeRunLoopSource(sources[0]);
+        removeRunLoopSource(sources[1]);
+    });
+    sources[1] = addRunLoopSource(second.ends[0], [&] {
+        ++calls;
+        removeRunLoopSource(sources[0]);
+        removeRunLoopSource(sources[1]);
+    });
+    first.write("x");
+    second.write("x");
+    runUntilIdle();
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(RunLoop, ASourceThatRunsTheLoopIsNotEnteredAgain)
+{
+    SocketPair pair;
+    std::string journal;
+    const RunLoopSource source = addRunLoopSource(pair.ends[0], [&] {
+        dispatch_async(dispatch_get_main_queue(), [&] { journal += "main "; });
+        runUntilIdle();
+        journal += pair.read();
+    });
+    pair.write("x");
+    runUntilIdle();
+    EXPECT_EQ(journal, "main x");
+    removeRunLoopSource(source);
+}
+
+TEST(RunLoop, StopsAfterTheWorkAtHandAndKeepsTheRest)
+{
+    std::string journal;
+    const dispatch_queue_t main = dispatch_get_main_queue();
+    dispatch_async(main, [&] {
+        journal += "first ";
+        stopRunLoop();
+        journal += "goes on ";
+    });
+    dispatch_async(main, [&] {
+        journal += "second ";
+        stopRunLoop();
+    });
+    runRunLoop();
+    EXPECT_EQ(journal, "first goes on ");
+    stopRunLoop();
+    runRunLoop();
+    EXPECT_EQ(journal, "first goes on ");
+    runRunLoop();
+    EXPECT_EQ(journal, "first goes on second ");
+}
+
+TEST(RunLoop, SleepsUntilAThreadOrATimeWakesIt)
+{
+    std::string journal;
+    std::thread thread;
+    const double start = CACurrentMediaTime();
+    dispatch_after(20ms, dispatch_get_main_queue(), [&] {
+        journal += "delayed ";
+        thread = std::thread([&] {
+            dispatch_async(dispatch_get_main_queue(), [&] {
+                journal += "posted ";
+                stopRunLoop();
+            });
+        });
+    });
+    runRunLoop();
+    thread.join();
+    EXPECT_EQ(journal, "delayed posted ");
+    EXPECT_GE(CACurrentMediaTime() - start, 0.020);
+}
+
+TEST(RunLoop, WaitsForAConditionOrItsLimit)
+{
+    holdClock();
+    int runs = 0;
+    std::function<void()> again = [&] {
+        ++runs;
+        dispatch_async(dispatch_get_main_queue(), again);
+    };
+    dispatch_async(dispatch_get_main_queue(), again);
+    EXPECT_TRUE(runUntil([&] { return runs == 3; }, std::chrono::milliseconds::max()));
+    EXPECT_EQ(runs, 3);
+    EXPECT_FALSE(runUntil([] { return false; }, 10ms));
+}
+
+TEST(RunLoop, LetsGoOfWhatWorkHeldBeforeTheNextWork)
+{
+    // As the last reference goes, the object queues work: the queue isn't locked then.
+    std::string journal;
+    const auto atEnd
+        = [&](int*) { dispatch_async(dispatch_get_main_queue(), [&] { journal += "queued at the end "; }); };
+    static int object = 0;
+    dispatch_async(dispatch_get_main_queue(), [&, held = std::shared_ptr<int>(&object, atEnd)] { journal += "work "; });
+    runUntilIdle();
+    EXPECT_EQ(journal, "work queued at the end ");
+}
+
+TEST(RunLoopDeathTest, AnExceptionThatLeavesWorkEndsTheProcess)
+{
+    EXPECT_DEATH(
+        {
+            dispatch_async(dispatch_get_main_queue(), [] { throw std::runtime_error("left the work"); });
+            try {
+                runUntilIdle();
+            } catch (const std::runtime_error&) {
+            }
+        },
+        "left the work");
+}
+
+} // namespace
