@@ -32,15 +32,12 @@ public:
         applications_ = dictionary(std::move(pairs));
     }
 
-    id applicationWithBundleIdentifier(const id& identifier) const
-    {
-        return (*asDictionary(applications_))[identifier];
-    }
+    id applicationWithBundleIdentifier(const id& identifier) const { return pairsOf(applications_)[identifier]; }
 
     id allApplications() const
     {
         std::vector<id> applications;
-        for (const auto& [identifier, application] : *asDictionary(applications_))
+        for (const auto& [identifier, application] : pairsOf(applications_))
             applications.push_back(application);
         return array(std::move(applications));
     }

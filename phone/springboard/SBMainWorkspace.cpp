@@ -80,7 +80,7 @@ private:
         const id context = send<"applicationContext">(request);
         const bool background = send<"isBackground", bool>(context);
         const id primary = askObject<"application">(send<"applicationSceneEntityForLayoutRole:">(context, number(1)));
-        for (const id& entity : *asSet(send<"toApplicationSceneEntities">(request))) {
+        for (const id& entity : itemsOf(send<"toApplicationSceneEntities">(request))) {
             const id application = send<"application">(entity);
             send<"setProcessState:", void>(application, string("running"));
             journal(background ? JournalEvent::OpenedInBackground : JournalEvent::Opened,

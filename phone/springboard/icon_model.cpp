@@ -11,7 +11,7 @@ id IconModel::applicationIconForBundleIdentifier(const id& identifier)
 {
     if (!icons_)
         reloadIcons();
-    return (*asDictionary(icons_))[identifier];
+    return pairsOf(icons_)[identifier];
 }
 
 id IconModel::leafIcons()
@@ -19,7 +19,7 @@ id IconModel::leafIcons()
     if (!icons_)
         reloadIcons();
     std::vector<id> icons;
-    for (const auto& [identifier, icon] : *asDictionary(icons_))
+    for (const auto& [identifier, icon] : pairsOf(icons_))
         icons.push_back(icon);
     return array(std::move(icons));
 }
@@ -29,7 +29,7 @@ void IconModel::reloadIcons()
     const auto former = asDictionary(icons_);
     std::vector<std::pair<id, id>> pairs;
     const id controller = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
-    for (const id& application : *asArray(send<"allApplications">(controller))) {
+    for (const id& application : itemsOf(send<"allApplications">(controller))) {
         const id identifier = send<"bundleIdentifier">(application);
         id icon = former ? (*former)[identifier] : nil;
         if (!icon)

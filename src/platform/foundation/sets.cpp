@@ -142,4 +142,11 @@ std::optional<ArrayValue> asSet(const id& object)
     return std::nullopt;
 }
 
+ArrayValue itemsOf(const id& collection)
+{
+    if (auto items = asArray(collection))
+        return *items;
+    return asSet(collection).value_or(ArrayValue(nil, {}));
+}
+
 } // namespace platform

@@ -162,6 +162,10 @@ id mutableArray(std::vector<id> items = {});
 id mutableDictionary(std::vector<std::pair<id, id>> pairs = {});
 id mutableSet(std::vector<id> items = {});
 
+/// The items of an array or a set, and the pairs of a dictionary, to walk through; none for anything else.
+ArrayValue itemsOf(const id& collection);
+DictionaryValue pairsOf(const id& dictionary);
+
 /// For people and tests: strings quoted, ["a", 2, true] for an array, {"key": 1.5} for a dictionary,
 /// {"a", "b"} for a set, any other object as <ClassName>, nil as nil.
 std::string describe(const id& object);
