@@ -36,6 +36,7 @@ public:
         device.link("loop-a", "/loop-b");
         device.link("nowhere", "/dangling");
         device.link("inner/file", "/dir/tofile");
+        device.link("/secret", "/dir/inner/rooted");
         device.link("dir/", "/slashed");
         device.link("secret/", "/notdir");
         device.link("secret", "/chain-1");
@@ -79,6 +80,7 @@ TEST_P(EachWay, NothingLeadsOutOfTheRoot)
         { "/absolute/../secret", "file", "own" },
         { "/dir/tofile", "file", "inner" },
         { "/dir/tofile/", "missing", "" },
+        { "/dir/inner/rooted", "file", "own" },
         { "/secret/", "missing", "" },
         { "/secret/..", "missing", "" },
         { "/secret/../secret", "missing", "" },
@@ -166,7 +168,8 @@ TEST(DevicePaths, BothWaysAgreeOnRandomPaths)
 {
     const HostileRoot hostile;
     constexpr std::string_view components[] { "..", ".", "", "dir", "inner", "file", "secret", "absolute", "up",
-        "escape", "host", "loop-a", "dangling", "tofile", "slashed", "notdir", "chain-20", "chain-30", "through" };
+        "escape", "host", "loop-a", "dangling", "tofile", "rooted", "slashed", "notdir", "chain-20", "chain-30",
+        "through" };
     std::mt19937 random(7);
     const auto look = [](KernelHelp help, const std::string& path) {
         detail::setKernelHelp(help);
