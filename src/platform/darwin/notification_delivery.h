@@ -17,6 +17,9 @@ PostNumber nextPostNumber();
 /// Queues the callbacks of the observers of that name that were there before the post. Any thread.
 void deliverNotification(std::string name, PostNumber number);
 
+/// Posts to all processes, this one included; false without a connection. Any thread.
+bool postOnBus(const std::string& name, PostNumber number);
+
 /// True for the names that can be posted.
 bool isPostableName(std::string_view name) noexcept;
 

@@ -79,8 +79,12 @@ std::vector<DarwinObserver> darwinObservers()
 
 void CFNotificationCenterPostNotification(std::string_view name)
 {
-    if (detail::isPostableName(name))
-        detail::deliverNotification(std::string(name), detail::nextPostNumber());
+    if (!detail::isPostableName(name))
+        return;
+    const detail::PostNumber number = detail::nextPostNumber();
+    std::string posted(name);
+    if (!detail::postOnBus(posted, number))
+        detail::deliverNotification(std::move(posted), number);
 }
 
 } // namespace platform
