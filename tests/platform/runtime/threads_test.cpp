@@ -144,15 +144,20 @@ TEST(Reclamation, AValueStaysWhileASectionMayHoldIt)
                 published.assign(new Value(2));
             }
             EXPECT_EQ(living, 2) << "the inner section's end isn't the outer one's";
+            {
+                const ReadSection inner;
+                published.assign(new Value(3));
+            }
+            EXPECT_EQ(living, 3) << "the inner section's beginning isn't the outer one's";
             EXPECT_EQ(held->number, 1);
-            EXPECT_EQ(published.load()->number, 2);
+            EXPECT_EQ(published.load()->number, 3);
         }
-        published.assign(new Value(3));
+        published.assign(new Value(4));
         EXPECT_EQ(living, 1);
         published.assign(nullptr);
         EXPECT_EQ(living, 0);
         EXPECT_EQ(published.load(), nullptr);
-        published.assign(new Value(4));
+        published.assign(new Value(5));
     }
     EXPECT_EQ(living, 0);
 }
@@ -223,7 +228,7 @@ TEST(Reclamation, ReadersNeverSeeAFreedValueAndEverythingIsFreed)
     EXPECT_LT(most, replacements) << "values are freed while readers read";
 }
 
-TEST(Reclamation, ThreadsThatEndGiveTheirPlaceBack)
+TEST(Reclamation, ThreadsThatEndHoldNothingBack)
 {
     Published<Value> published;
     published.assign(new Value(0));
