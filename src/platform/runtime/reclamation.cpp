@@ -28,13 +28,13 @@ bool writersFenceReaders = membarrier(MEMBARRIER_CMD_REGISTER_PRIVATE_EXPEDITED)
 
 // The thread sanitizer knows no fences and warns of them. It needs none here: what it follows is the
 // release and acquire of the slots.
-#pragma GCC diagnostic push
+#ifdef __SANITIZE_THREAD__
 #pragma GCC diagnostic ignored "-Wtsan"
+#endif
 void fence() noexcept
 {
     __atomic_thread_fence(__ATOMIC_SEQ_CST);
 }
-#pragma GCC diagnostic pop
 
 } // namespace detail
 
