@@ -51,6 +51,7 @@ int runProcess(const HostOptions& options)
     if (!setDeviceRoot(options.root))
         return fail("can't open the device's root " + options.root);
     setProcessFacts({ std::string(definition->bundleIdentifier), options.processName, options.version });
+    setBusHandler(definition->handleRequest);
     if (!connectBus(options.busAddress, options.processName, [] { stopRunLoop(); }))
         return fail("can't reach the bus at " + options.busAddress);
     registerClassesOfProcess(definition->name, definition->bundleIdentifier, options.version);
@@ -62,7 +63,6 @@ int runProcess(const HostOptions& options)
             std::fprintf(stderr, "%s: %s\n", options.processName.c_str(), failure.c_str());
     }
     definition->start();
-    setBusHandler(definition->handleRequest);
     tellReady(options.readyDescriptor);
     runRunLoop();
     disconnectBus();

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/darwin/bus_daemon.h"
+
 #include <string>
+#include <utility>
 
 namespace phone {
 
@@ -15,8 +18,7 @@ public:
 
     const std::string& root() const noexcept { return root_; }
     std::string runDirectory() const { return root_ + "/.phone"; }
-    std::string busSocket() const { return runDirectory() + "/bus"; }
-    std::string busAddress() const { return "unix:path=" + busSocket(); }
+    std::string busAddress() const { return platform::busAddress(platform::busSocketPath(runDirectory())); }
     /// Held exclusively by the supervisor as long as the phone is up; holds its process id as text.
     std::string lockFile() const { return runDirectory() + "/lock"; }
     std::string logFile() const { return runDirectory() + "/log"; }
