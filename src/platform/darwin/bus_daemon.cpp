@@ -1,5 +1,7 @@
 #include "platform/darwin/bus_daemon.h"
 
+#include "platform/foundation/descriptor.h"
+
 #include <array>
 #include <cctype>
 #include <cerrno>
@@ -29,32 +31,7 @@ constexpr std::size_t longestSocketPath = 99;
 
 constexpr int exitWhenNotExecuted = 127;
 
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int descriptor)
-        : descriptor_(descriptor)
-    {
-    }
-    Descriptor(Descriptor&& other) noexcept
-        : descriptor_(std::exchange(other.descriptor_, -1))
-    {
-    }
-    Descriptor& operator=(Descriptor&& other) noexcept
-    {
-        std::swap(descriptor_, other.descriptor_);
-        return *this;
-    }
-    ~Descriptor()
-    {
-        if (descriptor_ >= 0)
-            close(descriptor_);
-    }
-    int get() const noexcept { return descriptor_; }
-
-private:
-    int descriptor_ = -1;
-};
+using detail::Descriptor;
 
 /// What the daemon needs of this process, made ready before the fork: after it only calls that are safe
 /// in the copy of one thread of many are made.
@@ -176,7 +153,7 @@ std::string busDaemonConfiguration(std::string_view socketPath)
     return configuration;
 }
 
-pid_t startBusDaemon(const std::string& runDirectory, std::string& error)
+int startBusDaemon(const std::string& runDirectory, std::string& error)
 {
     const std::string socketPath = busSocketPath(runDirectory);
     if (socketPath.size() > longestSocketPath) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <unistd.h>
 #include <utility>
 
 namespace platform::detail {
@@ -22,11 +21,7 @@ public:
         std::swap(descriptor_, other.descriptor_);
         return *this;
     }
-    ~Descriptor()
-    {
-        if (descriptor_ >= 0)
-            ::close(descriptor_);
-    }
+    ~Descriptor();
 
     int get() const noexcept { return descriptor_; }
     explicit operator bool() const noexcept { return descriptor_ >= 0; }

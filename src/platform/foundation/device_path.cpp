@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <linux/openat2.h>
 #include <sys/syscall.h>
+#include <unistd.h>
 #include <vector>
 
 namespace platform {

@@ -235,6 +235,9 @@ id dictionaryBySetting(const id& object, std::string_view key, const id& value)
     return make<detail::Dictionary>(std::move(pairs));
 }
 
-DictionaryValue pairsOf(const id& object) { return asDictionary(object).value_or(DictionaryValue(nil, {})); }
+DictionaryValue pairsOf(const id& object)
+{
+    return asDictionary(object).value_or(DictionaryValue(nil, {}));
+}
 
 } // namespace platform
