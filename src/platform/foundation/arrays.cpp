@@ -51,13 +51,6 @@ constexpr MethodDefinition mutableArrayMethods[] {
     method<"replaceObjectAtIndex:withObject:", &MutableArray::replaceObjectAtIndex>(),
 };
 
-const Array* arrayIn(const id& object) noexcept
-{
-    if (const auto* const found = exactly<Array>(object))
-        return found;
-    return exactly<MutableArray>(object);
-}
-
 } // namespace
 
 const ClassDefinition Array::definition { .name = "NSArray", .allocate = allocate<Array>, .methods = arrayMethods };
@@ -76,6 +69,13 @@ void raiseRange(std::size_t index, std::size_t count)
 {
     throw NSException(
         "NSRangeException", "index " + std::to_string(index) + " of an array of " + std::to_string(count));
+}
+
+const Array* arrayIn(const id& object) noexcept
+{
+    if (const auto* const found = exactly<Array>(object))
+        return found;
+    return exactly<MutableArray>(object);
 }
 
 bool Array::isEqualTo(const NSObject& other) const noexcept

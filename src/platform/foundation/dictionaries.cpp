@@ -46,7 +46,7 @@ const Dictionary* dictionaryIn(const id& object) noexcept
     return exactly<MutableDictionary>(object);
 }
 
-std::vector<Dictionary::Pair> pairsOf(std::initializer_list<std::pair<std::string_view, id>> pairs)
+std::vector<Dictionary::Pair> keyedByText(std::initializer_list<std::pair<std::string_view, id>> pairs)
 {
     std::vector<Dictionary::Pair> result;
     result.reserve(pairs.size());
@@ -198,7 +198,7 @@ id dictionary(std::vector<std::pair<id, id>> pairs)
 
 id dictionary(std::initializer_list<std::pair<std::string_view, id>> pairs)
 {
-    return make<detail::Dictionary>(detail::pairsOf(pairs));
+    return make<detail::Dictionary>(detail::keyedByText(pairs));
 }
 
 id mutableDictionary(std::vector<std::pair<id, id>> pairs)
@@ -210,6 +210,12 @@ std::optional<DictionaryValue> asDictionary(const id& object)
 {
     const detail::Dictionary* const found = detail::dictionaryIn(object);
     return found ? std::optional<DictionaryValue>(std::in_place, object, found->pairs()) : std::nullopt;
+}
+
+std::span<const DictionaryValue::Pair> pairsOf(const id& object)
+{
+    const detail::Dictionary* const found = detail::dictionaryIn(object);
+    return found ? std::span(found->pairs()) : std::span<const DictionaryValue::Pair>();
 }
 
 id DictionaryValue::operator[](std::string_view key) const

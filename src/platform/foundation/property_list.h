@@ -10,13 +10,22 @@ namespace platform {
 
 enum class PropertyListFormat { Binary, Xml };
 
-/// The value that the bytes hold, XML and binary alike; nil when they aren't a property list, are
-/// truncated, are nested deeper than 128 collections, or are larger than 64 MiB. Never crashes on
-/// hostile input.
+/// A copy that nobody can change: the value with immutable collections in place of mutable ones. Nil when
+/// it holds an object that no property list can hold, a string with a NUL, a dictionary key that isn't a
+/// string, or more than 128 collections inside each other.
+id propertyListCopy(const id& value);
+
+/// The value that the bytes hold, XML (UTF-8) and binary alike; nil when they aren't a property list, are
+/// truncated, are nested deeper than 128 collections, are larger than 64 MiB, or come to more than four
+/// million values or 256 MiB of text, as a binary one can by naming one object many times. Never crashes
+/// on hostile input.
+///
+/// What a value can't hold is read as the nearest that it can: a string ends at a NUL, an integer past 63
+/// bits wraps, and an archiver's reference becomes the dictionary {"CF$UID": number}.
 id propertyListFromData(std::string_view bytes);
 
-/// The bytes of a value, or empty when it holds an object that no property list can hold, a dictionary key
-/// that isn't a string, or more than 128 collections inside each other.
+/// The bytes of a value, or empty when it isn't one that propertyListCopy() can copy; and, for XML, when a
+/// string holds a control character that XML has no way to write. XML cuts a date to whole seconds.
 std::optional<std::string> dataFromPropertyList(const id& value, PropertyListFormat format);
 
 /// `dictionaryWithContentsOfFile:` and `arrayWithContentsOfFile:` on a device path: nil when the file is

@@ -36,6 +36,13 @@ constexpr MethodDefinition mutableSetMethods[] {
     method<"removeObject:", &MutableSet::removeObject>(),
 };
 
+const Set* setIn(const id& object) noexcept
+{
+    if (const auto* const found = exactly<Set>(object))
+        return found;
+    return exactly<MutableSet>(object);
+}
+
 } // namespace
 
 const ClassDefinition Set::definition { .name = "NSSet", .allocate = allocate<Set>, .methods = setMethods };
@@ -135,11 +142,16 @@ id mutableSet(std::vector<id> items)
 
 std::optional<ArrayValue> asSet(const id& object)
 {
-    if (const auto* const found = detail::exactly<detail::Set>(object))
-        return ArrayValue(object, found->items());
-    if (const auto* const found = detail::exactly<detail::MutableSet>(object))
-        return ArrayValue(object, found->items());
-    return std::nullopt;
+    const detail::Set* const found = detail::setIn(object);
+    return found ? std::optional<ArrayValue>(std::in_place, object, found->items()) : std::nullopt;
+}
+
+std::span<const id> itemsOf(const id& object)
+{
+    if (const detail::Array* const found = detail::arrayIn(object))
+        return found->items();
+    const detail::Set* const found = detail::setIn(object);
+    return found ? std::span(found->items()) : std::span<const id>();
 }
 
 ArrayValue itemsOf(const id& collection)

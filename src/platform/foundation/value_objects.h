@@ -84,6 +84,9 @@ protected:
     std::vector<id> items_;
 };
 
+/// The array, mutable or not, that the object is; null for any other.
+const Array* arrayIn(const id& object) noexcept;
+
 class MutableArray final : public Array {
 public:
     static const ClassDefinition definition;
