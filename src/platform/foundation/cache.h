@@ -19,13 +19,18 @@ public:
 
     /// 0: no limit.
     void setCountLimit(std::size_t limit);
+    std::size_t countLimit() const;
     id objectForKey(std::string_view key);
+    /// A nil object removes the entry.
     void setObject(const id& object, std::string_view key);
     void removeAllObjects();
     std::size_t count() const;
 
 private:
     using Entry = std::pair<std::string, id>;
+
+    /// Takes out what stands past the limit; the caller holds the lock.
+    std::list<Entry> takePastLimit();
 
     mutable std::mutex mutex_;
     std::size_t limit_ = 0;

@@ -17,6 +17,7 @@ namespace platform {
 
 /// Makes `directory` (a path of the host) the device's root for this process. False when it can't be
 /// opened as a directory. Call it before anything else of this header; until then nothing exists.
+/// A later call puts another root in its place (for tests).
 bool setDeviceRoot(const std::string& directory);
 
 /// The host's path of the device's root; empty before setDeviceRoot().
@@ -48,18 +49,20 @@ struct FileStamp {
 std::optional<FileStamp> fileStamp(std::string_view path);
 
 /// The whole content. Empty when it isn't a regular file, can't be read, or is larger than `limit` bytes.
-std::optional<std::string> readFile(std::string_view path, std::size_t limit = std::size_t { 64 } << 20);
+/// `stamp`, if given, gets the stamp of what was read.
+std::optional<std::string> readFile(
+    std::string_view path, std::size_t limit = std::size_t { 64 } << 20, FileStamp* stamp = nullptr);
 
 /// Replaces the content in one step: a new file beside it is written and renamed. On failure (a full
 /// disk, a read-only system, a missing directory) the former content stands, nothing is left beside it,
 /// and the result is the `errno` of what failed; 0 on success. The mode is for a new file; an existing
-/// file keeps its own.
+/// file keeps its own. A link there is replaced, not followed.
 [[nodiscard]] int writeFileAtomically(std::string_view path, std::string_view content, unsigned mode = 0644);
 
 /// Makes the directory and those above it. 0, or an `errno`; a directory that is there already is a success.
 [[nodiscard]] int createDirectories(std::string_view path);
 
-/// Removes one file, link or empty directory. 0, or an `errno`.
+/// Removes one file, link (not what it leads to) or empty directory. 0, or an `errno`.
 [[nodiscard]] int removeFile(std::string_view path);
 
 /// The names in a directory, sorted by byte, without "." and ".."; empty when it can't be read.
@@ -82,7 +85,8 @@ private:
     int error_ = 0;
 };
 
-/// `stringByAppendingPathComponent:`: exactly one slash between the two.
+/// `stringByAppendingPathComponent:`: exactly one slash between the two; the component alone when the path
+/// is empty.
 std::string pathByAppending(std::string_view path, std::string_view component);
 
 /// `stringByDeletingLastPathComponent`: "/a/b/c.plist" and "/a/b/c/" give "/a/b"; "/a" gives "/"; "a" gives "".

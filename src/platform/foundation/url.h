@@ -8,7 +8,8 @@
 
 namespace platform {
 
-/// The parts of an NSURL, empty where it has none. Percent escapes of the path are resolved.
+/// The parts of an NSURL, empty where it has none. Percent escapes of the path are resolved, and a slash
+/// at its end is left out. Of a URL without slashes after the scheme ("prefs:root=X") the rest is its path.
 struct UrlParts {
     std::string scheme;
     std::string host;
@@ -17,7 +18,8 @@ struct UrlParts {
 };
 
 /// An NSURL of that text (it answers `absoluteString`, `scheme`, `host`, `path`, `query`), or nil when the
-/// text is empty or holds a character that no URL may hold.
+/// text is empty or holds a character that no URL may hold (a "%" that starts no escape among them). It
+/// answers nil to a part other than the path that it doesn't have.
 id url(std::string_view text);
 
 /// A file URL of a device path.

@@ -74,7 +74,10 @@ std::optional<double> asDouble(const id& object);
 /// zeros, it goes on with a digit from 1 to 9 or with one of "YyTt"; of anything else, and of nil, false.
 bool boolValue(const id& object);
 
-/// The items of an array, which it keeps alive.
+/// What `indexOfObject:` answers when there is none.
+constexpr unsigned long NSNotFound = 0x7FFFFFFFFFFFFFFF;
+
+/// The items of an array, which it keeps alive. Of a mutable array: as they stand until it is changed.
 class ArrayValue {
 public:
     ArrayValue(id object, std::span<const id> items) noexcept
@@ -106,7 +109,7 @@ const id& emptyArray();
 std::optional<ArrayValue> asArray(const id& object);
 
 /// The pairs of a dictionary in the order in which the keys were added; keeps it alive. Keys are objects;
-/// those of a property list are strings.
+/// those of a property list are strings. Of a mutable dictionary: as they stand until it is changed.
 class DictionaryValue {
 public:
     using Pair = std::pair<id, id>;
@@ -152,12 +155,19 @@ std::optional<double> asDate(const id& object);
 
 /// The mutable kinds, as the system hands them out: NSMutableArray, NSMutableDictionary, NSMutableSet
 /// answer the mutating selectors (`addObject:`, `removeObject:`, `setObject:forKey:`, …) besides those of
-/// the immutable kind, and are read with the same functions.
+/// the immutable kind, and are read with the same functions. As the system's, they raise
+/// NSInvalidArgumentException when they are sent a nil to hold, and NSRangeException for an index that
+/// isn't there.
 id mutableArray(std::vector<id> items = {});
 id mutableDictionary(std::vector<std::pair<id, id>> pairs = {});
 id mutableSet(std::vector<id> items = {});
 
-/// For people and tests: strings quoted, collections in brackets, any other object as <ClassName>.
+/// The items of an array or a set, and the pairs of a dictionary, to walk through; none for anything else.
+ArrayValue itemsOf(const id& collection);
+DictionaryValue pairsOf(const id& dictionary);
+
+/// For people and tests: strings quoted, ["a", 2, true] for an array, {"key": 1.5} for a dictionary,
+/// {"a", "b"} for a set, any other object as <ClassName>, nil as nil.
 std::string describe(const id& object);
 
 } // namespace platform

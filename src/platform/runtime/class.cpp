@@ -49,7 +49,7 @@ ClassObject::ClassObject(std::string name, Class superclass, bool isMetaclass)
     makeImmortal();
     storage_->tables.push_back(superclass ? superclass->table_.load(std::memory_order_relaxed)
                                                 ->copy(superclass->table_.load(std::memory_order_relaxed)->capacity())
-                                          : std::make_unique<DispatchTable>(smallestTable));
+                                          : DispatchTable::make(smallestTable));
     table_.store(storage_->tables.back().get(), std::memory_order_release);
     if (superclass)
         superclass->storage_->subclasses.push_back(this);
@@ -143,9 +143,11 @@ void ClassWriter::propagate(Class cls, SEL selector, const ClassStorage::Method&
     ClassStorage& stored = storage(cls);
     DispatchTable* const table = stored.tables.back().get();
     if (!table->set(selector, method.implementation, method.types)) {
-        stored.tables.push_back(table->copy(2 * table->capacity()));
-        stored.tables.back()->set(selector, method.implementation, method.types);
-        cls->table_.store(stored.tables.back().get(), std::memory_order_release);
+        std::unique_ptr<DispatchTable> larger = table->copy(2 * table->capacity());
+        while (!larger->set(selector, method.implementation, method.types))
+            larger = larger->copy(2 * larger->capacity());
+        cls->table_.store(larger.get(), std::memory_order_release);
+        stored.tables.push_back(std::move(larger));
     }
     for (const Class subclass : stored.subclasses)
         if (!storage(subclass).ownMethods.contains(selector))

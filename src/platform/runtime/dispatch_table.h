@@ -3,8 +3,10 @@
 #include "platform/runtime/selector.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 
 namespace platform {
 
@@ -15,8 +17,8 @@ using IMP = void (*)();
 /// that is read from every thread without a lock, and written by one thread at a time (the runtime's
 /// writers exclude each other).
 ///
-/// A method is replaced in place and added in place while there is room; a table that is full is copied
-/// into one of twice the size, and the class keeps the former one for readers that still stand in it.
+/// A method is replaced in place and added in place while there is room; a table without room is copied
+/// into a larger one, and the class keeps the former one for readers that still stand in it.
 class DispatchTable {
 public:
     struct Entry {
@@ -24,20 +26,24 @@ public:
         std::atomic<IMP> implementation { nullptr };
     };
 
-    explicit DispatchTable(std::uint32_t capacity)
-        : mask_(capacity - 1)
-        , entries_(std::make_unique<Entry[]>(capacity))
-        , types_(std::make_unique<std::atomic<const char*>[]>(capacity))
+    /// An empty table. `capacity` is a power of two.
+    static std::unique_ptr<DispatchTable> make(std::uint32_t capacity)
     {
+        return std::unique_ptr<DispatchTable>(new (capacity) DispatchTable(capacity));
     }
+
+    ~DispatchTable() = default;
+    DispatchTable(const DispatchTable&) = delete;
+    DispatchTable& operator=(const DispatchTable&) = delete;
 
     /// Null when the selector isn't answered. `hash` is that of the selector.
     IMP implementation(SEL selector, std::uint32_t hash) const noexcept
     {
         for (std::uint32_t index = hash & mask_;; index = (index + 1) & mask_) {
-            const SEL present = entries_[index].selector.load(std::memory_order_acquire);
+            const Entry& entry = entries()[index];
+            const SEL present = entry.selector.load(std::memory_order_acquire);
             if (present == selector) [[likely]]
-                return entries_[index].implementation.load(std::memory_order_acquire);
+                return entry.implementation.load(std::memory_order_acquire);
             if (!present)
                 return nullptr;
         }
@@ -47,7 +53,7 @@ public:
     const char* types(SEL selector) const noexcept
     {
         for (std::uint32_t index = selector->hash & mask_;; index = (index + 1) & mask_) {
-            const SEL present = entries_[index].selector.load(std::memory_order_acquire);
+            const SEL present = entries()[index].selector.load(std::memory_order_acquire);
             if (present == selector)
                 return types_[index].load(std::memory_order_acquire);
             if (!present)
@@ -55,45 +61,34 @@ public:
         }
     }
 
-    /// Sets or replaces one method. False, and nothing done, when it is new and the table is half full.
-    bool set(SEL selector, IMP implementation, const char* types) noexcept
-    {
-        std::uint32_t index = selector->hash & mask_;
-        while (const SEL present = entries_[index].selector.load(std::memory_order_relaxed)) {
-            if (present == selector)
-                break;
-            index = (index + 1) & mask_;
-        }
-        Entry& entry = entries_[index];
-        const bool isNew = entry.selector.load(std::memory_order_relaxed) == nullptr;
-        if (isNew && 2 * (count_ + 1) > mask_ + 1)
-            return false;
-        types_[index].store(types, std::memory_order_release);
-        entry.implementation.store(implementation, std::memory_order_release);
-        if (isNew) {
-            entry.selector.store(selector, std::memory_order_release);
-            ++count_;
-        }
-        return true;
-    }
+    /// Sets or replaces one method. False, and nothing done, when it is new and there is no room for it: the
+    /// table is half full, or others stand where it belongs and a larger table may part them.
+    bool set(SEL selector, IMP implementation, const char* types) noexcept;
 
-    /// A table of `capacity` entries with the methods of this one.
-    std::unique_ptr<DispatchTable> copy(std::uint32_t capacity) const
-    {
-        auto copied = std::make_unique<DispatchTable>(capacity);
-        for (std::uint32_t index = 0; index <= mask_; ++index)
-            if (const SEL selector = entries_[index].selector.load(std::memory_order_relaxed))
-                copied->set(selector, entries_[index].implementation.load(std::memory_order_relaxed),
-                    types_[index].load(std::memory_order_relaxed));
-        return copied;
-    }
+    /// A table of at least `capacity` entries with the methods of this one.
+    std::unique_ptr<DispatchTable> copy(std::uint32_t capacity) const;
 
     std::uint32_t capacity() const noexcept { return mask_ + 1; }
 
+    static void operator delete(void* table) noexcept { ::operator delete(table); }
+
 private:
+    explicit DispatchTable(std::uint32_t capacity);
+
+    // The entries stand behind the table itself: a send then loads one pointer less.
+    static void* operator new(std::size_t size, std::uint32_t capacity)
+    {
+        return ::operator new(size + capacity * sizeof(Entry));
+    }
+    static void operator delete(void* table, std::uint32_t) noexcept { ::operator delete(table); }
+
+    Entry* entries() noexcept { return reinterpret_cast<Entry*>(this + 1); }
+    const Entry* entries() const noexcept { return reinterpret_cast<const Entry*>(this + 1); }
+
+    bool copyInto(DispatchTable& other) const noexcept;
+
     const std::uint32_t mask_;
     std::uint32_t count_ = 0;
-    const std::unique_ptr<Entry[]> entries_;
     const std::unique_ptr<std::atomic<const char*>[]> types_;
 };
 

@@ -27,6 +27,7 @@ extern std::atomic<std::uint64_t> reclamationEpoch;
 /// True when the kernel lets a writer order every reader's instructions (membarrier), so that readers
 /// need no fence of their own.
 extern bool writersFenceReaders;
+void fence() noexcept;
 
 } // namespace detail
 
@@ -39,11 +40,12 @@ public:
     {
         if (slot_->depth++ > 0)
             return;
-        slot_->epoch.store(detail::reclamationEpoch.load(std::memory_order_acquire), std::memory_order_relaxed);
+        // Release: a writer that sees this section must also see that the one before it has ended.
+        slot_->epoch.store(detail::reclamationEpoch.load(std::memory_order_acquire), std::memory_order_release);
         if (detail::writersFenceReaders) [[likely]]
             std::atomic_signal_fence(std::memory_order_seq_cst);
         else
-            std::atomic_thread_fence(std::memory_order_seq_cst);
+            detail::fence();
     }
 
     ~ReadSection()
@@ -63,13 +65,13 @@ private:
 /// already replaced every way to it. Any thread; what can't be freed yet waits for a later call.
 void retire(const void* value, void (*destroy)(const void*));
 
-/// An immutable value that is replaced whole: one atomic pointer.
+/// An immutable value that is replaced whole: one atomic pointer. What stands here last is kept for the
+/// life of the process, so that threads may still read while it ends.
 template <class T> class Published {
 public:
     constexpr Published() noexcept = default;
     Published(const Published&) = delete;
     Published& operator=(const Published&) = delete;
-    ~Published() { delete present_.load(std::memory_order_relaxed); }
 
     /// What stands here now, or null. Valid until the read section that the caller holds ends.
     const T* load() const noexcept { return present_.load(std::memory_order_acquire); }

@@ -1,0 +1,176 @@
+#include "cli/phone_commands.h"
+#include "cli/plan_command.h"
+#include "cli/policy_commands.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+
+namespace {
+
+using namespace cli;
+
+std::string defaultRoot()
+{
+    if (const char* const data = std::getenv("XDG_DATA_HOME"); data && *data)
+        return std::string(data) + "/appledger/phone";
+    const char* const home = std::getenv("HOME");
+    return std::string(home && *home ? home : "/tmp") + "/.local/share/appledger/phone";
+}
+
+/// The words of the command line, and what they ask for.
+class CommandLine {
+public:
+    CommandLine()
+    {
+        app_.require_subcommand(1);
+        app_.add_option("--root", root_, "directory of the phone (default " + root_ + ")");
+        app_.add_flag("--json", json_, "answer with one JSON object");
+        app_.fallthrough();
+        app_.footer("Exit status: 0 done (a launch that the phone refused is an answer too), 1 refused or not\n"
+                    "found, 2 bad usage.");
+        addPlan();
+        addPhone();
+        addPolicy();
+    }
+
+    ExitStatus run(int argumentCount, char** arguments)
+    {
+        try {
+            app_.parse(argumentCount, arguments);
+        } catch (const CLI::ParseError& error) {
+            return app_.exit(error) == 0 ? ExitStatus::Done : ExitStatus::BadUsage;
+        }
+        setOutputFormat(json_ ? OutputFormat::Json : OutputFormat::Text);
+        std::error_code failed;
+        const std::filesystem::path absolute = std::filesystem::absolute(root_, failed).lexically_normal();
+        const std::string text = absolute.has_filename() ? absolute.string() : absolute.parent_path().string();
+        return action_(phone::PhoneDirectory(failed ? root_ : text));
+    }
+
+private:
+    using Action = std::function<ExitStatus(const phone::PhoneDirectory&)>;
+
+    CLI::App* addVerb(CLI::App* parent, const char* name, const char* description, Action action)
+    {
+        CLI::App* const verb = parent->add_subcommand(name, description);
+        verb->callback([this, action = std::move(action)] { action_ = action; });
+        return verb;
+    }
+
+    void addVersion(CLI::App* verb)
+    {
+        verb->add_option_function<std::string>(
+                "--ios",
+                [this](const std::string& given) {
+                    const auto version = platform::parseSystemVersion(given);
+                    if (!version || version->major < 12 || version->major > 17)
+                        throw CLI::ValidationError("--ios", "a version from 12 to 17, such as 16.0");
+                    up_.version = plan_.version = *version;
+                },
+                "version of the platform, 12 to 17 (default 16.0)")
+            ->type_name("VERSION");
+    }
+
+    void addPlan()
+    {
+        CLI::App* const plan = addVerb(&app_, "plan", "print the library's load into a process, step by step",
+            [this](const auto&) { return printPlan(plan_); });
+        plan->add_option("--bundle", plan_.bundleIdentifier, "bundle identifier of the process")->required();
+        plan->add_option("--process", plan_.processName, "name of the process")->required();
+        plan->add_option("--absent", plan_.absentClasses, "a class that the system shall not have");
+        addVersion(plan);
+    }
+
+    void addPhone()
+    {
+        CLI::App* const phone = app_.add_subcommand("phone", "run a phone and use it");
+        phone->require_subcommand(1);
+        phone->fallthrough();
+        CLI::App* const up
+            = addVerb(phone, "up", "start the phone", [this](const auto& root) { return phoneUp(root, up_); });
+        addVersion(up);
+        up->add_flag("--stock", up_.stock, "without the library");
+        up->add_flag("--foreground", up_.foreground, "stay in front until interrupted");
+        addVerb(phone, "down", "stop the phone", phoneDown);
+        addVerb(phone, "status", "what runs, and what is in front", phoneStatus);
+        addVerb(phone, "respring", "restart SpringBoard", phoneRespring);
+        addNamed(addVerb(phone, "kill", "kill a process with SIGKILL; the supervisor has it back",
+                     [this](const auto& root) { return phoneKill(root, name_); }),
+            "PROCESS");
+        addVerb(phone, "home", "go to the Home Screen", phoneHome);
+        addRoad(phone, "tap", "tap an icon", "tap");
+        addRoad(phone, "quick-action", "choose from an icon's quick-action menu", "quick-action");
+        addRoad(phone, "spotlight", "tap a search result in Spotlight", "spotlight");
+        CLI::App* const open = addRoad(phone, "open", "open an application", "service");
+        open->add_option("--road", road_, "how the request comes (default service)")->check(CLI::IsMember(roadNames()));
+        CLI::App* const switcher
+            = addVerb(phone, "switcher", "select the switcher's card of these applications", [this](const auto& root) {
+                  return phoneOpen(root, modifiers_ ? "switcher-modifiers" : "switcher", names_);
+              });
+        switcher->add_option("ID", names_, "bundle identifiers of the applications on the card")->required();
+        switcher->add_flag("--modifiers", modifiers_, "as with a keyboard attached");
+    }
+
+    CLI::App* addRoad(CLI::App* phone, const char* name, const char* description, const char* road)
+    {
+        CLI::App* const verb = addVerb(phone, name, description,
+            [this, road](const auto& root) { return phoneOpen(root, road_.empty() ? road : road_, { name_ }); });
+        addNamed(verb, "ID");
+        return verb;
+    }
+
+    void addNamed(CLI::App* verb, const char* what) { verb->add_option(what, name_)->required(); }
+
+    void addPolicy()
+    {
+        CLI::App* const policy
+            = app_.add_subcommand("policy", "read and change what the phone does for each application");
+        policy->require_subcommand(1);
+        policy->fallthrough();
+        addVerb(policy, "list", "every key that is set", listPolicies);
+        addNamed(addVerb(policy, "show", "what holds for one application",
+                     [this](const auto& root) { return showPolicies(root, name_); }),
+            "ID");
+        addListChange(policy, "add", "put an application on a list", ListChange::Add);
+        addListChange(policy, "remove", "take an application off a list", ListChange::Remove);
+        addListChange(policy, "toggle", "put it on, or take it off", ListChange::Toggle);
+        CLI::App* const set
+            = addVerb(policy, "set", "set a key", [this](const auto& root) { return setPolicy(root, key_, value_); });
+        set->add_option("KEY", key_)->required();
+        set->add_option("VALUE", value_)->required();
+        addVerb(policy, "unset", "remove a key, so that its default holds",
+            [this](const auto& root) { return unsetPolicy(root, key_); })
+            ->add_option("KEY", key_)
+            ->required();
+    }
+
+    void addListChange(CLI::App* policy, const char* name, const char* description, ListChange change)
+    {
+        CLI::App* const verb = addVerb(policy, name, description,
+            [this, change](const auto& root) { return changePolicyList(root, change, key_, name_); });
+        verb->add_option("KEY", key_)->required();
+        addNamed(verb, "ID");
+    }
+
+    CLI::App app_ { "AppLedger: control, application by application, over what the phone does.", "appledger" };
+    std::string root_ = defaultRoot();
+    bool json_ = false;
+    Action action_;
+    PlanOptions plan_ { .version = { 16, 0, 0 } };
+    UpOptions up_;
+    std::string name_;
+    std::vector<std::string> names_;
+    std::string road_;
+    bool modifiers_ = false;
+    std::string key_;
+    std::string value_;
+};
+
+} // namespace
+
+int main(int argumentCount, char** arguments)
+{
+    return static_cast<int>(CommandLine().run(argumentCount, arguments));
+}

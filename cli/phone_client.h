@@ -1,0 +1,20 @@
+#pragma once
+
+#include "phone/supervisor/phone_directory.h"
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <string_view>
+
+/// The command's end of a running phone's bus.
+
+namespace cli {
+
+/// Connects to the phone's bus. False when the phone isn't up or can't be reached.
+bool connectToPhone(const phone::PhoneDirectory& directory);
+
+/// Asks a process of the phone, or its supervisor. The answer is an object with "ok"; where nobody answered
+/// in time it says so in "error".
+nlohmann::json askPhone(std::string_view peer, const nlohmann::json& request);
+
+} // namespace cli

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "cli/output.h"
+#include "phone/supervisor/phone_directory.h"
+#include "platform/darwin/system.h"
+
+#include <string>
+#include <vector>
+
+/// `appledger phone …`: starts and stops a phone, and does what a finger would do on it.
+
+namespace cli {
+
+struct UpOptions {
+    platform::SystemVersion version { 16, 0, 0 };
+    bool stock = false;
+    bool foreground = false;
+};
+
+ExitStatus phoneUp(const phone::PhoneDirectory& directory, const UpOptions& options);
+ExitStatus phoneDown(const phone::PhoneDirectory& directory);
+ExitStatus phoneStatus(const phone::PhoneDirectory& directory);
+ExitStatus phoneRespring(const phone::PhoneDirectory& directory);
+ExitStatus phoneKill(const phone::PhoneDirectory& directory, const std::string& process);
+
+/// Opens applications on one of the phone's roads and says what came of it. Done also when the launch was
+/// refused: the refusal is the answer.
+ExitStatus phoneOpen(
+    const phone::PhoneDirectory& directory, const std::string& road, const std::vector<std::string>& identifiers);
+ExitStatus phoneHome(const phone::PhoneDirectory& directory);
+
+/// The names of all roads, SpringBoard's first.
+std::vector<std::string> roadNames();
+
+} // namespace cli

@@ -1,0 +1,94 @@
+#include "cli/phone_client.h"
+#include "cli/phone_commands.h"
+#include "phone/search/spotlight.h"
+#include "phone/springboard/roads.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+namespace cli {
+
+using Json = nlohmann::json;
+
+namespace {
+
+bool isSpotlightRoad(std::string_view road)
+{
+    return std::ranges::any_of(phone::searchRoads(), [road](const auto& known) { return known.name == road; });
+}
+
+std::string joined(const Json& texts)
+{
+    std::string list;
+    for (const Json& text : texts)
+        list += (list.empty() ? "" : ", ") + text.get<std::string>();
+    return list;
+}
+
+/// What became of an attempt to open something, in sentences.
+std::string describeLaunch(const Json& report, const std::string& wanted)
+{
+    std::ostringstream out;
+    if (!report["opened"].empty())
+        out << "Opened " << joined(report["opened"]) << ".";
+    else if (!report["background"].empty())
+        out << "Opened " << joined(report["background"]) << " in the background.";
+    else
+        out << wanted << " didn't open.";
+    for (const Json& declined : report["declined"]) {
+        out << " The workspace declined";
+        if (declined["reason"].is_string())
+            out << ": \"" << declined["reason"].get<std::string>() << "\"";
+        out << ".";
+    }
+    if (report["opened"].empty() && report["background"].empty() && report["declined"].empty()
+        && report["stoppedAt"].is_string())
+        out << " Stopped at " << report["stoppedAt"].get<std::string>() << "; the system gave no reason.";
+    out << " Haptics: " << (report["haptics"].empty() ? "none" : joined(report["haptics"])) << ".";
+    for (const Json& note : report["notes"])
+        out << " " << note.get<std::string>() << ".";
+    return out.str();
+}
+
+Json answerOf(const phone::PhoneDirectory& directory, std::string_view peer, const Json& request)
+{
+    if (!connectToPhone(directory))
+        return { { "ok", false }, { "error", "the phone at " + directory.root() + " isn't up" } };
+    return askPhone(peer, request);
+}
+
+} // namespace
+
+std::vector<std::string> roadNames()
+{
+    std::vector<std::string> names;
+    for (const phone::Road& road : phone::springBoardRoads())
+        names.emplace_back(road.name);
+    for (const phone::SearchRoad& road : phone::searchRoads())
+        names.emplace_back(road.name);
+    return names;
+}
+
+ExitStatus phoneOpen(
+    const phone::PhoneDirectory& directory, const std::string& road, const std::vector<std::string>& identifiers)
+{
+    const Json report = answerOf(directory, isSpotlightRoad(road) ? "Spotlight" : "SpringBoard",
+        { { "verb", "open" }, { "road", road }, { "applications", identifiers } });
+    if (!report.value("ok", false))
+        return refuse(report.value("error", "no answer"));
+    say(describeLaunch(report, joined(Json(identifiers))), report);
+    return ExitStatus::Done;
+}
+
+ExitStatus phoneHome(const phone::PhoneDirectory& directory)
+{
+    const Json report = answerOf(directory, "SpringBoard", { { "verb", "home" } });
+    if (!report.value("ok", false))
+        return refuse(report.value("error", "no answer"));
+    const std::string left = report.value("left", "");
+    say(left.empty() ? "The Home Screen was in front already." : "Left " + left + " for the Home Screen.", report);
+    return ExitStatus::Done;
+}
+
+} // namespace cli

@@ -1,0 +1,100 @@
+#include "phone/control/answers.h"
+
+#include "phone/process/host.h"
+#include "platform/darwin/system.h"
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+constexpr JournalEvent everyEvent[] { JournalEvent::Sent, JournalEvent::Ran, JournalEvent::Opened,
+    JournalEvent::OpenedInBackground, JournalEvent::Declined, JournalEvent::Haptic, JournalEvent::Note };
+
+Json subjects(const std::vector<JournalEntry>& entries, JournalEvent event)
+{
+    Json found = Json::array();
+    for (const JournalEntry& entry : entries)
+        if (entry.event == event)
+            found.push_back(entry.subject);
+    return found;
+}
+
+} // namespace
+
+void answer(std::string_view request, const BusReply& reply, const Verbs& verbs)
+{
+    const Json parsed = Json::parse(request, nullptr, false);
+    const auto verb = parsed.is_object() ? verbs.find(text(parsed, "verb")) : verbs.end();
+    const Json answered
+        = verb == verbs.end() ? failure("this process doesn't know that request") : verb->second(parsed);
+    reply(answered.dump(-1, ' ', false, Json::error_handler_t::replace));
+}
+
+Json failure(std::string_view error)
+{
+    return { { "ok", false }, { "error", error } };
+}
+
+std::vector<std::string> strings(const Json& request, std::string_view key)
+{
+    std::vector<std::string> found;
+    const auto value = request.find(key);
+    if (value != request.end() && value->is_array())
+        for (const Json& item : *value)
+            if (item.is_string())
+                found.push_back(item.get<std::string>());
+    return found;
+}
+
+std::string text(const Json& request, std::string_view key)
+{
+    const auto value = request.find(key);
+    return value != request.end() && value->is_string() ? value->get<std::string>() : "";
+}
+
+Json processStatus(const Json&)
+{
+    return { { "ok", true }, { "name", processFacts().processName }, { "pid", processIdentifier() },
+        { "ios", processFacts().version.text() }, { "injected", injectedLibraries() } };
+}
+
+Json launchReport(const std::vector<JournalEntry>& entries)
+{
+    Json declined = Json::array();
+    for (const JournalEntry& entry : entries)
+        if (entry.event == JournalEvent::Declined)
+            declined.push_back({ { "application", entry.subject },
+                { "reason", entry.detail.empty() ? Json(nullptr) : Json(entry.detail) } });
+    const Json opened = subjects(entries, JournalEvent::Opened);
+    const std::string heldUp = heldUpAt(entries);
+    return { { "ok", true }, { "opened", opened },
+        { "background", subjects(entries, JournalEvent::OpenedInBackground) }, { "declined", declined },
+        { "stoppedAt", heldUp.empty() ? Json(nullptr) : Json(heldUp) },
+        { "haptics", subjects(entries, JournalEvent::Haptic) }, { "notes", subjects(entries, JournalEvent::Note) },
+        { "journal", toJson(entries) } };
+}
+
+Json toJson(const std::vector<JournalEntry>& entries)
+{
+    Json list = Json::array();
+    for (const JournalEntry& entry : entries)
+        list.push_back(
+            { { "event", journalEventName(entry.event) }, { "subject", entry.subject }, { "detail", entry.detail } });
+    return list;
+}
+
+std::vector<JournalEntry> journalFromJson(const Json& entries)
+{
+    std::vector<JournalEntry> found;
+    if (!entries.is_array())
+        return found;
+    for (const Json& entry : entries)
+        for (const JournalEvent event : everyEvent)
+            if (entry.is_object() && text(entry, "event") == journalEventName(event))
+                found.push_back({ event, text(entry, "subject"), text(entry, "detail") });
+    return found;
+}
+
+} // namespace phone

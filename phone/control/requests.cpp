@@ -1,0 +1,116 @@
+#include "phone/control/requests.h"
+
+#include "phone/control/answers.h"
+#include "phone/search/spotlight.h"
+#include "phone/springboard/roads.h"
+#include "platform/darwin/system.h"
+
+#include <chrono>
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+Json open(const Json& request)
+{
+    takeJournal();
+    const std::string road = text(request, "road");
+    const std::vector<std::string> identifiers = strings(request, "applications");
+    switch (enterRoad(road, identifiers)) {
+    case RoadOutcome::UnknownRoad:
+        return failure("there is no road called " + road);
+    case RoadOutcome::MissingOnThisVersion:
+        return failure("the road " + road + " doesn't exist on version " + processFacts().version.text());
+    case RoadOutcome::UnknownApplication:
+        return failure("no such application is installed");
+    case RoadOutcome::Entered:
+        break;
+    }
+    Json report = launchReport(takeJournal());
+    report["front"] = frontmostApplication();
+    return report;
+}
+
+Json openForAnotherProcess(const Json& request)
+{
+    takeJournal();
+    openApplication(
+        { text(request, "application"), text(request, "requesterName"), text(request, "requesterBundleIdentifier") });
+    Json report = launchReport(takeJournal());
+    report["front"] = frontmostApplication();
+    return report;
+}
+
+Json home(const Json&)
+{
+    takeJournal();
+    const std::string left = frontmostApplication();
+    pressHome();
+    Json report = launchReport(takeJournal());
+    report["left"] = left;
+    report["front"] = frontmostApplication();
+    return report;
+}
+
+Json springBoardStatus(const Json& request)
+{
+    Json status = processStatus(request);
+    status["front"] = frontmostApplication();
+    return status;
+}
+
+Json openFromSpotlight(const Json& request)
+{
+    takeJournal();
+    const std::vector<std::string> identifiers = strings(request, "applications");
+    const std::string road = text(request, "road");
+    if (identifiers.empty())
+        return failure("no application is named");
+    if (!openSearchResult(road, identifiers.front()))
+        return failure("Spotlight has no road called " + road);
+    return launchReport(takeJournal());
+}
+
+} // namespace
+
+void handleSpringBoardRequest(std::string_view request, BusReply reply)
+{
+    static const auto* const verbs = new Verbs { { "home", home }, { "open", open },
+        { "open-request", openForAnotherProcess }, { "status", springBoardStatus } };
+    answer(request, reply, *verbs);
+}
+
+void handleSpotlightRequest(std::string_view request, BusReply reply)
+{
+    static const auto* const verbs = new Verbs { { "open", openFromSpotlight }, { "status", processStatus } };
+    answer(request, reply, *verbs);
+}
+
+void handleCommonRequest(std::string_view request, BusReply reply)
+{
+    static const auto* const verbs = new Verbs { { "status", processStatus } };
+    answer(request, reply, *verbs);
+}
+
+bool forwardOpenRequest(const OpenRequest& request)
+{
+    const Json asked { { "verb", "open-request" }, { "application", request.bundleIdentifier },
+        { "requesterName", processFacts().processName },
+        { "requesterBundleIdentifier", processFacts().bundleIdentifier } };
+    constexpr auto limit = std::chrono::seconds { 5 };
+    const BusOutcome outcome = requestFromPeerAndWait("SpringBoard", asked.dump(), limit);
+    if (outcome.status != BusOutcome::Status::Replied) {
+        journal(JournalEvent::Note, "SpringBoard didn't answer");
+        return false;
+    }
+    const Json report = Json::parse(outcome.reply, nullptr, false);
+    if (!report.is_object())
+        return false;
+    for (const JournalEntry& entry : journalFromJson(report.value("journal", Json::array())))
+        journal(entry.event, entry.subject, entry.detail);
+    return !strings(report, "opened").empty();
+}
+
+} // namespace phone

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "phone/frontboard/open_request.h"
+#include "platform/darwin/bus.h"
+
+#include <string_view>
+
+/// What the processes of the phone answer, as JSON text in both directions. A request is an object with a
+/// "verb"; an answer has "ok", and where that is false, an "error" for people.
+
+namespace phone {
+
+/// In SpringBoard: "status", "open" (a road and the applications), "home", "open-request" (from another
+/// process).
+void handleSpringBoardRequest(std::string_view request, platform::BusReply reply);
+
+/// In Spotlight: "status", "open" (a road of Spotlight's and one application).
+void handleSpotlightRequest(std::string_view request, platform::BusReply reply);
+
+/// In the others: "status".
+void handleCommonRequest(std::string_view request, platform::BusReply reply);
+
+/// Asks SpringBoard to open an application, and writes what happened there into this process's journal.
+/// True when it came up.
+bool forwardOpenRequest(const OpenRequest& request);
+
+} // namespace phone

@@ -1,0 +1,126 @@
+#include "phone/device/device_image.h"
+
+#include "phone/device/mach_o.h"
+#include "phone/device/sample_applications.h"
+#include "phone/process/injection.h"
+#include "platform/foundation/files.h"
+#include "platform/foundation/property_list.h"
+#include "platform/foundation/values.h"
+
+#include <cstring>
+#include <fstream>
+#include <iterator>
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+/// What couldn't be done, as a sentence without its end.
+struct Failure {
+    std::string what;
+};
+
+void check(int error, std::string_view path)
+{
+    if (error != 0)
+        throw Failure { "can't write " + std::string(path) + " on the phone: " + std::strerror(error) };
+}
+
+/// A name in the form of a UUID that stays the same on every phone.
+std::string containerName(std::string_view kind, std::string_view bundleIdentifier)
+{
+    std::string name;
+    std::uint64_t state = 0;
+    for (const std::string_view text : { kind, bundleIdentifier })
+        for (const char c : text)
+            state = (state ^ static_cast<unsigned char>(c)) * 0x100000001B3 + 0x9E3779B97F4A7C15;
+    for (std::size_t index = 0; index < 32; ++index) {
+        if (index == 8 || index == 12 || index == 16 || index == 20)
+            name += '-';
+        state = state * 6364136223846793005 + 1442695040888963407;
+        name += "0123456789ABCDEF"[state >> 60];
+    }
+    return name;
+}
+
+void writeIfMissing(const std::string& path, const id& propertyList)
+{
+    if (!fileExists(path))
+        check(writePropertyList(propertyList, path, PropertyListFormat::Binary), path);
+}
+
+id information(const SampleApplication& application)
+{
+    std::vector<std::pair<id, id>> pairs { { string("CFBundleIdentifier"), string(application.bundleIdentifier) },
+        { string("CFBundleName"), string(application.name) },
+        { string("CFBundleDisplayName"), string(application.name) },
+        { string("CFBundleExecutable"), string(application.name) }, { string("CFBundlePackageType"), string("APPL") },
+        { string("CFBundleShortVersionString"), string(application.version) },
+        { string("CFBundleVersion"), string(application.version) }, { string("MinimumOSVersion"), string("12.0") } };
+    if (!application.urlScheme.empty())
+        pairs.emplace_back(string("CFBundleURLTypes"),
+            array({ dictionary({ { "CFBundleURLName", string(application.bundleIdentifier) },
+                { "CFBundleURLSchemes", array({ application.urlScheme }) } }) }));
+    return dictionary(std::move(pairs));
+}
+
+void install(const SampleApplication& application)
+{
+    const std::string folder = application.isSystem
+        ? "/Applications"
+        : "/var/containers/Bundle/Application/" + containerName("bundle", application.bundleIdentifier);
+    const std::string bundle = folder + "/" + std::string(application.name) + ".app";
+    check(createDirectories(bundle), bundle);
+    const std::string executable = pathByAppending(bundle, application.name);
+    if (!fileExists(executable))
+        check(writeFileAtomically(
+                  executable, machOExecutable(application.isSystem ? Encryption::Absent : Encryption::Set), 0755),
+            executable);
+    // Last, since a folder counts as an application once it has this file.
+    writeIfMissing(pathByAppending(bundle, "Info.plist"), information(application));
+
+    const std::string data
+        = "/var/mobile/Containers/Data/Application/" + containerName("data", application.bundleIdentifier);
+    for (const std::string_view part : { "/Documents", "/Library/Caches", "/Library/Preferences", "/tmp" })
+        check(createDirectories(data + std::string(part)), data);
+    writeIfMissing(data + "/.com.apple.mobile_container_manager.metadata.plist",
+        dictionary({ { "MCMMetadataIdentifier", string(application.bundleIdentifier) } }));
+}
+
+void installLibrary(const std::string& libraryPath)
+{
+    std::ifstream file(libraryPath, std::ios::binary);
+    const std::string content { std::istreambuf_iterator<char>(file), {} };
+    if (!file || content.empty())
+        throw Failure { "can't read the library " + libraryPath };
+    const std::string installed = pathByAppending(substrateFolder, "AppLedger.dylib");
+    check(createDirectories(substrateFolder), substrateFolder);
+    if (readFile(installed) != content)
+        check(writeFileAtomically(installed, content, 0755), installed);
+    const id filter = dictionary({ { "Filter",
+        dictionary({ { "Bundles", array({ "com.apple.springboard", "com.apple.Spotlight", "com.apple.AppStore" }) },
+            { "Executables", array({ "appstored", "itunesstored" }) } }) } });
+    const std::string filterPath = pathByAppending(substrateFolder, "AppLedger.plist");
+    check(writePropertyList(filter, filterPath, PropertyListFormat::Xml), filterPath);
+}
+
+} // namespace
+
+std::optional<std::string> prepareDevice(const std::string& root, const std::string& libraryPath)
+{
+    if (!setDeviceRoot(root))
+        return "can't open " + root + " as the phone's root";
+    try {
+        check(createDirectories("/var/mobile/Library/Preferences"), "/var/mobile/Library/Preferences");
+        for (const SampleApplication& application : sampleApplications())
+            install(application);
+        installLibrary(libraryPath);
+    } catch (const Failure& failure) {
+        return failure.what;
+    }
+    return std::nullopt;
+}
+
+} // namespace phone

@@ -1,0 +1,9 @@
+#include "phone/frontboard/classes.h"
+
+// sorted
+#define CLASSES(X)                                                                                                     \
+    X(FBProcess)                                                                                                       \
+    X(FBSOpenApplicationService)
+// end sorted
+
+PHONE_CLASS_LIST(frontBoardClasses, CLASSES)

@@ -1,0 +1,61 @@
+#include "phone/launchservices/installed_applications.h"
+
+#include "platform/foundation/files.h"
+#include "platform/foundation/property_list.h"
+#include "platform/foundation/values.h"
+
+#include <algorithm>
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+std::string textOr(const DictionaryValue& information, std::string_view key, std::string_view otherwise)
+{
+    const auto text = asString(information[key]);
+    return text && !text->empty() ? text->text() : std::string(otherwise);
+}
+
+std::optional<InstalledApplication> readApplication(const std::string& bundlePath, bool isSystem)
+{
+    const auto information = asDictionary(dictionaryWithContentsOfFile(pathByAppending(bundlePath, "Info.plist")));
+    if (!information)
+        return std::nullopt;
+    InstalledApplication application;
+    application.bundleIdentifier = textOr(*information, "CFBundleIdentifier", "");
+    if (application.bundleIdentifier.empty())
+        return std::nullopt;
+    const std::string name = textOr(*information, "CFBundleName", application.bundleIdentifier);
+    application.displayName = textOr(*information, "CFBundleDisplayName", name);
+    application.bundlePath = bundlePath;
+    application.executablePath = pathByAppending(bundlePath, textOr(*information, "CFBundleExecutable", name));
+    application.isSystem = isSystem;
+    return application;
+}
+
+void readFolder(const std::string& folder, bool isSystem, std::vector<InstalledApplication>& applications)
+{
+    for (const std::string& entry : directoryEntries(folder))
+        if (entry.ends_with(".app"))
+            if (auto application = readApplication(pathByAppending(folder, entry), isSystem))
+                applications.push_back(std::move(*application));
+}
+
+} // namespace
+
+std::vector<InstalledApplication> installedApplications()
+{
+    constexpr std::string_view containers = "/var/containers/Bundle/Application";
+    std::vector<InstalledApplication> applications;
+    readFolder("/Applications", true, applications);
+    for (const std::string& container : directoryEntries(containers))
+        readFolder(pathByAppending(containers, container), false, applications);
+    std::ranges::sort(applications, {}, [](const InstalledApplication& application) {
+        return std::pair(application.displayName, application.bundleIdentifier);
+    });
+    return applications;
+}
+
+} // namespace phone

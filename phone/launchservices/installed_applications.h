@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace phone {
+
+/// An application as its folder on the device describes it.
+struct InstalledApplication {
+    std::string bundleIdentifier;
+    std::string displayName;
+    std::string bundlePath; ///< device path of the ".app" folder
+    std::string executablePath;
+    bool isSystem = false; ///< lies in /Applications
+};
+
+/// Every application folder of the device with a readable Info.plist that names a bundle identifier,
+/// sorted by display name. Folders that are damaged are left out.
+std::vector<InstalledApplication> installedApplications();
+
+} // namespace phone

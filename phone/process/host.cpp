@@ -1,0 +1,77 @@
+#include "phone/process/host.h"
+
+#include "phone/device/images.h"
+#include "phone/process/injection.h"
+#include "phone/process/process_definition.h"
+#include "platform/darwin/bus.h"
+#include "platform/dispatch/run_loop.h"
+#include "platform/foundation/files.h"
+
+#include <csignal>
+#include <cstdio>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+std::vector<std::string>& injected()
+{
+    static auto* const libraries = new std::vector<std::string>;
+    return *libraries;
+}
+
+int fail(const std::string& what)
+{
+    std::fprintf(stderr, "%s\n", what.c_str());
+    return 1;
+}
+
+void tellReady(int descriptor)
+{
+    if (descriptor < 0)
+        return;
+    const char ready = '1';
+    if (::write(descriptor, &ready, 1) != 1)
+        std::fprintf(stderr, "nobody waits for this process to be ready\n");
+    ::close(descriptor);
+}
+
+} // namespace
+
+int runProcess(const HostOptions& options)
+{
+    const ProcessDefinition* const definition = processDefinition(options.processName);
+    if (!definition)
+        return fail("no process of the phone is called " + options.processName);
+    ::prctl(PR_SET_NAME, options.processName.c_str());
+    if (!setDeviceRoot(options.root))
+        return fail("can't open the device's root " + options.root);
+    setProcessFacts({ std::string(definition->bundleIdentifier), options.processName, options.version });
+    if (!connectBus(options.busAddress, options.processName, [] { stopRunLoop(); }))
+        return fail("can't reach the bus at " + options.busAddress);
+    registerClassesOfProcess(definition->name, definition->bundleIdentifier, options.version);
+    declareSystemImages(options.version);
+    if (!options.stock) {
+        std::vector<std::string> failures;
+        injected() = injectLibraries(failures);
+        for (const std::string& failure : failures)
+            std::fprintf(stderr, "%s: %s\n", options.processName.c_str(), failure.c_str());
+    }
+    definition->start();
+    setBusHandler(definition->handleRequest);
+    tellReady(options.readyDescriptor);
+    runRunLoop();
+    disconnectBus();
+    return 0;
+}
+
+const std::vector<std::string>& injectedLibraries() noexcept
+{
+    return injected();
+}
+
+} // namespace phone

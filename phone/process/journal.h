@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What happens in this process while it answers one request: the system classes write it, the answer and
+/// the tests read it.
+
+namespace phone {
+
+enum class JournalEvent {
+    Sent, ///< a message that starts or continues a launch is about to be sent: "SBIconView _handleTap"
+    Ran, ///< the system's own body of that method runs
+    Opened, ///< an application came to front
+    OpenedInBackground,
+    Declined, ///< a transition request was declined; the detail is the reason that it was given, or ""
+    Haptic, ///< "impact", "selection", "success", "error"
+    Note, ///< anything else that a person would want to know
+};
+
+struct JournalEntry {
+    JournalEvent event;
+    std::string subject;
+    std::string detail {};
+};
+
+/// Any thread.
+void journal(JournalEvent event, std::string_view subject, std::string_view detail = {});
+
+/// What was written since the last call.
+std::vector<JournalEntry> takeJournal();
+
+/// One line for tests, without what was sent and ran: "haptic impact | declined com.example.a: reason".
+std::string journalText(const std::vector<JournalEntry>& entries);
+
+std::string_view journalEventName(JournalEvent event) noexcept;
+
+/// The first method that was sent and whose body never ran: where a request was held up. "" for none.
+std::string heldUpAt(const std::vector<JournalEntry>& entries);
+
+} // namespace phone

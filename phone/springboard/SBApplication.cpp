@@ -1,0 +1,35 @@
+#include "platform/runtime/class_definition.h"
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+/// An installed application. `processState` is nil while it doesn't run.
+class SBApplication : public NSObject {
+public:
+    id bundleIdentifier;
+    id displayName;
+    id bundlePath;
+    id processState;
+};
+
+constexpr MethodDefinition methods[] {
+    getter<"bundleIdentifier", &SBApplication::bundleIdentifier>(),
+    getter<"bundlePath", &SBApplication::bundlePath>(),
+    getter<"displayName", &SBApplication::displayName>(),
+    getter<"processState", &SBApplication::processState>(),
+    setter<"setBundleIdentifier:", &SBApplication::bundleIdentifier>(),
+    setter<"setBundlePath:", &SBApplication::bundlePath>(),
+    setter<"setDisplayName:", &SBApplication::displayName>(),
+    setter<"setProcessState:", &SBApplication::processState>(),
+};
+
+} // namespace
+
+extern const ClassDefinition SBApplication_class {
+    .name = "SBApplication", .allocate = allocate<SBApplication>, .methods = methods
+};
+
+} // namespace phone

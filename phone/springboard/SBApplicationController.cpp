@@ -1,0 +1,67 @@
+#include "phone/launchservices/installed_applications.h"
+#include "platform/foundation/values.h"
+#include "platform/runtime/class_definition.h"
+#include "platform/runtime/message.h"
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+id makeApplication(const InstalledApplication& installed)
+{
+    id application = send<"new">(id(classNamed<"SBApplication">()));
+    send<"setBundleIdentifier:", void>(application, string(installed.bundleIdentifier));
+    send<"setBundlePath:", void>(application, string(installed.bundlePath));
+    send<"setDisplayName:", void>(application, string(installed.displayName));
+    return application;
+}
+
+/// All installed applications, as they were at SpringBoard's start.
+class SBApplicationController : public NSObject {
+public:
+    SBApplicationController()
+    {
+        std::vector<std::pair<id, id>> pairs;
+        for (const InstalledApplication& installed : installedApplications()) {
+            id application = makeApplication(installed);
+            id identifier = send<"bundleIdentifier">(application);
+            pairs.emplace_back(std::move(identifier), std::move(application));
+        }
+        applications_ = dictionary(std::move(pairs));
+    }
+
+    id applicationWithBundleIdentifier(const id& identifier) const { return pairsOf(applications_)[identifier]; }
+
+    id allApplications() const
+    {
+        std::vector<id> applications;
+        for (const auto& [identifier, application] : pairsOf(applications_))
+            applications.push_back(application);
+        return array(std::move(applications));
+    }
+
+private:
+    id applications_;
+};
+
+id sharedInstance(const id& self, SEL)
+{
+    static NSObject* const controller = send<"new">(self).leak();
+    return controller;
+}
+
+constexpr MethodDefinition methods[] {
+    method<"allApplications", &SBApplicationController::allApplications>(),
+    method<"applicationWithBundleIdentifier:", &SBApplicationController::applicationWithBundleIdentifier>(),
+    classMethod<"sharedInstance", &sharedInstance>(),
+};
+
+} // namespace
+
+extern const ClassDefinition SBApplicationController_class {
+    .name = "SBApplicationController", .allocate = allocate<SBApplicationController>, .methods = methods
+};
+
+} // namespace phone

@@ -1,0 +1,22 @@
+#include "phone/springboard/scene_entity.h"
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+constexpr MethodDefinition methods[] {
+    getter<"actions", &SceneEntity::actions>(),
+    getter<"application", &SceneEntity::application>(),
+    setter<"setActions:", &SceneEntity::actions>(),
+    setter<"setApplication:", &SceneEntity::application>(),
+};
+
+} // namespace
+
+extern const ClassDefinition SBApplicationSceneEntity_class {
+    .name = "SBApplicationSceneEntity", .allocate = allocate<SceneEntity>, .methods = methods
+};
+
+} // namespace phone

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/runtime/class_definition.h"
+
+namespace phone {
+
+/// An application's scene in a transition, with the actions that it brings or receives.
+class SceneEntity : public platform::NSObject {
+public:
+    platform::id application;
+    platform::id actions; ///< set, or nil
+};
+
+} // namespace phone

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/runtime/object.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace phone {
+
+/// A change of what is in front, as the one who wants it describes it.
+struct TransitionDescription {
+    std::vector<platform::id> applications {}; ///< SBApplication objects, the primary one first
+    std::string_view label; ///< the request's event label
+    std::string requesterName = "SpringBoard"; ///< the process that asks
+    std::string requesterBundleIdentifier = "com.apple.springboard";
+};
+
+/// The request object for it.
+platform::id makeTransitionRequest(const TransitionDescription& description);
+
+/// Makes the request and has the workspace execute it, through the outermost method that this version of
+/// the system has. True when it was carried out.
+bool requestTransition(const TransitionDescription& description);
+
+} // namespace phone

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/foundation/user_defaults.h"
+
+#include <span>
+#include <string_view>
+
+/// The preference domain: the one table of its keys, their types and the Darwin notification that tells
+/// every process to reread them.
+
+namespace appledger {
+
+inline constexpr std::string_view preferenceSuite = "com.merrowlane.appledger";
+
+/// Where the domain's file lies, and where it lies first on a rootless layout.
+inline constexpr std::string_view preferenceFile = "/var/mobile/Library/Preferences/com.merrowlane.appledger.plist";
+inline constexpr std::string_view rootlessPreferenceFile
+    = "/var/jb/var/mobile/Library/Preferences/com.merrowlane.appledger.plist";
+
+enum class PreferenceType {
+    IdentifierList, ///< array of bundle identifiers
+    NumberTable, ///< dictionary, bundle identifier to number
+    StringTable, ///< dictionary, bundle identifier to string
+    Boolean,
+    String,
+    Integer,
+    RowList, ///< array of row or item keys of the panel
+};
+
+struct PreferenceKey {
+    std::string_view name; ///< for a prefix-shaped key the prefix with its slash
+    PreferenceType type;
+    std::string_view defaultText; ///< what a reader sees when the key is absent
+    std::string_view notification; ///< the Darwin name that a writer posts; "" when none is
+    bool isPrefix = false; ///< the key goes on with a bundle identifier
+};
+
+/// Every key of the domain, in the order of documentation.
+std::span<const PreferenceKey> preferenceKeys() noexcept;
+
+/// The row of a key, for a prefix-shaped one by the whole key ("ShouldSimulateSuccess/com.example.app") or
+/// by the bare prefix, with or without its slash. Null for an unknown key.
+const PreferenceKey* preferenceKey(std::string_view key) noexcept;
+
+/// A new defaults instance on the suite.
+inline platform::Ref<platform::NSUserDefaults> preferences()
+{
+    return platform::NSUserDefaults::suite(preferenceSuite);
+}
+
+/// The same after `synchronize`, as a reload begins.
+platform::Ref<platform::NSUserDefaults> synchronizedPreferences();
+
+} // namespace appledger

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "core/hook_group.h"
+#include "launch/block_launch_hooks.h"
+#include "panel/shared_hooks.h"
+#include "state/running_indicator_hooks.h"
+
+#include <span>
+
+namespace appledger {
+
+// Groups whose replacements aren't written yet: their place in the install order is fixed, their rows
+// come with the replacements.
+extern const HookGroup AppStoreUpdateHooks;
+extern const HookGroup BaseHooks;
+extern const HookGroup IOS13_AND_NEWER_HOOKS;
+extern const HookGroup IOS12_AND_OLDER_HOOKS;
+extern const HookGroup NoRedirectPrimary;
+extern const HookGroup AutoClearHooks;
+extern const HookGroup ImmortalizerHooks;
+extern const HookGroup HiddenAppHooks;
+extern const HookGroup AppMuteHooks;
+extern const HookGroup GlobalIconHooks;
+extern const HookGroup SearchUIHooks;
+extern const HookGroup NotificationHooks_iOS15;
+
+/// The groups of SpringBoard alone, in install order. All are installed on every version: a class or a
+/// selector that a version doesn't have leaves its rows without effect.
+std::span<const HookGroup* const> springBoardGroups() noexcept;
+
+} // namespace appledger

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "core/string_set.h"
+#include "platform/runtime/reclamation.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The rules about which application may open which, as sets that are built from the domain's keys.
+
+namespace appledger {
+
+/// A set of texts that it owns: bundle identifiers, or rule pairs.
+class RuleSet {
+public:
+    explicit RuleSet(std::vector<std::string> texts);
+
+    bool contains(std::string_view text) const noexcept { return set_.contains(text); }
+    std::size_t size() const noexcept { return set_.size(); }
+
+private:
+    const std::vector<std::string> texts_;
+    const StringSet set_;
+};
+
+/// The text of a rule about a source and a destination: "source->destination".
+std::string rulePair(std::string_view source, std::string_view destination);
+
+// Each is replaced whole by a reload; null until the first one.
+extern platform::Published<RuleSet> gForbiddenLaunchSources;
+extern platform::Published<RuleSet> gForbiddenLaunchDestinations;
+extern platform::Published<RuleSet> gForbiddenLaunchSourcesForAppStore;
+extern platform::Published<RuleSet> gForbiddenLaunchSourcesForSafariServices;
+extern platform::Published<RuleSet> gUseLenientModeSources;
+extern platform::Published<RuleSet> gUseHandledSimulationSources;
+extern platform::Published<RuleSet> gCustomAllowedMappings; ///< rule pairs
+extern platform::Published<RuleSet> gCustomForbiddenMappings; ///< rule pairs
+
+/// Rereads all rule keys of the domain and replaces the eight sets, one after the other: a decision that
+/// is made meanwhile may see some old and some new.
+void ReloadRedirectPrefs();
+
+} // namespace appledger

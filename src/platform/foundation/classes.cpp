@@ -1,0 +1,30 @@
+#include "platform/foundation/classes.h"
+
+#include "platform/foundation/block.h"
+#include "platform/foundation/cache.h"
+#include "platform/foundation/value_objects.h"
+
+namespace platform {
+
+std::span<const ClassDefinition* const> foundationClasses() noexcept
+{
+    static constexpr const ClassDefinition* classes[] {
+        &detail::Array::definition,
+        &Block::definition,
+        &NSCache::definition,
+        &detail::NSData_class,
+        &detail::NSDate_class,
+        &detail::Dictionary::definition,
+        &detail::NSError_class,
+        &detail::MutableArray::definition,
+        &detail::MutableDictionary::definition,
+        &detail::MutableSet::definition,
+        &detail::NSNumber_class,
+        &detail::Set::definition,
+        &detail::String::definition,
+        &detail::NSURL_class,
+    };
+    return classes;
+}
+
+} // namespace platform

@@ -1,0 +1,192 @@
+#include "platform/foundation/files.h"
+
+#include "platform/foundation/device_path.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+namespace platform {
+
+namespace {
+
+FileStamp stampOf(const struct stat& status) noexcept
+{
+    return { status.st_dev, status.st_ino,
+        status.st_mtim.tv_sec * std::int64_t { 1'000'000'000 } + status.st_mtim.tv_nsec,
+        static_cast<std::uint64_t>(status.st_size) };
+}
+
+std::optional<struct stat> statusOf(std::string_view path)
+{
+    const detail::Opening opening = detail::openDevicePath(path, O_PATH);
+    struct stat status;
+    if (!opening.descriptor || ::fstat(opening.descriptor.get(), &status) != 0)
+        return std::nullopt;
+    return status;
+}
+
+/// Creates the directory that the path names. 0 also when somebody else has just done so.
+int createDirectory(std::string_view path)
+{
+    const detail::Entry entry = detail::openEntry(path);
+    if (!entry.directory)
+        return entry.error;
+    if (::mkdirat(entry.directory.get(), entry.name.c_str(), 0755) == 0)
+        return 0;
+    const int error = errno;
+    return error == EEXIST && directoryExists(path) ? 0 : error;
+}
+
+} // namespace
+
+FileKind fileKind(std::string_view path)
+{
+    const auto status = statusOf(path);
+    if (!status)
+        return FileKind::Missing;
+    if (S_ISREG(status->st_mode))
+        return FileKind::Regular;
+    return S_ISDIR(status->st_mode) ? FileKind::Directory : FileKind::Other;
+}
+
+std::optional<FileStamp> fileStamp(std::string_view path)
+{
+    const auto status = statusOf(path);
+    return status && S_ISREG(status->st_mode) ? std::optional(stampOf(*status)) : std::nullopt;
+}
+
+std::optional<std::string> readFile(std::string_view path, std::size_t limit, FileStamp* stamp)
+{
+    // Without O_NONBLOCK a pipe that lies there would hold the caller until somebody writes.
+    const detail::Opening opening = detail::openDevicePath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    struct stat status;
+    if (!opening.descriptor || ::fstat(opening.descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    if (static_cast<std::uint64_t>(status.st_size) > limit)
+        return std::nullopt;
+
+    // One byte more than the file has, so that its end shows in the first reading.
+    std::string content(static_cast<std::size_t>(status.st_size) + 1, '\0');
+    std::size_t length = 0;
+    for (;;) {
+        const ssize_t count = ::read(opening.descriptor.get(), content.data() + length, content.size() - length);
+        if (count == 0)
+            break;
+        if (count < 0 && errno != EINTR)
+            return std::nullopt;
+        length += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+        if (length > limit)
+            return std::nullopt;
+        if (length == content.size())
+            content.resize(length * 2);
+    }
+    content.resize(length);
+    if (stamp)
+        *stamp = stampOf(status);
+    return content;
+}
+
+int createDirectories(std::string_view path)
+{
+    for (std::size_t end = 0; end < path.size();) {
+        end = std::min(path.find('/', end + 1), path.size());
+        const std::string_view prefix = path.substr(0, end);
+        int error = detail::openDevicePath(prefix, O_PATH | O_DIRECTORY).error;
+        if (error == ENOENT)
+            error = createDirectory(prefix);
+        if (error != 0)
+            return error;
+    }
+    return path.empty() ? ENOENT : 0;
+}
+
+int removeFile(std::string_view path)
+{
+    const detail::Entry entry = detail::openEntry(path);
+    if (!entry.directory)
+        return entry.error;
+    const int directory = entry.directory.get();
+    if (!entry.endsWithSlash) {
+        if (::unlinkat(directory, entry.name.c_str(), 0) == 0)
+            return 0;
+        if (errno != EISDIR)
+            return errno;
+    }
+    return ::unlinkat(directory, entry.name.c_str(), AT_REMOVEDIR) == 0 ? 0 : errno;
+}
+
+std::vector<std::string> directoryEntries(std::string_view path)
+{
+    detail::Opening opening = detail::openDevicePath(path, O_RDONLY | O_DIRECTORY);
+    DIR* const stream = opening.descriptor ? ::fdopendir(opening.descriptor.get()) : nullptr;
+    if (!stream)
+        return {};
+    opening.descriptor.release();
+    std::vector<std::string> names;
+    errno = 0;
+    while (const dirent* const entry = ::readdir(stream)) {
+        std::string name = entry->d_name;
+        if (name != "." && name != "..")
+            names.push_back(std::move(name));
+    }
+    if (errno != 0)
+        names.clear();
+    ::closedir(stream);
+    std::ranges::sort(names);
+    return names;
+}
+
+FileLock::FileLock(std::string_view path)
+{
+    const detail::Entry entry = detail::openEntry(path);
+    error_ = entry.error;
+    if (!entry.directory)
+        return;
+    descriptor_ = ::openat(
+        entry.directory.get(), entry.name.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0644);
+    if (descriptor_ < 0) {
+        error_ = errno;
+        return;
+    }
+    while (::flock(descriptor_, LOCK_EX) != 0) {
+        if (errno != EINTR) {
+            error_ = errno;
+            return;
+        }
+    }
+}
+
+FileLock::~FileLock()
+{
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
+}
+
+std::string pathByAppending(std::string_view path, std::string_view component)
+{
+    const std::size_t start = std::min(component.find_first_not_of('/'), component.size());
+    if (path.empty())
+        return std::string(component);
+    std::string joined(path.substr(0, path.find_last_not_of('/') + 1));
+    joined += '/';
+    joined += component.substr(start);
+    return joined;
+}
+
+std::string pathByDeletingLastComponent(std::string_view path)
+{
+    const std::size_t end = path.find_last_not_of('/');
+    if (end == std::string_view::npos)
+        return path.empty() ? "" : "/";
+    const std::size_t slash = path.rfind('/', end);
+    if (slash == std::string_view::npos)
+        return "";
+    const std::size_t parentEnd = path.find_last_not_of('/', slash);
+    return parentEnd == std::string_view::npos ? "/" : std::string(path.substr(0, parentEnd + 1));
+}
+
+} // namespace platform

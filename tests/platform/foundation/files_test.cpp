@@ -1,0 +1,200 @@
+#include "platform/foundation/files.h"
+
+#include "platform/foundation/device_path.h"
+#include "platform/foundation/device_root.h"
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace platform {
+namespace {
+
+unsigned modeOf(const std::filesystem::path& path)
+{
+    struct stat status { };
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    return status.st_mode & 07777;
+}
+
+TEST(Files, AreReadWholeWithinALimit)
+{
+    const DeviceRoot device;
+    const std::string content(100'000, 'x');
+    device.put("/big", content);
+    device.put("/empty", "");
+    EXPECT_EQ(readFile("/big"), content);
+    EXPECT_EQ(readFile("/big", 100'000), content);
+    EXPECT_EQ(readFile("/big", 99'999), std::nullopt);
+    EXPECT_EQ(readFile("/empty"), "");
+    EXPECT_EQ(readFile("/"), std::nullopt);
+    EXPECT_EQ(readFile("/missing"), std::nullopt);
+}
+
+TEST(Files, APipeIsNeitherReadNorWaitedFor)
+{
+    const DeviceRoot device;
+    ASSERT_EQ(::mkfifo(device.at("/pipe").c_str(), 0600), 0);
+    EXPECT_EQ(readFile("/pipe"), std::nullopt);
+    EXPECT_EQ(fileKind("/pipe"), FileKind::Other);
+    EXPECT_EQ(fileStamp("/pipe"), std::nullopt);
+}
+
+TEST(Files, AStampTellsOneContentFromAnother)
+{
+    const DeviceRoot device;
+    device.put("/file", "one");
+    FileStamp read;
+    ASSERT_TRUE(readFile("/file", 10, &read));
+    EXPECT_EQ(fileStamp("/file"), read);
+    ASSERT_EQ(writeFileAtomically("/file", "two"), 0);
+    EXPECT_NE(fileStamp("/file"), read);
+    EXPECT_EQ(fileStamp("/"), std::nullopt);
+}
+
+class Writing : public testing::TestWithParam<detail::KernelHelp> {
+protected:
+    Writing() { detail::setKernelHelp(GetParam()); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Files, Writing, testing::Values(detail::KernelHelp::Asked, detail::KernelHelp::Declined),
+    [](const auto& info) { return info.param == detail::KernelHelp::Asked ? "WithKernelHelp" : "WithoutKernelHelp"; });
+
+TEST_P(Writing, ReplacesInOneStepAndKeepsTheMode)
+{
+    const DeviceRoot device;
+    ::umask(077);
+    EXPECT_EQ(writeFileAtomically("/new", "1", 0640), 0);
+    EXPECT_EQ(modeOf(device.at("/new")), 0640U);
+    ::chmod(device.at("/new").c_str(), 0604);
+    EXPECT_EQ(writeFileAtomically("/new", "2", 0640), 0);
+    EXPECT_EQ(device.get("/new"), "2");
+    EXPECT_EQ(modeOf(device.at("/new")), 0604U);
+    EXPECT_EQ(directoryEntries("/"), std::vector<std::string> { "new" });
+
+    EXPECT_EQ(createDirectories("/dir"), 0);
+    EXPECT_EQ(writeFileAtomically("/dir", "x"), EISDIR);
+    EXPECT_EQ(writeFileAtomically("/new/", "x"), EISDIR);
+    EXPECT_EQ(writeFileAtomically("/missing/x", "x"), ENOENT);
+    EXPECT_EQ(directoryEntries("/dir"), std::vector<std::string> {});
+}
+
+TEST_P(Writing, OnAFullDiskLeavesTheFormerContentAndNothingElse)
+{
+    const DeviceRoot device;
+    device.put("/file", "former");
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small { 4096, RLIM_INFINITY };
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    const int error = writeFileAtomically("/file", std::string(10'000, 'x'));
+    const rlimit unlimited { RLIM_INFINITY, RLIM_INFINITY };
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &unlimited), 0);
+    EXPECT_EQ(error, EFBIG);
+    EXPECT_EQ(device.get("/file"), "former");
+    EXPECT_EQ(directoryEntries("/"), std::vector<std::string> { "file" });
+}
+
+TEST(Files, DirectoriesAreMadeListedAndRemoved)
+{
+    const DeviceRoot device;
+    EXPECT_EQ(createDirectories("/b/c"), 0);
+    EXPECT_EQ(createDirectories("/b/c"), 0);
+    EXPECT_EQ(createDirectories("/"), 0);
+    device.put("/b/z", "");
+    device.put("/b/.hidden", "");
+    EXPECT_EQ(directoryEntries("/b"), (std::vector<std::string> { ".hidden", "c", "z" }));
+    EXPECT_EQ(directoryEntries("/b/z"), std::vector<std::string> {});
+    EXPECT_EQ(removeFile("/b"), ENOTEMPTY);
+    EXPECT_EQ(removeFile("/b/z/"), ENOTDIR);
+    EXPECT_EQ(removeFile("/b/z"), 0);
+    EXPECT_EQ(removeFile("/b/c/"), 0);
+    EXPECT_EQ(removeFile("/b/c"), ENOENT);
+    EXPECT_EQ(createDirectories("/b/.hidden/x"), ENOTDIR);
+}
+
+/// Adds one to the number in the file, which loses nothing only if nobody else does so meanwhile.
+void countUp()
+{
+    const FileLock lock("/lock");
+    EXPECT_EQ(lock.error(), 0);
+    const int count = std::stoi(readFile("/count").value_or("0"));
+    EXPECT_EQ(writeFileAtomically("/count", std::to_string(count + 1)), 0);
+}
+
+TEST(FileLocks, ExcludeThreadsAndProcesses)
+{
+    const DeviceRoot device;
+    std::vector<pid_t> children;
+    for (int child = 0; child < 2; ++child) {
+        children.push_back(::fork());
+        if (children.back() == 0) {
+            for (int step = 0; step < 100; ++step)
+                countUp();
+            ::_exit(0);
+        }
+    }
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 2; ++thread)
+        threads.emplace_back([] {
+            for (int step = 0; step < 100; ++step)
+                countUp();
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const pid_t child : children)
+        ::waitpid(child, nullptr, 0);
+    EXPECT_EQ(device.get("/count"), "400");
+}
+
+TEST(FileLocks, AHolderThatDiesLetsGo)
+{
+    const DeviceRoot device;
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const FileLock lock("/lock");
+        ::raise(SIGKILL);
+    }
+    ::waitpid(child, nullptr, 0);
+    EXPECT_EQ(FileLock("/lock").error(), 0);
+}
+
+TEST(FileLocks, TellWhyTheyAreNotHeld)
+{
+    const DeviceRoot device;
+    device.link("/elsewhere", "/link");
+    EXPECT_EQ(FileLock("/missing/lock").error(), ENOENT);
+    EXPECT_EQ(FileLock("/link").error(), ELOOP);
+    EXPECT_EQ(FileLock("/..").error(), EINVAL);
+}
+
+TEST(PathText, JoinsAndCuts)
+{
+    const std::string_view joined[][3] {
+        { "/a", "b", "/a/b" },
+        { "/a/", "/b", "/a/b" },
+        { "/a//", "//b/c", "/a/b/c" },
+        { "", "b", "b" },
+        { "/", "b", "/b" },
+    };
+    for (const auto& [path, component, expected] : joined)
+        EXPECT_EQ(pathByAppending(path, component), expected);
+    const std::string_view cut[][2] {
+        { "/a/b/c.plist", "/a/b" },
+        { "/a/b/c/", "/a/b" },
+        { "/a//b//", "/a" },
+        { "/a", "/" },
+        { "//", "/" },
+        { "a", "" },
+        { "a/b", "a" },
+        { "", "" },
+    };
+    for (const auto& [path, expected] : cut)
+        EXPECT_EQ(pathByDeletingLastComponent(path), expected) << path;
+}
+
+} // namespace
+} // namespace platform
