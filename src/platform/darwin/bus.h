@@ -43,13 +43,13 @@ void disconnectBus();
 bool busIsConnected() noexcept;
 
 /// What answers requests that other peers send to this one, on the main queue in their order, each behind
-/// the notifications that came before it. Requests and replies are UTF-8 text without NUL bytes. Set it
+/// the notifications that came before it. Requests and replies are any bytes, up to 60 MB. Set it
 /// before connecting: a request that nothing can answer gets NoSuchPeer. Main thread.
 void setBusHandler(BusHandler handler);
 
 /// Sends a request, behind what this process has posted until then, and calls `done` on the main thread
 /// with what came of it. The limit is in the machine's time, even when the clock is held. A request that
-/// can't be sent (a name or a text that isn't one) gives NoSuchPeer. Main thread.
+/// can't be sent (the name isn't one, or it is too large) gives NoSuchPeer. Main thread.
 void requestFromPeer(std::string_view peerName, std::string_view request, std::chrono::milliseconds limit,
     std::function<void(const BusOutcome&)> done);
 

@@ -1,6 +1,5 @@
 #include "platform/darwin/bus_connection.h"
 
-#include "platform/darwin/bus_text.h"
 #include "platform/dispatch/queue.h"
 
 #include <algorithm>
@@ -43,17 +42,19 @@ std::string busName(std::string_view peerName)
     return std::string(peerNamePrefix).append(peerName);
 }
 
+// Text travels as bytes: the bus library's strings can't hold all of UTF-8.
 bool appendText(sd_bus_message* message, std::string_view text)
 {
-    return isBusText(text) && sd_bus_message_append_basic(message, 's', std::string(text).c_str()) >= 0;
+    return sd_bus_message_append_array(message, SD_BUS_TYPE_BYTE, text.data(), text.size()) >= 0;
 }
 
 std::optional<std::string> readText(sd_bus_message* message)
 {
-    const char* text = nullptr;
-    if (sd_bus_message_read_basic(message, 's', &text) <= 0)
+    const void* bytes = nullptr;
+    std::size_t size = 0;
+    if (sd_bus_message_read_array(message, SD_BUS_TYPE_BYTE, &bytes, &size) <= 0)
         return std::nullopt;
-    return text;
+    return std::string(static_cast<const char*>(bytes), size);
 }
 
 Message makeRequest(sd_bus* bus, std::string_view peerName, std::string_view request)
@@ -173,7 +174,7 @@ struct BusConnection::Callbacks {
             return 0;
         std::optional<std::string> request = readText(message);
         if (!request)
-            return sd_bus_reply_method_errorf(message, SD_BUS_ERROR_INVALID_ARGS, "a request is one string");
+            return sd_bus_reply_method_errorf(message, SD_BUS_ERROR_INVALID_ARGS, "a request is one array of bytes");
         self.receiver_.requested(std::move(*request),
             [call = std::make_shared<Call>(message, self.present_)](std::string_view text) { call->reply(text); });
         return 1;
@@ -233,12 +234,15 @@ bool BusConnection::start(const std::string& address, std::string_view peerName)
     return pump_ != nullptr;
 }
 
-bool BusConnection::post(const std::string& name)
+bool BusConnection::post(std::string_view name)
 {
-    const int result
-        = sd_bus_emit_signal(bus_, objectPath, notificationInterface, notificationSignal, "s", name.c_str());
+    sd_bus_message* made = nullptr;
+    const bool isMade
+        = sd_bus_message_new_signal(bus_, &made, objectPath, notificationInterface, notificationSignal) >= 0;
+    const Message message(made);
+    const bool sent = isMade && appendText(made, name) && sd_bus_send(bus_, made, nullptr) >= 0;
     pump_->arm();
-    return result >= 0;
+    return sent;
 }
 
 void BusConnection::request(std::string_view peerName, std::string_view request, milliseconds limit,

@@ -37,7 +37,7 @@ public:
     BusConnection& operator=(const BusConnection&) = delete;
 
     /// True when the post was sent or queued for sending. It comes back to this process's receiver too.
-    bool post(const std::string& name);
+    bool post(std::string_view name);
 
     void request(std::string_view peerName, std::string_view request, std::chrono::milliseconds limit,
         std::function<void(const BusOutcome&)> done);

@@ -1,7 +1,7 @@
 #include "platform/darwin/notify.h"
 
-#include "platform/darwin/bus_text.h"
 #include "platform/darwin/notification_delivery.h"
+#include "platform/darwin/text.h"
 #include "platform/dispatch/queue.h"
 
 #include <mutex>
@@ -47,7 +47,7 @@ void callObservers(std::string_view name, detail::PostNumber number)
 
 bool detail::isPostableName(std::string_view name) noexcept
 {
-    return name.size() <= longestName && isBusText(name);
+    return name.size() <= longestName && isText(name);
 }
 
 detail::PostNumber detail::nextPostNumber()

@@ -70,10 +70,13 @@ TEST(BusPosts, ReachThisProcessOnceInOrderWhetherOrNotItIsConnected)
     ASSERT_TRUE(connect(daemon));
     EXPECT_TRUE(busIsConnected());
     EXPECT_FALSE(connect(daemon)) << "it is connected";
+    // A name that a process heard unconnected it hears connected too.
+    CFNotificationCenterAddObserver(note<'!'>, "\xEF\xBF\xBF", CFNotificationSuspensionBehavior::DeliverImmediately);
+    CFNotificationCenterPostNotification("\xEF\xBF\xBF");
     postLetters("cd");
     EXPECT_TRUE(flushBus(patience));
     runUntilIdle();
-    EXPECT_EQ(std::exchange(journal, {}), "abcd");
+    EXPECT_EQ(std::exchange(journal, {}), "ab!cd");
     postLetters("ba");
     disconnectBus();
     EXPECT_FALSE(busIsConnected());

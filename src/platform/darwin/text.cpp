@@ -1,4 +1,4 @@
-#include "platform/darwin/bus_text.h"
+#include "platform/darwin/text.h"
 
 #include <cstddef>
 
@@ -33,7 +33,7 @@ std::size_t sequenceLength(std::string_view text) noexcept
 
 } // namespace
 
-bool isBusText(std::string_view text) noexcept
+bool isText(std::string_view text) noexcept
 {
     while (!text.empty()) {
         const std::size_t length = sequenceLength(text);
