@@ -212,12 +212,6 @@ std::optional<DictionaryValue> asDictionary(const id& object)
     return found ? std::optional<DictionaryValue>(std::in_place, object, found->pairs()) : std::nullopt;
 }
 
-std::span<const DictionaryValue::Pair> pairsOf(const id& object)
-{
-    const detail::Dictionary* const found = detail::dictionaryIn(object);
-    return found ? std::span(found->pairs()) : std::span<const DictionaryValue::Pair>();
-}
-
 id DictionaryValue::operator[](std::string_view key) const
 {
     return static_cast<const detail::Dictionary&>(*object_).objectForText(key);

@@ -146,14 +146,6 @@ std::optional<ArrayValue> asSet(const id& object)
     return found ? std::optional<ArrayValue>(std::in_place, object, found->items()) : std::nullopt;
 }
 
-std::span<const id> itemsOf(const id& object)
-{
-    if (const detail::Array* const found = detail::arrayIn(object))
-        return found->items();
-    const detail::Set* const found = detail::setIn(object);
-    return found ? std::span(found->items()) : std::span<const id>();
-}
-
 ArrayValue itemsOf(const id& collection)
 {
     if (auto items = asArray(collection))

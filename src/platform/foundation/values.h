@@ -139,12 +139,6 @@ id dictionary(std::vector<std::pair<id, id>> pairs);
 id dictionary(std::initializer_list<std::pair<std::string_view, id>> pairs);
 std::optional<DictionaryValue> asDictionary(const id& object);
 
-/// For a loop: the items of an array or a set and the pairs of a dictionary; none for any other object.
-/// They are valid while the object lives and stays unchanged. (A loop over `*asArray(object)` would read
-/// the items after the optional that keeps them has gone.)
-std::span<const id> itemsOf(const id& object);
-std::span<const DictionaryValue::Pair> pairsOf(const id& object);
-
 /// The dictionary with one pair set (`value` not nil) or removed (nil): a new immutable one.
 id dictionaryBySetting(const id& dictionary, std::string_view key, const id& value);
 
@@ -168,7 +162,8 @@ id mutableArray(std::vector<id> items = {});
 id mutableDictionary(std::vector<std::pair<id, id>> pairs = {});
 id mutableSet(std::vector<id> items = {});
 
-/// The items of an array or a set, and the pairs of a dictionary, to walk through; none for anything else.
+/// The items of an array or a set, and the pairs of a dictionary, for a loop; none for anything else. (A loop
+/// over `*asArray(object)` would read the items after the optional that keeps them has gone.)
 ArrayValue itemsOf(const id& collection);
 DictionaryValue pairsOf(const id& dictionary);
 
