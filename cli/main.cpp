@@ -158,7 +158,7 @@ private:
     std::string root_ = defaultRoot();
     bool json_ = false;
     Action action_;
-    PlanOptions plan_ { .version = { 16, 0, 0 } };
+    PlanOptions plan_;
     UpOptions up_;
     std::string name_;
     std::vector<std::string> names_;

@@ -11,7 +11,7 @@ namespace cli {
 struct PlanOptions {
     std::string bundleIdentifier;
     std::string processName;
-    platform::SystemVersion version;
+    platform::SystemVersion version { 16, 0, 0 };
     std::vector<std::string> absentClasses;
 };
 

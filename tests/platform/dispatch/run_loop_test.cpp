@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <semaphore>
 #include <stdexcept>
 #include <string>
 #include <sys/socket.h>
@@ -122,21 +123,39 @@ TEST(RunLoop, StopsAfterTheWorkAtHandAndKeepsTheRest)
 TEST(RunLoop, SleepsUntilAThreadOrATimeWakesIt)
 {
     std::string journal;
-    std::thread thread;
+    std::jthread thread;
     const double start = CACurrentMediaTime();
     dispatch_after(20ms, dispatch_get_main_queue(), [&] {
         journal += "delayed ";
-        thread = std::thread([&] {
-            dispatch_async(dispatch_get_main_queue(), [&] {
-                journal += "posted ";
-                stopRunLoop();
+        thread = std::jthread([&] {
+            dispatch_after(1ms, dispatch_get_main_queue(), [&] {
+                journal += "delayed by a thread ";
+                thread = std::jthread(stopRunLoop);
             });
         });
     });
     runRunLoop();
-    thread.join();
-    EXPECT_EQ(journal, "delayed posted ");
-    EXPECT_GE(CACurrentMediaTime() - start, 0.020);
+    EXPECT_EQ(journal, "delayed delayed by a thread ");
+    EXPECT_GE(CACurrentMediaTime() - start, 0.021);
+}
+
+TEST(RunLoop, MissesNoWorkThatAThreadQueuesAsItFallsAsleep)
+{
+    constexpr int rounds = 20'000;
+    int ran = 0;
+    std::binary_semaphore next(1);
+    std::jthread thread([&] {
+        for (int round = 0; round < rounds; ++round) {
+            next.acquire();
+            dispatch_async(dispatch_get_main_queue(), [&] {
+                if (++ran == rounds)
+                    stopRunLoop();
+                next.release();
+            });
+        }
+    });
+    runRunLoop();
+    EXPECT_EQ(ran, rounds);
 }
 
 TEST(RunLoop, WaitsForAConditionOrItsLimit)
