@@ -2,6 +2,7 @@
 
 #include "platform/foundation/block.h"
 #include "platform/foundation/cache.h"
+#include "platform/foundation/user_defaults.h"
 #include "platform/foundation/value_objects.h"
 
 namespace platform {
@@ -23,6 +24,7 @@ std::span<const ClassDefinition* const> foundationClasses() noexcept
         &detail::Set::definition,
         &detail::String::definition,
         &detail::NSURL_class,
+        &NSUserDefaults::definition,
     };
     return classes;
 }

@@ -13,8 +13,9 @@ namespace platform {
 id valueForKey(const id& object, std::string_view key);
 
 /// `setValue:forKey:`: `set<Key>:` or `_set<Key>:`, a scalar unboxed from a number; else the instance
-/// variable as above. Nothing for nil. Raises NSUndefinedKeyException when there is none, and
-/// NSInvalidArgumentException when a scalar is wanted and the value isn't a number.
+/// variable as above; for a mutable dictionary, its entry, which a nil value removes. Nothing for nil. Raises
+/// NSUndefinedKeyException when there is none, and NSInvalidArgumentException when a scalar is wanted and the value
+/// isn't a number.
 void setValueForKey(const id& object, const id& value, std::string_view key);
 
 } // namespace platform

@@ -44,7 +44,8 @@ public:
     std::int64_t integerForKey(std::string_view key) const;
     double doubleForKey(std::string_view key) const;
 
-    /// A nil value removes the key. A value that no property list can hold is refused: nothing changes.
+    /// A nil value removes the key. A value that no property list can hold is refused, as is a key with a
+    /// NUL byte or that isn't UTF-8: nothing changes. A mutable collection is copied.
     void setObject(const id& value, std::string_view key);
     void setBool(bool value, std::string_view key);
     void setInteger(std::int64_t value, std::string_view key);
@@ -54,8 +55,9 @@ public:
     /// Publishes pending writes and reads what others have published. Writes are merged into the file key
     /// by key under a lock among processes and put in place by a rename, so that writers of different keys
     /// lose nothing and a process that dies at any moment leaves the old file or the new one. A file that
-    /// isn't a property list is replaced only when there is something to write. False when writing failed:
-    /// the pending writes stay pending, and lastError() tells the `errno`.
+    /// isn't a property list is replaced only when there is something to write; one that can't be read at
+    /// all is left alone (EIO). False when writing failed: the pending writes stay pending, and lastError()
+    /// tells the `errno`.
     bool synchronize();
     int lastError() const noexcept;
 
@@ -65,8 +67,9 @@ public:
     /// Every key that has a value, registered defaults included.
     id dictionaryRepresentation() const;
 
-    /// Calls `changed` (with the new value, nil when removed) after every change of the key's value, made
-    /// by this process or found by `synchronize`; on the thread that found it. The number ends it again.
+    /// Calls `changed` (with the new value, nil when removed; registered defaults don't count) after every
+    /// change of the key's value, made by this process or found in the file by `synchronize` or by a new
+    /// instance; on the thread that made or found it. The number ends it again.
     using Observer = std::function<void(const id& value)>;
     std::uint64_t addObserver(std::string_view key, Observer changed);
     void removeObserver(std::uint64_t number);
