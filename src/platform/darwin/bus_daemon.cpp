@@ -176,7 +176,7 @@ std::string busDaemonConfiguration(std::string_view socketPath)
     return configuration;
 }
 
-pid_t startBusDaemon(const std::string& runDirectory, std::string& error)
+int startBusDaemon(const std::string& runDirectory, std::string& error)
 {
     const std::string socketPath = busSocketPath(runDirectory);
     if (socketPath.size() > longestSocketPath) {

@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 
 /// The daemon of the device's bus, which whoever runs the device starts once for all its processes.
 
@@ -22,6 +21,6 @@ std::string busDaemonConfiguration(std::string_view socketPath);
 /// SIGTERM and with the thread that calls this; the caller waits for its end. The daemon's process
 /// identifier, or -1 and in `error` a sentence for people. A socket that a dead daemon left there is
 /// replaced.
-pid_t startBusDaemon(const std::string& runDirectory, std::string& error);
+int startBusDaemon(const std::string& runDirectory, std::string& error);
 
 } // namespace platform
