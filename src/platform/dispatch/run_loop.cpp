@@ -28,6 +28,7 @@ struct Source {
 struct Sources {
     std::map<RunLoopSource, std::shared_ptr<Source>> present;
     RunLoopSource last = 0;
+    std::uint64_t passes = 0;
 };
 
 Sources& sources()
@@ -59,6 +60,7 @@ bool serveSources(std::optional<nanoseconds> limit)
         time.tv_sec = seconds.count();
         time.tv_nsec = (*wait - seconds).count();
     }
+    const std::uint64_t pass = ++sources().passes;
     const int readyCount = ppoll(polled.data(), polled.size(), wait ? &time : nullptr, nullptr);
     MainQueue::shared().endSleep();
     if (readyCount <= 0)
@@ -69,13 +71,16 @@ bool serveSources(std::optional<nanoseconds> limit)
         if (polled[index].revents == 0)
             continue;
         const auto found = sources().present.find(identifiers[index]);
-        if (found == sources().present.end() || found->second->running)
+        if (found == sources().present.end())
             continue;
         const std::shared_ptr<Source> source = found->second;
         source->running = true;
         detail::run(source->readable);
         source->running = false;
         calledAny = true;
+        // The call ran the loop, which may have served the others: what was polled here is out of date.
+        if (sources().passes != pass)
+            break;
     }
     return calledAny;
 }

@@ -123,7 +123,11 @@ TEST(DispatchOnce, RunsOnceAndNoCallerReturnsBeforeItHasRun)
         for (int thread = 0; thread < 3; ++thread)
             threads.emplace_back([&] {
                 together.arrive_and_wait();
-                dispatch_once(token, [&] { ++runs; });
+                dispatch_once(token, [&] {
+                    for (int chance = 0; chance < 100; ++chance)
+                        std::this_thread::yield();
+                    ++runs;
+                });
                 EXPECT_EQ(runs, 1);
             });
     }

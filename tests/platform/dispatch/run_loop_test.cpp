@@ -98,6 +98,24 @@ TEST(RunLoop, ASourceThatRunsTheLoopIsNotEnteredAgain)
     removeRunLoopSource(source);
 }
 
+TEST(RunLoop, ASourceIsNotCalledForWhatALoopInsideAnotherHasRead)
+{
+    SocketPair pairs[2];
+    std::string journal;
+    RunLoopSource sources[2];
+    for (const int index : { 0, 1 })
+        sources[index] = addRunLoopSource(pairs[index].ends[0], [&, index] {
+            journal += pairs[index].read() + ' ';
+            runUntilIdle();
+        });
+    pairs[0].write("first");
+    pairs[1].write("second");
+    runUntilIdle();
+    EXPECT_EQ(journal, "first second ");
+    for (const RunLoopSource source : sources)
+        removeRunLoopSource(source);
+}
+
 TEST(RunLoop, StopsAfterTheWorkAtHandAndKeepsTheRest)
 {
     std::string journal;
