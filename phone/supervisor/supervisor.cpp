@@ -49,6 +49,9 @@ Supervisor::~Supervisor()
 
 int Supervisor::run()
 {
+    // The processes must not hold the starter's pipe open.
+    if (options_.readyDescriptor >= 0)
+        ::fcntl(options_.readyDescriptor, F_SETFD, FD_CLOEXEC);
     if (!takeLock())
         return 1;
     sigset_t handled;

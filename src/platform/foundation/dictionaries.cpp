@@ -214,12 +214,12 @@ std::optional<DictionaryValue> asDictionary(const id& object)
 
 id DictionaryValue::operator[](std::string_view key) const
 {
-    return static_cast<const detail::Dictionary&>(*object_).objectForText(key);
+    return object_ ? static_cast<const detail::Dictionary&>(*object_).objectForText(key) : nil;
 }
 
 id DictionaryValue::operator[](const id& key) const
 {
-    return static_cast<const detail::Dictionary&>(*object_).objectForKey(key);
+    return object_ ? static_cast<const detail::Dictionary&>(*object_).objectForKey(key) : nil;
 }
 
 id dictionaryBySetting(const id& object, std::string_view key, const id& value)
