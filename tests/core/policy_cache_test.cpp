@@ -129,6 +129,19 @@ TEST(StringSet, HoldsExactlyWhatItWasGivenAtEveryLength)
         EXPECT_FALSE(texts.contains(text)) << text;
 }
 
+TEST(StringSet, TakesNoStringForAnotherOfTheSameHash)
+{
+    // So many pairs that some have the same 32 bits of hash.
+    constexpr std::size_t insideCount = 100'000;
+    std::vector<std::string> texts;
+    for (std::size_t number = 0; number < 5 * insideCount; ++number)
+        texts.push_back("com.example." + std::to_string(number));
+    const StringSet inside({ texts.begin(), texts.begin() + insideCount });
+    EXPECT_EQ(inside.size(), insideCount);
+    for (std::size_t index = 0; index < texts.size(); ++index)
+        ASSERT_EQ(inside.contains(texts[index]), index < insideCount) << texts[index];
+}
+
 TEST(StringSet, KnowsTheEmptyStringAndTheEmptySet)
 {
     EXPECT_FALSE(StringSet().contains(""));

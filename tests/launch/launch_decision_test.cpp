@@ -86,6 +86,8 @@ TEST(LaunchDecision, InTheSwitcherTakesTheFirstProtectedApplicationOfTheCard)
         { "an empty card", {}, { { "a" }, { "a" }, { "a" } }, "Open" },
         { "the list's order, not the card's", { "a", "b" }, { .requireAuth = { "c", "b", "a" } }, prompt("b") },
         { "blocked beside protected", { "a", "b" }, { .requireAuth = { "b" }, .blocked = { "a" } }, prompt("b") },
+        { "blocked and protected", { "a" }, { .requireAuth = { "a" }, .blocked = { "a" }, .hidden = { "a" } },
+            prompt("a") },
         { "the authenticated one is passed over", { "a", "b" }, { .requireAuth = { "a", "b" }, .bypass = "a" },
             prompt("b") },
         { "authenticated", { "a", "b" }, { .requireAuth = { "a" }, .bypass = "a" }, "Open" },
