@@ -40,7 +40,14 @@ const TextIndex& textIndex()
     return *index;
 }
 
-const std::string& languageOfProcess()
+} // namespace
+
+std::string_view ALLoc(std::string_view text)
+{
+    return text.empty() ? text : textIn(textLanguage(), text);
+}
+
+const std::string& textLanguage()
 {
     static constinit dispatch_once_t once { 0 };
     static constinit const std::string* language = nullptr;
@@ -49,13 +56,6 @@ const std::string& languageOfProcess()
         language = new std::string(chooseLanguage(stored ? stored->view() : "", preferredLanguages()));
     });
     return *language;
-}
-
-} // namespace
-
-std::string_view ALLoc(std::string_view text)
-{
-    return text.empty() ? text : textIn(languageOfProcess(), text);
 }
 
 std::string chooseLanguage(std::string_view stored, std::span<const std::string> preferred)

@@ -9,9 +9,13 @@
 
 namespace appledger {
 
-/// The text to show, in the language that this process took at its first call and keeps. What comes back
-/// is `text` itself or lives as long as the process. Any thread; the empty text decides nothing.
+/// The text to show, in the language of this process. What comes back is `text` itself or lives as long as
+/// the process. Any thread.
 std::string_view ALLoc(std::string_view text);
+
+/// The language of this process's texts: decided by the preferences and the device at the first call of
+/// this function, or of ALLoc() with a text that isn't empty, and kept until the process ends. Any thread.
+const std::string& textLanguage();
 
 /// The language to show: the one that the user has chosen (`stored`, "" for none), else English on a
 /// device whose first language is a kind of English, else "zh".
