@@ -38,8 +38,7 @@ public:
         : definition_(*phone::processDefinition(processName))
     {
         const platform::SystemVersion parsed = platform::parseSystemVersion(version).value();
-        platform::setProcessFacts(
-            { std::string(definition_.bundleIdentifier), std::string(processName), parsed });
+        platform::setProcessFacts({ std::string(definition_.bundleIdentifier), std::string(processName), parsed });
         phone::registerClassesOfProcess(processName, definition_.bundleIdentifier, parsed, absentClasses);
     }
 

@@ -19,8 +19,7 @@ class TemporaryDevice : public platform::DeviceRoot {
 public:
     using Pairs = std::initializer_list<std::pair<std::string_view, platform::id>>;
 
-    static constexpr std::string_view domainFile
-        = "/var/mobile/Library/Preferences/com.merrowlane.appledger.plist";
+    static constexpr std::string_view domainFile = "/var/mobile/Library/Preferences/com.merrowlane.appledger.plist";
 
     TemporaryDevice() { std::filesystem::create_directories(at(domainFile).parent_path()); }
 
