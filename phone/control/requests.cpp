@@ -1,6 +1,7 @@
 #include "phone/control/requests.h"
 
 #include "phone/control/answers.h"
+#include "phone/control/transition_request.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/roads.h"
 #include "platform/darwin/system.h"
@@ -77,8 +78,9 @@ Json openFromSpotlight(const Json& request)
 
 void handleSpringBoardRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs = new Verbs { { "home", home }, { "open", open },
-        { "open-request", openForAnotherProcess }, { "status", springBoardStatus } };
+    static const auto* const verbs
+        = new Verbs { { "home", home }, { "open", open }, { "open-request", openForAnotherProcess },
+              { "status", springBoardStatus }, { "transition", openFromAnotherApplication } };
     answer(request, reply, *verbs);
 }
 

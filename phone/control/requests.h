@@ -11,7 +11,7 @@
 namespace phone {
 
 /// In SpringBoard: "status", "open" (a road and the applications), "home", "open-request" (from another
-/// process).
+/// process), "transition" (from another application).
 void handleSpringBoardRequest(std::string_view request, platform::BusReply reply);
 
 /// In Spotlight: "status", "open" (a road of Spotlight's and one application).
