@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/output.h"
+#include "cli/transition_options.h"
 #include "phone/supervisor/phone_directory.h"
 #include "platform/darwin/system.h"
 
@@ -27,6 +28,11 @@ ExitStatus phoneKill(const phone::PhoneDirectory& directory, const std::string& 
 /// refused: the refusal is the answer.
 ExitStatus phoneOpen(
     const phone::PhoneDirectory& directory, const std::string& road, const std::vector<std::string>& identifiers);
+
+/// Has one application open another and says whether the transition passed, was declined and why, or went to
+/// the background, and what happened on the way.
+ExitStatus phoneOpenFrom(
+    const phone::PhoneDirectory& directory, const TransitionOptions& transition, const std::string& identifier);
 ExitStatus phoneHome(const phone::PhoneDirectory& directory);
 
 /// The names of all roads, SpringBoard's first.
