@@ -2,8 +2,10 @@
 #include "cli/phone_commands.h"
 #include "cli/plan_command.h"
 #include "cli/policy_commands.h"
+#include "platform/foundation/values.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -44,6 +46,7 @@ public:
         } catch (const CLI::ParseError& error) {
             return app_.exit(error) == 0 ? ExitStatus::Done : ExitStatus::BadUsage;
         }
+        repair();
         setOutputFormat(json_ ? OutputFormat::Json : OutputFormat::Text);
         std::error_code failed;
         const std::filesystem::path absolute = std::filesystem::absolute(root_, failed).lexically_normal();
@@ -52,6 +55,15 @@ public:
     }
 
 private:
+    /// Words may be any bytes; from here on they are text, as the phone's strings are.
+    void repair()
+    {
+        const auto repaired = [](std::string& word) { word = platform::asString(platform::string(word))->text(); };
+        for (std::string* const word : { &name_, &key_, &value_ })
+            repaired(*word);
+        std::ranges::for_each(names_, repaired);
+    }
+
     using Action = std::function<ExitStatus(const phone::PhoneDirectory&)>;
 
     CLI::App* addVerb(CLI::App* parent, const char* name, const char* description, Action action)
