@@ -45,8 +45,8 @@ std::vector<std::string_view> identifiersOf(const Json& value)
 /// One list as a process has it: its own, where the record says what it read, else the policies'.
 class ProcessList {
 public:
-    ProcessList(const PolicyCache& policy, const Json* cached, std::string_view key)
-        : policy_(policy.read())
+    ProcessList(const ExplainList& policy, const Json* cached, std::string_view key)
+        : policy_(policy)
     {
         if (!cached)
             return;
@@ -57,7 +57,7 @@ public:
     IdentifierList list() const { return own_ ? IdentifierList(*own_) : policy_.list(); }
 
 private:
-    const PolicyCache::Reading policy_;
+    const ExplainList& policy_;
     std::optional<std::vector<std::string_view>> own_;
 };
 
@@ -160,7 +160,7 @@ Json launchVerdictObject(const ExplainedLaunch& explained)
 
 std::string describeLaunchVerdict(const ExplainedLaunch& explained)
 {
-    std::string text = roadName(*explained.road) + ": ";
+    std::string text = roadName(*explained.road) + " → ";
     switch (explained.outcome) {
     case LaunchOutcome::Open:
         return text + "opens.";

@@ -4,26 +4,26 @@
 #include "platform/foundation/values.h"
 
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 namespace cli {
 
 using namespace platform;
 
 ExplainPolicies::ExplainPolicies(const id& preferences)
-    : redirect(preferences)
+    : requireAuth(pairsOf(preferences)["ALRequireAuthApps"])
+    , blocked(pairsOf(preferences)["ALBlockedLaunchApps"])
+    , hidden(pairsOf(preferences)["ALHiddenApps"])
+    , redirect(preferences)
 {
-    const DictionaryValue values = pairsOf(preferences);
-    requireAuth.assign(values["ALRequireAuthApps"]);
-    blocked.assign(values["ALBlockedLaunchApps"]);
-    hidden.assign(values["ALHiddenApps"]);
 }
 
 id preferencesFromHostFile(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
-    const std::string bytes { std::istreambuf_iterator<char>(file), {} };
-    id preferences = propertyListFromData(bytes);
+    std::ostringstream bytes; // takes an error of reading, as of a directory, for the end
+    bytes << file.rdbuf();
+    id preferences = propertyListFromData(bytes.str());
     return asDictionary(preferences) ? preferences : nil;
 }
 

@@ -1,7 +1,6 @@
 #include "cli/explain_redirect.h"
 
 #include "cli/explain_record.h"
-#include "platform/runtime/reclamation.h"
 
 namespace cli {
 
@@ -102,8 +101,8 @@ ExplainedRedirect explainRedirect(const Json& record, const ExplainPolicies& pol
     if (seconds)
         if (const auto source = redirectParties(transition).source)
             launches = launches.with(*source, 0);
-    const PolicyCache::Reading hidden = policies.hidden.read();
-    return { decideRedirect(transition, { policies.redirect.rules(), hidden.list(), &launches }, seconds.value_or(0)) };
+    return { decideRedirect(
+        transition, { policies.redirect.rules(), policies.hidden.list(), &launches }, seconds.value_or(0)) };
 }
 
 std::string ruleText(const RedirectVerdict& verdict)

@@ -120,6 +120,7 @@ private:
         CLI::App* const open = addRoad(phone, "open", "open an application", "service");
         open->add_option("--road", road_, "how the request comes (default service)")->check(CLI::IsMember(roadNames()));
         addTransitionOptions(*open, transition_);
+        open->get_option("--road")->excludes(open->get_option("--from"));
         CLI::App* const switcher
             = addVerb(phone, "switcher", "select the switcher's card of these applications", [this](const auto& root) {
                   return phoneOpen(root, modifiers_ ? "switcher-modifiers" : "switcher", names_);

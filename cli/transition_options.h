@@ -13,14 +13,14 @@ class App;
 namespace cli {
 
 struct TransitionOptions {
-    std::string source; ///< "" for none
+    std::string source {}; ///< "" for none
     std::string action = "none"; ///< none, openURL, other
     bool isBreadcrumb = false;
     bool hasNoLabel = false;
-    std::optional<std::string> label;
-    std::optional<std::string> requester;
-    std::optional<std::string> requesterBundle;
-    std::optional<std::string> previousScene;
+    std::optional<std::string> label {};
+    std::optional<std::string> requester {};
+    std::optional<std::string> requesterBundle {};
+    std::optional<std::string> previousScene {};
 
     /// Whether any of them was given, so that it is a transition from another application at all.
     bool any() const;
