@@ -23,7 +23,7 @@
 /// real processes, a real file, a real bus. Beside it the same list read back by a process that looks at
 /// the file's time in a loop without pause, which is the fastest that can be had without a notification.
 ///
-///     propagation_bench [PROCESSES [WRITES]]
+///     propagation_bench [READERS [WRITES [IDENTIFIERS]]]     identifiers in each of 30 keys of the domain
 
 using namespace appledger;
 using namespace platform;
@@ -122,14 +122,14 @@ int main(int argumentCount, char** arguments)
 {
     const int readers = argumentCount > 1 ? std::atoi(arguments[1]) : 5;
     const int writes = argumentCount > 2 ? std::atoi(arguments[2]) : 1000;
+    const int identifiers = argumentCount > 3 ? std::atoi(arguments[3]) : 3;
     char folder[] = "/tmp/appledger-bench.XXXXXX";
     const std::string root = ::mkdtemp(folder);
     setDeviceRoot(root);
-    // The size of a domain in use: 30 keys of 100 identifiers.
     const auto defaults = preferences();
     for (int key = 0; key < 30; ++key) {
         std::vector<id> items;
-        for (int index = 0; index < 100; ++index)
+        for (int index = 0; index < identifiers; ++index)
             items.push_back(string("com.example.application" + std::to_string(key * 1000 + index)));
         defaults->setObject(array(std::move(items)), "Filler" + std::to_string(key));
     }

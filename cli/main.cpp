@@ -1,3 +1,4 @@
+#include "cli/explain_command.h"
 #include "cli/phone_commands.h"
 #include "cli/plan_command.h"
 #include "cli/policy_commands.h"
@@ -35,6 +36,7 @@ public:
         addPlan();
         addPhone();
         addPolicy();
+        addExplain(app_, explain_, [this](ExplainAction action) { action_ = std::move(action); });
     }
 
     ExitStatus run(int argumentCount, char** arguments)
@@ -111,12 +113,22 @@ private:
         addNamed(addVerb(phone, "kill", "kill a process with SIGKILL; the supervisor has it back",
                      [this](const auto& root) { return phoneKill(root, name_); }),
             "PROCESS");
+        CLI::App* const authenticate = addVerb(phone, "authenticate", "answer the prompt that is up",
+            [this](const auto& root) { return phoneAuthenticate(root, authenticate_); });
+        authenticate->add_option("ANSWER", authenticate_.answer, "yes, no or cancel")
+            ->required()
+            ->check(CLI::IsMember({ "yes", "no", "cancel" }));
+        authenticate->add_option("--after", authenticate_.after, "wait so long first")
+            ->check(CLI::Range(0.0, 3600.0))
+            ->type_name("SECONDS");
         addVerb(phone, "home", "go to the Home Screen", phoneHome);
         addRoad(phone, "tap", "tap an icon", "tap");
         addRoad(phone, "quick-action", "choose from an icon's quick-action menu", "quick-action");
         addRoad(phone, "spotlight", "tap a search result in Spotlight", "spotlight");
         CLI::App* const open = addRoad(phone, "open", "open an application", "service");
         open->add_option("--road", road_, "how the request comes (default service)")->check(CLI::IsMember(roadNames()));
+        addTransitionOptions(*open, transition_);
+        open->get_option("--road")->excludes(open->get_option("--from"));
         CLI::App* const switcher
             = addVerb(phone, "switcher", "select the switcher's card of these applications", [this](const auto& root) {
                   return phoneOpen(root, modifiers_ ? "switcher-modifiers" : "switcher", names_);
@@ -127,8 +139,10 @@ private:
 
     CLI::App* addRoad(CLI::App* phone, const char* name, const char* description, const char* road)
     {
-        CLI::App* const verb = addVerb(phone, name, description,
-            [this, road](const auto& root) { return phoneOpen(root, road_.empty() ? road : road_, { name_ }); });
+        CLI::App* const verb = addVerb(phone, name, description, [this, road](const auto& root) {
+            return transition_.any() ? phoneOpenFrom(root, transition_, name_)
+                                     : phoneOpen(root, road_.empty() ? road : road_, { name_ });
+        });
         addNamed(verb, "ID");
         return verb;
     }
@@ -170,8 +184,11 @@ private:
     std::string root_ = defaultRoot();
     bool json_ = false;
     Action action_;
+    ExplainOptions explain_;
+    TransitionOptions transition_;
     PlanOptions plan_;
     UpOptions up_;
+    AuthenticateOptions authenticate_;
     std::string name_;
     std::vector<std::string> names_;
     std::string road_;

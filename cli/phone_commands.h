@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/output.h"
+#include "cli/transition_options.h"
 #include "phone/supervisor/phone_directory.h"
 #include "platform/darwin/system.h"
 
@@ -27,6 +28,19 @@ ExitStatus phoneKill(const phone::PhoneDirectory& directory, const std::string& 
 /// refused: the refusal is the answer.
 ExitStatus phoneOpen(
     const phone::PhoneDirectory& directory, const std::string& road, const std::vector<std::string>& identifiers);
+struct AuthenticateOptions {
+    std::string answer; ///< "yes", "no" or "cancel"
+    double after = 0; ///< seconds to wait first
+};
+
+/// Answers the prompt that is up, SpringBoard's or else Spotlight's, and says what opened in consequence.
+/// Refused when none is up.
+ExitStatus phoneAuthenticate(const phone::PhoneDirectory& directory, const AuthenticateOptions& options);
+
+/// Has one application open another and says whether the transition passed, was declined and why, or went to
+/// the background, and what happened on the way.
+ExitStatus phoneOpenFrom(
+    const phone::PhoneDirectory& directory, const TransitionOptions& transition, const std::string& identifier);
 ExitStatus phoneHome(const phone::PhoneDirectory& directory);
 
 /// The names of all roads, SpringBoard's first.

@@ -76,16 +76,23 @@ const id& DefaultsDomain::readFileIfChanged()
     if (stamp == stamp_ && (!stamp || isSettled_))
         return fileContent_;
     stamp_.reset();
-    fileContent_ = nil;
     FileStamp read;
-    if (const auto bytes = readFile(path_, detail::largestPropertyList, &read)) {
+    auto bytes = readFile(path_, detail::largestPropertyList, &read);
+    if (bytes) {
         stamp_ = read;
         isSettled_ = now - std::chrono::nanoseconds(read.modifiedNanoseconds) > stampPrecision;
-        const id value = propertyListFromData(*bytes);
-        if (asDictionary(value))
-            fileContent_ = value;
     }
+    remember(std::move(bytes).value_or(std::string()));
     return fileContent_;
+}
+
+void DefaultsDomain::remember(std::string bytes)
+{
+    if (bytes == fileBytes_)
+        return;
+    const id value = propertyListFromData(bytes);
+    fileContent_ = asDictionary(value) ? value : nil;
+    fileBytes_ = std::move(bytes);
 }
 
 void DefaultsDomain::refresh()
@@ -141,7 +148,16 @@ int DefaultsDomain::publish(const Changes& changes)
         differs = differs || value || valueIn(former, key);
         send<"setObject:forKeyedSubscript:", void>(merged, value, string(key));
     }
-    return differs ? writePropertyList(merged, path_, PropertyListFormat::Binary, newFileMode) : 0;
+    if (!differs)
+        return 0;
+    auto bytes = dataFromPropertyList(merged, PropertyListFormat::Binary);
+    if (!bytes)
+        return EINVAL;
+    if (const int error = writeFileAtomically(path_, *bytes, newFileMode))
+        return error;
+    fileBytes_ = std::move(*bytes);
+    fileContent_ = propertyListCopy(merged);
+    return 0;
 }
 
 id DefaultsDomain::storedValue(std::string_view key) const

@@ -54,6 +54,7 @@ private:
     };
 
     const id& readFileIfChanged();
+    void remember(std::string bytes);
     int publish(const Changes& changes);
     id storedValue(std::string_view key) const;
 
@@ -70,7 +71,8 @@ private:
     std::mutex fileMutex_; ///< held while the disk is waited for; `mutex_` may be taken inside it
     std::optional<FileStamp> stamp_;
     bool isSettled_ = false; ///< whether any later change of the file shows in its stamp
-    id fileContent_; ///< the file's dictionary as it was read last, or nil
+    std::string fileBytes_; ///< as they were read or written last: the same bytes aren't parsed twice
+    id fileContent_; ///< the dictionary that they hold, or nil
 
     mutable std::mutex mutex_; ///< never held while the disk or an observer is waited for
     id stored_; ///< what the instances have read
