@@ -1,3 +1,4 @@
+#include "cli/explain_command.h"
 #include "cli/phone_commands.h"
 #include "cli/plan_command.h"
 #include "cli/policy_commands.h"
@@ -35,6 +36,7 @@ public:
         addPlan();
         addPhone();
         addPolicy();
+        addExplain(app_, explain_, [this](ExplainAction action) { action_ = std::move(action); });
     }
 
     ExitStatus run(int argumentCount, char** arguments)
@@ -125,6 +127,8 @@ private:
         addRoad(phone, "spotlight", "tap a search result in Spotlight", "spotlight");
         CLI::App* const open = addRoad(phone, "open", "open an application", "service");
         open->add_option("--road", road_, "how the request comes (default service)")->check(CLI::IsMember(roadNames()));
+        addTransitionOptions(*open, transition_);
+        open->get_option("--road")->excludes(open->get_option("--from"));
         CLI::App* const switcher
             = addVerb(phone, "switcher", "select the switcher's card of these applications", [this](const auto& root) {
                   return phoneOpen(root, modifiers_ ? "switcher-modifiers" : "switcher", names_);
@@ -135,8 +139,10 @@ private:
 
     CLI::App* addRoad(CLI::App* phone, const char* name, const char* description, const char* road)
     {
-        CLI::App* const verb = addVerb(phone, name, description,
-            [this, road](const auto& root) { return phoneOpen(root, road_.empty() ? road : road_, { name_ }); });
+        CLI::App* const verb = addVerb(phone, name, description, [this, road](const auto& root) {
+            return transition_.any() ? phoneOpenFrom(root, transition_, name_)
+                                     : phoneOpen(root, road_.empty() ? road : road_, { name_ });
+        });
         addNamed(verb, "ID");
         return verb;
     }
@@ -178,6 +184,8 @@ private:
     std::string root_ = defaultRoot();
     bool json_ = false;
     Action action_;
+    ExplainOptions explain_;
+    TransitionOptions transition_;
     PlanOptions plan_;
     UpOptions up_;
     AuthenticateOptions authenticate_;

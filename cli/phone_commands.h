@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/output.h"
+#include "cli/transition_options.h"
 #include "phone/supervisor/phone_directory.h"
 #include "platform/darwin/system.h"
 
@@ -35,6 +36,11 @@ struct AuthenticateOptions {
 /// Answers the prompt that is up, SpringBoard's or else Spotlight's, and says what opened in consequence.
 /// Refused when none is up.
 ExitStatus phoneAuthenticate(const phone::PhoneDirectory& directory, const AuthenticateOptions& options);
+
+/// Has one application open another and says whether the transition passed, was declined and why, or went to
+/// the background, and what happened on the way.
+ExitStatus phoneOpenFrom(
+    const phone::PhoneDirectory& directory, const TransitionOptions& transition, const std::string& identifier);
 ExitStatus phoneHome(const phone::PhoneDirectory& directory);
 
 /// The names of all roads, SpringBoard's first.

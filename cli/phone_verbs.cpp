@@ -62,6 +62,18 @@ std::string_view describeAnswer(std::string_view answer)
     return answer == "no" ? "Failed to authenticate" : "Cancelled";
 }
 
+/// One line for each step, as it happened.
+std::string describeJournal(const Json& journal)
+{
+    std::string text;
+    for (const Json& entry : journal) {
+        text += "\n    " + entry.value("event", "") + " " + entry.value("subject", "");
+        if (const std::string detail = entry.value("detail", ""); !detail.empty())
+            text += ": " + detail;
+    }
+    return text;
+}
+
 Json answerOf(const phone::PhoneDirectory& directory, std::string_view peer, const Json& request)
 {
     if (!connectToPhone(directory))
@@ -112,6 +124,19 @@ ExitStatus phoneAuthenticate(const phone::PhoneDirectory& directory, const Authe
         return ExitStatus::Done;
     }
     return refuse("no prompt is up");
+}
+
+ExitStatus phoneOpenFrom(
+    const phone::PhoneDirectory& directory, const TransitionOptions& transition, const std::string& identifier)
+{
+    Json record = transitionRecord(transition, identifier);
+    if (!transition.previousScene && record["previousScene"].is_null())
+        record.erase("previousScene");
+    const Json report = answerOf(directory, "SpringBoard", { { "verb", "transition" }, { "transition", record } });
+    if (!report.value("ok", false))
+        return refuse(report.value("error", "no answer"));
+    say(describeLaunch(report, identifier) + describeJournal(report["journal"]), report);
+    return ExitStatus::Done;
 }
 
 ExitStatus phoneHome(const phone::PhoneDirectory& directory)

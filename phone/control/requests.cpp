@@ -2,6 +2,7 @@
 
 #include "phone/control/answers.h"
 #include "phone/control/authentication.h"
+#include "phone/control/transition_request.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/roads.h"
 #include "platform/darwin/system.h"
@@ -101,8 +102,9 @@ Json openFromSpotlight(const Json& request)
 
 void handleSpringBoardRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs = new Verbs { { "home", home }, { "open", open },
-        { "open-request", openForAnotherProcess }, { "status", springBoardStatus } };
+    static const auto* const verbs
+        = new Verbs { { "home", home }, { "open", open }, { "open-request", openForAnotherProcess },
+              { "status", springBoardStatus }, { "transition", openFromAnotherApplication } };
     static const auto* const lateVerbs = new LateVerbs { { "authenticate", authenticateInSpringBoard } };
     answer(request, reply, *verbs, *lateVerbs);
 }

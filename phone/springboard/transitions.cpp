@@ -9,31 +9,29 @@ using namespace platform;
 
 namespace {
 
-/// What is in front now, as the request's context remembers it.
-id currentLayoutState(const id& workspace)
+std::optional<std::string> sceneInFront(const id& workspace)
 {
-    const id front = send<"frontmostApplication">(workspace);
-    if (!front)
+    const auto identifier = asString(askObject<"bundleIdentifier">(send<"frontmostApplication">(workspace)));
+    return identifier ? std::optional("sceneID:" + identifier->text() + "-default") : std::nullopt;
+}
+
+/// What the request's context remembers of the screen before.
+id layoutStateOf(std::optional<std::string_view> scene)
+{
+    if (!scene)
         return nil;
     const id element = send<"new">(id(classNamed<"SBLayoutElement">()));
-    const auto identifier = asString(send<"bundleIdentifier">(front));
-    send<"setUniqueIdentifier:", void>(element, string("sceneID:" + identifier->text() + "-default"));
+    send<"setUniqueIdentifier:", void>(element, string(*scene));
     id state = send<"new">(id(classNamed<"SBLayoutState">()));
     send<"setPrimaryElement:", void>(state, element);
     return state;
 }
 
-id makeEntity(const id& application)
-{
-    id entity = send<"new">(id(classNamed<"SBDeviceApplicationSceneEntity">()));
-    send<"setApplication:", void>(entity, application);
-    return entity;
-}
-
 id makeProcess(const TransitionDescription& description)
 {
     id process = send<"new">(id(classNamed<"FBProcess">()));
-    send<"setName:", void>(process, string(description.requesterName));
+    if (!description.requesterName.empty())
+        send<"setName:", void>(process, string(description.requesterName));
     if (!description.requesterBundleIdentifier.empty())
         send<"setBundleIdentifier:", void>(process, string(description.requesterBundleIdentifier));
     return process;
@@ -41,20 +39,33 @@ id makeProcess(const TransitionDescription& description)
 
 } // namespace
 
+id makeSceneEntity(const id& application, const id& actions)
+{
+    id entity = send<"new">(id(classNamed<"SBDeviceApplicationSceneEntity">()));
+    send<"setApplication:", void>(entity, application);
+    send<"setActions:", void>(entity, actions);
+    return entity;
+}
+
 id makeTransitionRequest(const TransitionDescription& description)
 {
     const id workspace = send<"sharedInstance">(id(classNamed<"SBMainWorkspace">()));
     std::vector<id> entities;
     for (const id& application : description.applications)
-        entities.push_back(makeEntity(application));
+        entities.push_back(makeSceneEntity(application));
 
     const id context = send<"new">(id(classNamed<"SBWorkspaceApplicationSceneTransitionContext">()));
     if (!entities.empty())
         send<"setPrimaryEntity:", void>(context, entities.front());
-    send<"setPreviousLayoutState:", void>(context, currentLayoutState(workspace));
+    const auto inFront = sceneInFront(workspace);
+    send<"setPreviousLayoutState:", void>(
+        context, layoutStateOf(description.previousScene ? description.previousScene : inFront));
 
     id request = send<"new">(id(classNamed<"SBMainWorkspaceTransitionRequest">()));
-    send<"setEventLabel:", void>(request, string(description.label));
+    if (description.label)
+        send<"setEventLabel:", void>(request, string(*description.label));
+    if (description.sourceEntity)
+        send<"setFromApplicationSceneEntities:", void>(request, set({ description.sourceEntity }));
     send<"setApplicationContext:", void>(request, context);
     send<"setOriginatingProcess:", void>(request, makeProcess(description));
     send<"setToApplicationSceneEntities:", void>(request, set(std::move(entities)));

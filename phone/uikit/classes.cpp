@@ -2,8 +2,10 @@
 
 // sorted
 #define CLASSES(X)                                                                                                     \
+    X(UIActivityContinuationAction)                                                                                    \
     X(UIImage)                                                                                                         \
-    X(UIImpactFeedbackGenerator)
+    X(UIImpactFeedbackGenerator)                                                                                       \
+    X(UIOpenURLAction)
 // end sorted
 
 PHONE_CLASS_LIST(uiKitClasses, CLASSES)

@@ -6,7 +6,6 @@ const HookGroup AppStoreUpdateHooks { "AppStoreUpdateHooks" };
 const HookGroup BaseHooks { "BaseHooks" };
 const HookGroup IOS13_AND_NEWER_HOOKS { "IOS13_AND_NEWER_HOOKS" };
 const HookGroup IOS12_AND_OLDER_HOOKS { "IOS12_AND_OLDER_HOOKS" };
-const HookGroup NoRedirectPrimary { "NoRedirectPrimary" };
 const HookGroup AutoClearHooks { "AutoClearHooks" };
 const HookGroup ImmortalizerHooks { "ImmortalizerHooks" };
 const HookGroup HiddenAppHooks { "HiddenAppHooks" };

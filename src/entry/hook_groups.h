@@ -2,6 +2,7 @@
 
 #include "core/hook_group.h"
 #include "launch/block_launch_hooks.h"
+#include "launch/redirect_hooks.h"
 #include "panel/shared_hooks.h"
 #include "state/running_indicator_hooks.h"
 
@@ -15,7 +16,6 @@ extern const HookGroup AppStoreUpdateHooks;
 extern const HookGroup BaseHooks;
 extern const HookGroup IOS13_AND_NEWER_HOOKS;
 extern const HookGroup IOS12_AND_OLDER_HOOKS;
-extern const HookGroup NoRedirectPrimary;
 extern const HookGroup AutoClearHooks;
 extern const HookGroup ImmortalizerHooks;
 extern const HookGroup HiddenAppHooks;

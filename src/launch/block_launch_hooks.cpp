@@ -2,6 +2,7 @@
 
 #include "launch/launch_gate.h"
 #include "launch/open_service_hooks.h"
+#include "launch/transition_request.h"
 #include "platform/runtime/message.h"
 
 namespace appledger {
@@ -15,11 +16,6 @@ std::optional<StringValue> bundleIdentifierOfIcon(const id& icon)
     if (const auto identifier = ask<"applicationBundleID">(icon))
         return asString(*identifier);
     return asString(ask<"applicationBundleIdentifier">(icon));
-}
-
-std::optional<StringValue> bundleIdentifierOfEntity(const id& sceneEntity)
-{
-    return asString(ask<"bundleIdentifier">(askObject<"application">(sceneEntity)));
 }
 
 bool isTransitionRequest(const id& request)
@@ -54,8 +50,7 @@ Original<bool(id, bool)> original_canExecuteTransitionRequest;
 bool SBMainWorkspace_canExecuteTransitionRequest(const id& self, SEL cmd, const id& request, bool forExecution)
 {
     if (isTransitionRequest(request)) {
-        const id entity = askObject<"anyObject">(askObject<"toApplicationSceneEntities">(request));
-        if (launchIsStopped(bundleIdentifierOfEntity(entity), LaunchRoad::WorkspaceValidate, request))
+        if (launchIsStopped(destinationOfRequest(request), LaunchRoad::WorkspaceValidate, request))
             return false;
     }
     return original_canExecuteTransitionRequest(self, cmd, request, forExecution);

@@ -30,17 +30,22 @@ struct RuleKey {
     std::string_view prefix;
     RuleKind kind;
     Published<RuleSet>& set;
+    const RuleSet* RedirectRules::*place;
 };
 
-const RuleKey ruleKeys[] {
-    { "IsBlockedFromLaunchingOthers/", RuleKind::Flag, gForbiddenLaunchSources },
-    { "IsBlockedFromBeingLaunched/", RuleKind::Flag, gForbiddenLaunchDestinations },
-    { "IsBlockedFromLaunchingAppStore/", RuleKind::Flag, gForbiddenLaunchSourcesForAppStore },
-    { "IsBlockedFromLaunchingSafari/", RuleKind::Flag, gForbiddenLaunchSourcesForSafariServices },
-    { "ShouldTeardownAutomatically/", RuleKind::Flag, gUseLenientModeSources },
-    { "ShouldSimulateSuccess/", RuleKind::Flag, gUseHandledSimulationSources },
-    { "CustomBypassedApplications/", RuleKind::ListOfSources, gCustomAllowedMappings },
-    { "CustomBlockedApplications/", RuleKind::ListOfDestinations, gCustomForbiddenMappings },
+constexpr RuleKey ruleKeys[] {
+    { redirect_key::forbiddenSource, RuleKind::Flag, gForbiddenLaunchSources, &RedirectRules::forbiddenSources },
+    { redirect_key::forbiddenDestination, RuleKind::Flag, gForbiddenLaunchDestinations,
+        &RedirectRules::forbiddenDestinations },
+    { redirect_key::forbiddenSourceForAppStore, RuleKind::Flag, gForbiddenLaunchSourcesForAppStore,
+        &RedirectRules::forbiddenSourcesForAppStore },
+    { redirect_key::forbiddenSourceForSafari, RuleKind::Flag, gForbiddenLaunchSourcesForSafariServices,
+        &RedirectRules::forbiddenSourcesForSafari },
+    { redirect_key::lenientSource, RuleKind::Flag, gUseLenientModeSources, &RedirectRules::lenientSources },
+    { redirect_key::simulatedSource, RuleKind::Flag, gUseHandledSimulationSources, &RedirectRules::simulatedSources },
+    { redirect_key::allowedSources, RuleKind::ListOfSources, gCustomAllowedMappings, &RedirectRules::allowedPairs },
+    { redirect_key::forbiddenDestinations, RuleKind::ListOfDestinations, gCustomForbiddenMappings,
+        &RedirectRules::forbiddenPairs },
 };
 
 std::vector<std::string_view> views(const std::vector<std::string>& texts)
@@ -79,23 +84,47 @@ std::string rulePair(std::string_view source, std::string_view destination)
     return std::string(source).append("->").append(destination);
 }
 
-void ReloadRedirectPrefs()
+RedirectRules currentRedirectRules() noexcept
 {
-    const id all = synchronizedPreferences()->dictionaryRepresentation();
+    RedirectRules rules;
+    for (const RuleKey& key : ruleKeys)
+        rules.*key.place = key.set.load();
+    return rules;
+}
+
+RedirectRuleSets::RedirectRuleSets(const id& preferences)
+{
+    static_assert(std::tuple_size_v<decltype(sets_)> == std::size(ruleKeys));
     std::array<std::vector<std::string>, std::size(ruleKeys)> rules;
-    if (const auto pairs = asDictionary(all)) {
-        for (const auto& [keyObject, value] : *pairs) {
-            const auto key = asString(keyObject);
-            if (!key)
-                continue;
-            for (std::size_t index = 0; index < rules.size(); ++index)
-                if (key->view().starts_with(ruleKeys[index].prefix))
-                    addRules(
-                        ruleKeys[index].kind, key->view().substr(ruleKeys[index].prefix.size()), value, rules[index]);
-        }
+    for (const auto& [keyObject, value] : pairsOf(preferences)) {
+        const auto key = asString(keyObject);
+        if (!key)
+            continue;
+        for (std::size_t index = 0; index < rules.size(); ++index)
+            if (key->view().starts_with(ruleKeys[index].prefix))
+                addRules(ruleKeys[index].kind, key->view().substr(ruleKeys[index].prefix.size()), value, rules[index]);
     }
     for (std::size_t index = 0; index < rules.size(); ++index)
-        ruleKeys[index].set.assign(new RuleSet(std::move(rules[index])));
+        sets_[index] = std::make_unique<const RuleSet>(std::move(rules[index]));
+}
+
+RedirectRules RedirectRuleSets::rules() const noexcept
+{
+    RedirectRules rules;
+    for (std::size_t index = 0; index < sets_.size(); ++index)
+        rules.*ruleKeys[index].place = sets_[index].get();
+    return rules;
+}
+
+void RedirectRuleSets::publish() &&
+{
+    for (std::size_t index = 0; index < sets_.size(); ++index)
+        ruleKeys[index].set.assign(sets_[index].release());
+}
+
+void ReloadRedirectPrefs()
+{
+    RedirectRuleSets(synchronizedPreferences()->dictionaryRepresentation()).publish();
 }
 
 } // namespace appledger

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "core/string_set.h"
+#include "platform/runtime/object.h"
 #include "platform/runtime/reclamation.h"
 
+#include <array>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +39,48 @@ extern platform::Published<RuleSet> gUseLenientModeSources;
 extern platform::Published<RuleSet> gUseHandledSimulationSources;
 extern platform::Published<RuleSet> gCustomAllowedMappings; ///< rule pairs
 extern platform::Published<RuleSet> gCustomForbiddenMappings; ///< rule pairs
+
+/// What the keys of the rules begin with; a bundle identifier follows.
+namespace redirect_key {
+
+inline constexpr std::string_view forbiddenSource = "IsBlockedFromLaunchingOthers/";
+inline constexpr std::string_view forbiddenDestination = "IsBlockedFromBeingLaunched/";
+inline constexpr std::string_view forbiddenSourceForAppStore = "IsBlockedFromLaunchingAppStore/";
+inline constexpr std::string_view forbiddenSourceForSafari = "IsBlockedFromLaunchingSafari/";
+inline constexpr std::string_view lenientSource = "ShouldTeardownAutomatically/";
+inline constexpr std::string_view simulatedSource = "ShouldSimulateSuccess/";
+inline constexpr std::string_view allowedSources = "CustomBypassedApplications/"; ///< may open the key's application
+inline constexpr std::string_view forbiddenDestinations = "CustomBlockedApplications/"; ///< the key's may not open them
+
+} // namespace redirect_key
+
+/// The sets that one decision reads. Null: no rule of that kind.
+struct RedirectRules {
+    const RuleSet* forbiddenSources = nullptr;
+    const RuleSet* forbiddenDestinations = nullptr;
+    const RuleSet* forbiddenSourcesForAppStore = nullptr;
+    const RuleSet* forbiddenSourcesForSafari = nullptr;
+    const RuleSet* lenientSources = nullptr;
+    const RuleSet* simulatedSources = nullptr;
+    const RuleSet* allowedPairs = nullptr;
+    const RuleSet* forbiddenPairs = nullptr;
+};
+
+/// As they stand now in this process. Valid until the read section that the caller holds ends.
+RedirectRules currentRedirectRules() noexcept;
+
+/// The sets that a dictionary of preferences describes. Keys that begin otherwise, and values of another type than
+/// their key's, are no rules.
+class RedirectRuleSets {
+public:
+    explicit RedirectRuleSets(const platform::id& preferences);
+
+    RedirectRules rules() const noexcept; ///< valid as long as this lives
+    void publish() &&;
+
+private:
+    std::array<std::unique_ptr<const RuleSet>, 8> sets_; ///< in the order of the table of keys
+};
 
 /// Rereads all rule keys of the domain and replaces the eight sets, one after the other: a decision that
 /// is made meanwhile may see some old and some new.

@@ -80,10 +80,25 @@ public:
     void assign(const T* value)
     {
         if (const T* const former = present_.exchange(value, std::memory_order_acq_rel))
-            retire(former, [](const void* replaced) { delete static_cast<const T*>(replaced); });
+            retire(former, destroy);
+    }
+
+    /// Takes `value` over in place of `former` and returns true; false, with nothing done, when something else
+    /// stands here by now. `former` was loaded in a read section that is still open: so it can't have gone and
+    /// come back.
+    [[nodiscard]] bool assignIf(const T* former, const T* value)
+    {
+        const T* expected = former;
+        if (!present_.compare_exchange_strong(expected, value, std::memory_order_acq_rel, std::memory_order_acquire))
+            return false;
+        if (former)
+            retire(former, destroy);
+        return true;
     }
 
 private:
+    static void destroy(const void* replaced) { delete static_cast<const T*>(replaced); }
+
     std::atomic<const T*> present_ { nullptr };
 };
 

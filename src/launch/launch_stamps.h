@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/runtime/reclamation.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace appledger {
+
+/// When each application was last launched, in seconds of CACurrentMediaTime(). Immutable.
+class LaunchStamps {
+public:
+    LaunchStamps() = default;
+
+    /// These stamps and one more, in place of the application's former one.
+    LaunchStamps with(std::string_view identifier, double time) const;
+
+    /// Empty for an application that wasn't launched. Allocates nothing.
+    std::optional<double> of(std::string_view identifier) const noexcept;
+
+    std::size_t size() const noexcept { return stamps_.size(); }
+
+private:
+    std::vector<std::pair<std::string, double>> stamps_; ///< sorted by identifier
+};
+
+/// Of this process; null before the first launch, and nothing is ever removed.
+extern platform::Published<LaunchStamps> gLastTransitionStamps;
+
+/// Notes a launch. Any thread: of two launches at one time neither is lost.
+void recordLaunch(std::string_view identifier, double time);
+
+} // namespace appledger
