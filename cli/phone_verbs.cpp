@@ -45,7 +45,7 @@ std::string describeLaunch(const Json& report, const std::string& wanted)
         out << ".";
     }
     for (const Json& prompt : report["prompts"])
-        out << " A prompt of " << prompt.value("process", "") << " is up: \"" << prompt.value("reason", "") << "\".";
+        out << " A prompt of " << prompt.value("process", "") << " is up (\"" << prompt.value("reason", "") << "\").";
     if (report["opened"].empty() && report["background"].empty() && report["declined"].empty()
         && report["stoppedAt"].is_string())
         out << " Stopped at " << report["stoppedAt"].get<std::string>() << "; the system gave no reason.";
