@@ -113,6 +113,14 @@ private:
         addNamed(addVerb(phone, "kill", "kill a process with SIGKILL; the supervisor has it back",
                      [this](const auto& root) { return phoneKill(root, name_); }),
             "PROCESS");
+        CLI::App* const authenticate = addVerb(phone, "authenticate", "answer the prompt that is up",
+            [this](const auto& root) { return phoneAuthenticate(root, authenticate_); });
+        authenticate->add_option("ANSWER", authenticate_.answer, "yes, no or cancel")
+            ->required()
+            ->check(CLI::IsMember({ "yes", "no", "cancel" }));
+        authenticate->add_option("--after", authenticate_.after, "wait so long first")
+            ->check(CLI::Range(0.0, 3600.0))
+            ->type_name("SECONDS");
         addVerb(phone, "home", "go to the Home Screen", phoneHome);
         addRoad(phone, "tap", "tap an icon", "tap");
         addRoad(phone, "quick-action", "choose from an icon's quick-action menu", "quick-action");
@@ -180,6 +188,7 @@ private:
     TransitionOptions transition_;
     PlanOptions plan_;
     UpOptions up_;
+    AuthenticateOptions authenticate_;
     std::string name_;
     std::vector<std::string> names_;
     std::string road_;

@@ -28,6 +28,14 @@ ExitStatus phoneKill(const phone::PhoneDirectory& directory, const std::string& 
 /// refused: the refusal is the answer.
 ExitStatus phoneOpen(
     const phone::PhoneDirectory& directory, const std::string& road, const std::vector<std::string>& identifiers);
+struct AuthenticateOptions {
+    std::string answer; ///< "yes", "no" or "cancel"
+    double after = 0; ///< seconds to wait first
+};
+
+/// Answers the prompt that is up, SpringBoard's or else Spotlight's, and says what opened in consequence.
+/// Refused when none is up.
+ExitStatus phoneAuthenticate(const phone::PhoneDirectory& directory, const AuthenticateOptions& options);
 
 /// Has one application open another and says whether the transition passed, was declined and why, or went to
 /// the background, and what happened on the way.

@@ -111,6 +111,13 @@ std::string describeStatus(const Json& status)
     }
     const std::string front = status.value("front", "");
     out << "In front: " << (front.empty() ? "the Home Screen" : front);
+    for (const Json& prompt : status["prompts"]) {
+        out << "\nA prompt of " << prompt.value("process", "") << " is up";
+        if (prompt["application"].is_string())
+            out << " for " << prompt["application"].get<std::string>();
+        out << ", for " << static_cast<long>(prompt.value("secondsUp", 0.0)) << " s: \"" << prompt.value("reason", "")
+            << "\"";
+    }
     return out.str();
 }
 

@@ -4,8 +4,10 @@
 #include "phone/springboard/roads.h"
 
 #include <algorithm>
+#include <chrono>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <thread>
 
 namespace cli {
 
@@ -42,6 +44,8 @@ std::string describeLaunch(const Json& report, const std::string& wanted)
             out << ": \"" << declined["reason"].get<std::string>() << "\"";
         out << ".";
     }
+    for (const Json& prompt : report["prompts"])
+        out << " A prompt of " << prompt.value("process", "") << " is up: \"" << prompt.value("reason", "") << "\".";
     if (report["opened"].empty() && report["background"].empty() && report["declined"].empty()
         && report["stoppedAt"].is_string())
         out << " Stopped at " << report["stoppedAt"].get<std::string>() << "; the system gave no reason.";
@@ -49,6 +53,13 @@ std::string describeLaunch(const Json& report, const std::string& wanted)
     for (const Json& note : report["notes"])
         out << " " << note.get<std::string>() << ".";
     return out.str();
+}
+
+std::string_view describeAnswer(std::string_view answer)
+{
+    if (answer == "yes")
+        return "Authenticated";
+    return answer == "no" ? "Failed to authenticate" : "Cancelled";
 }
 
 /// One line for each step, as it happened.
@@ -91,6 +102,28 @@ ExitStatus phoneOpen(
         return refuse(report.value("error", "no answer"));
     say(describeLaunch(report, joined(Json(identifiers))), report);
     return ExitStatus::Done;
+}
+
+ExitStatus phoneAuthenticate(const phone::PhoneDirectory& directory, const AuthenticateOptions& options)
+{
+    if (!connectToPhone(directory))
+        return refuse("the phone at " + directory.root() + " isn't up");
+    std::this_thread::sleep_for(std::chrono::duration<double>(options.after));
+    const Json request { { "verb", "authenticate" }, { "success", options.answer == "yes" },
+        { "cancelled", options.answer == "cancel" } };
+    for (const char* const process : { "SpringBoard", "Spotlight" }) {
+        const Json report = askPhone(process, request);
+        if (report.contains("prompt") && report["prompt"].is_null())
+            continue;
+        if (!report.value("ok", false))
+            return refuse(report.value("error", "no answer"));
+        const Json& application = report["prompt"]["application"];
+        say(std::string(describeAnswer(options.answer)) + " in " + process + ". "
+                + describeLaunch(report, application.is_string() ? application.get<std::string>() : "An application"),
+            report);
+        return ExitStatus::Done;
+    }
+    return refuse("no prompt is up");
 }
 
 ExitStatus phoneOpenFrom(

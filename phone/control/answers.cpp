@@ -10,7 +10,8 @@ using namespace platform;
 namespace {
 
 constexpr JournalEvent everyEvent[] { JournalEvent::Sent, JournalEvent::Ran, JournalEvent::Opened,
-    JournalEvent::OpenedInBackground, JournalEvent::Declined, JournalEvent::Haptic, JournalEvent::Note };
+    JournalEvent::OpenedInBackground, JournalEvent::Declined, JournalEvent::Prompt, JournalEvent::Haptic,
+    JournalEvent::Note };
 
 Json subjects(const std::vector<JournalEntry>& entries, JournalEvent event)
 {
@@ -23,13 +24,18 @@ Json subjects(const std::vector<JournalEntry>& entries, JournalEvent event)
 
 } // namespace
 
-void answer(std::string_view request, const BusReply& reply, const Verbs& verbs)
+void answer(std::string_view request, const BusReply& reply, const Verbs& verbs, const LateVerbs& lateVerbs)
 {
     const Json parsed = Json::parse(request, nullptr, false);
-    const auto verb = parsed.is_object() ? verbs.find(text(parsed, "verb")) : verbs.end();
-    const Json answered
-        = verb == verbs.end() ? failure("this process doesn't know that request") : verb->second(parsed);
-    reply(answered.dump(-1, ' ', false, Json::error_handler_t::replace));
+    const std::string name = parsed.is_object() ? text(parsed, "verb") : "";
+    const auto send
+        = [reply](const Json& answered) { reply(answered.dump(-1, ' ', false, Json::error_handler_t::replace)); };
+    if (const auto verb = verbs.find(name); verb != verbs.end())
+        send(verb->second(parsed));
+    else if (const auto lateVerb = lateVerbs.find(name); lateVerb != lateVerbs.end())
+        lateVerb->second(parsed, send);
+    else
+        send(failure("this process doesn't know that request"));
 }
 
 Json failure(std::string_view error)
@@ -67,11 +73,15 @@ Json launchReport(const std::vector<JournalEntry>& entries)
         if (entry.event == JournalEvent::Declined)
             declined.push_back({ { "application", entry.subject },
                 { "reason", entry.detail.empty() ? Json(nullptr) : Json(entry.detail) } });
+    Json prompts = Json::array();
+    for (const JournalEntry& entry : entries)
+        if (entry.event == JournalEvent::Prompt)
+            prompts.push_back({ { "process", entry.subject }, { "reason", entry.detail } });
     const Json opened = subjects(entries, JournalEvent::Opened);
     const std::string heldUp = heldUpAt(entries);
     return { { "ok", true }, { "opened", opened },
         { "background", subjects(entries, JournalEvent::OpenedInBackground) }, { "declined", declined },
-        { "stoppedAt", heldUp.empty() ? Json(nullptr) : Json(heldUp) },
+        { "prompts", prompts }, { "stoppedAt", heldUp.empty() ? Json(nullptr) : Json(heldUp) },
         { "haptics", subjects(entries, JournalEvent::Haptic) }, { "notes", subjects(entries, JournalEvent::Note) },
         { "journal", toJson(entries) } };
 }

@@ -16,8 +16,14 @@ using Json = nlohmann::json;
 using Verb = std::function<Json(const Json& request)>;
 using Verbs = std::map<std::string, Verb, std::less<>>;
 
+/// A verb that replies in its own time, on the main thread.
+using Reply = std::function<void(const Json& answer)>;
+using LateVerb = std::function<void(const Json& request, const Reply& reply)>;
+using LateVerbs = std::map<std::string, LateVerb, std::less<>>;
+
 /// Parses the request, finds its verb and replies. A malformed request and an unknown verb get an error.
-void answer(std::string_view request, const platform::BusReply& reply, const Verbs& verbs);
+void answer(
+    std::string_view request, const platform::BusReply& reply, const Verbs& verbs, const LateVerbs& lateVerbs = {});
 
 Json failure(std::string_view error);
 

@@ -1,6 +1,7 @@
 #include "phone/control/requests.h"
 
 #include "phone/control/answers.h"
+#include "phone/control/authentication.h"
 #include "phone/control/transition_request.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/roads.h"
@@ -13,6 +14,15 @@ namespace phone {
 using namespace platform;
 
 namespace {
+
+Json reportOnLaunch(const std::vector<std::string>& identifiers)
+{
+    const std::vector<JournalEntry> entries = takeJournal();
+    nameApplicationOfPrompt(entries, identifiers);
+    Json report = launchReport(entries);
+    report["front"] = frontmostApplication();
+    return report;
+}
 
 Json open(const Json& request)
 {
@@ -29,9 +39,7 @@ Json open(const Json& request)
     case RoadOutcome::Entered:
         break;
     }
-    Json report = launchReport(takeJournal());
-    report["front"] = frontmostApplication();
-    return report;
+    return reportOnLaunch(identifiers);
 }
 
 Json openForAnotherProcess(const Json& request)
@@ -39,9 +47,7 @@ Json openForAnotherProcess(const Json& request)
     takeJournal();
     openApplication(
         { text(request, "application"), text(request, "requesterName"), text(request, "requesterBundleIdentifier") });
-    Json report = launchReport(takeJournal());
-    report["front"] = frontmostApplication();
-    return report;
+    return reportOnLaunch({ text(request, "application") });
 }
 
 Json home(const Json&)
@@ -59,7 +65,23 @@ Json springBoardStatus(const Json& request)
 {
     Json status = processStatus(request);
     status["front"] = frontmostApplication();
+    status["prompt"] = promptStatus();
     return status;
+}
+
+Json spotlightStatus(const Json& request)
+{
+    Json status = processStatus(request);
+    status["prompt"] = promptStatus();
+    return status;
+}
+
+void authenticateInSpringBoard(const Json& request, const Reply& reply)
+{
+    authenticate(request, [reply](Json report) {
+        report["front"] = frontmostApplication();
+        reply(report);
+    });
 }
 
 Json openFromSpotlight(const Json& request)
@@ -71,7 +93,9 @@ Json openFromSpotlight(const Json& request)
         return failure("no application is named");
     if (!openSearchResult(road, identifiers.front()))
         return failure("Spotlight has no road called " + road);
-    return launchReport(takeJournal());
+    const std::vector<JournalEntry> entries = takeJournal();
+    nameApplicationOfPrompt(entries, identifiers);
+    return launchReport(entries);
 }
 
 } // namespace
@@ -81,13 +105,15 @@ void handleSpringBoardRequest(std::string_view request, BusReply reply)
     static const auto* const verbs
         = new Verbs { { "home", home }, { "open", open }, { "open-request", openForAnotherProcess },
               { "status", springBoardStatus }, { "transition", openFromAnotherApplication } };
-    answer(request, reply, *verbs);
+    static const auto* const lateVerbs = new LateVerbs { { "authenticate", authenticateInSpringBoard } };
+    answer(request, reply, *verbs, *lateVerbs);
 }
 
 void handleSpotlightRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs = new Verbs { { "open", openFromSpotlight }, { "status", processStatus } };
-    answer(request, reply, *verbs);
+    static const auto* const verbs = new Verbs { { "open", openFromSpotlight }, { "status", spotlightStatus } };
+    static const auto* const lateVerbs = new LateVerbs { { "authenticate", authenticate } };
+    answer(request, reply, *verbs, *lateVerbs);
 }
 
 void handleCommonRequest(std::string_view request, BusReply reply)

@@ -11,10 +11,10 @@
 namespace phone {
 
 /// In SpringBoard: "status", "open" (a road and the applications), "home", "open-request" (from another
-/// process), "transition" (from another application).
+/// process), "transition" (from another application), "authenticate" (answers the prompt that is up).
 void handleSpringBoardRequest(std::string_view request, platform::BusReply reply);
 
-/// In Spotlight: "status", "open" (a road of Spotlight's and one application).
+/// In Spotlight: "status", "open" (a road of Spotlight's and one application), "authenticate".
 void handleSpotlightRequest(std::string_view request, platform::BusReply reply);
 
 /// In the others: "status".

@@ -1,8 +1,15 @@
 #include "phone/frontboard/open_request.h"
 
+#include "platform/dispatch/queue.h"
+
+#include <future>
+#include <memory>
+#include <unistd.h>
 #include <utility>
 
 namespace phone {
+
+using namespace platform;
 
 namespace {
 
@@ -12,11 +19,20 @@ std::function<bool(const OpenRequest&)>& handler()
     return *present;
 }
 
+bool openOnMainThread(const OpenRequest& request)
+{
+    return handler() && handler()(request);
+}
+
 } // namespace
 
 bool openApplication(const OpenRequest& request)
 {
-    return handler() && handler()(request);
+    if (::gettid() == ::getpid())
+        return openOnMainThread(request);
+    const auto opened = std::make_shared<std::promise<bool>>();
+    dispatch_async(dispatch_get_main_queue(), [request, opened] { opened->set_value(openOnMainThread(request)); });
+    return opened->get_future().get();
 }
 
 void setOpenApplicationHandler(std::function<bool(const OpenRequest&)> newHandler)

@@ -6,6 +6,9 @@
 #include "platform/darwin/bus.h"
 #include "platform/dispatch/run_loop.h"
 #include "platform/foundation/files.h"
+#include "platform/foundation/locale.h"
+#include "platform/foundation/user_defaults.h"
+#include "platform/foundation/values.h"
 
 #include <csignal>
 #include <cstdio>
@@ -22,6 +25,18 @@ std::vector<std::string>& injected()
 {
     static auto* const libraries = new std::vector<std::string>;
     return *libraries;
+}
+
+/// What the owner has set on the device; without a setting the languages stay as they are.
+void takeLanguages()
+{
+    const id stored = NSUserDefaults::suite(".GlobalPreferences")->arrayForKey("AppleLanguages");
+    std::vector<std::string> languages;
+    for (const id& item : itemsOf(stored))
+        if (const auto language = asString(item))
+            languages.push_back(language->text());
+    if (!languages.empty())
+        setPreferredLanguages(std::move(languages));
 }
 
 int fail(const std::string& what)
@@ -51,6 +66,7 @@ int runProcess(const HostOptions& options)
     if (!setDeviceRoot(options.root))
         return fail("can't open the device's root " + options.root);
     setProcessFacts({ std::string(definition->bundleIdentifier), options.processName, options.version });
+    takeLanguages();
     setBusHandler(definition->handleRequest);
     if (!connectBus(options.busAddress, options.processName, [] { stopRunLoop(); }))
         return fail("can't reach the bus at " + options.busAddress);

@@ -46,6 +46,8 @@ std::string_view journalEventName(JournalEvent event) noexcept
         return "opened in background";
     case JournalEvent::Declined:
         return "declined";
+    case JournalEvent::Prompt:
+        return "prompt";
     case JournalEvent::Haptic:
         return "haptic";
     case JournalEvent::Note:

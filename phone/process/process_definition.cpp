@@ -4,6 +4,7 @@
 #include "phone/control/requests.h"
 #include "phone/frontboard/classes.h"
 #include "phone/launchservices/classes.h"
+#include "phone/localauthentication/classes.h"
 #include "phone/search/classes.h"
 #include "phone/springboard/classes.h"
 #include "phone/springboard/start.h"
@@ -23,9 +24,9 @@ namespace {
 using Framework = ClassList (*)() noexcept;
 
 constexpr Framework springBoardFrameworks[] { foundationClasses, uiKitClasses, springBoardClasses, frontBoardClasses,
-    launchServicesClasses, appStoreDaemonClasses, userNotificationsClasses };
+    launchServicesClasses, localAuthenticationClasses, appStoreDaemonClasses, userNotificationsClasses };
 constexpr Framework spotlightFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
-    searchUIClasses };
+    localAuthenticationClasses, searchUIClasses };
 constexpr Framework appStoreFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
     appStoreDaemonClasses };
 constexpr Framework storeDaemonFrameworks[] { foundationClasses, appStoreDaemonClasses };

@@ -42,9 +42,9 @@ void Supervisor::answer(std::string_view request, BusReply reply)
 void Supervisor::answerStatus(BusReply reply)
 {
     auto gathered = std::make_shared<GatheredStatus>();
-    gathered->status
-        = { { "ok", true }, { "root", options_.root }, { "ios", options_.version.text() }, { "stock", options_.stock },
-              { "front", "" }, { "supervisor", processIdentifier() }, { "processes", Json::array() } };
+    gathered->status = { { "ok", true }, { "root", options_.root }, { "ios", options_.version.text() },
+        { "stock", options_.stock }, { "front", "" }, { "prompts", Json::array() },
+        { "supervisor", processIdentifier() }, { "processes", Json::array() } };
     gathered->reply = std::move(reply);
     gathered->missing = processes_.size();
     for (std::size_t index = 0; index < processes_.size(); ++index) {
@@ -57,6 +57,8 @@ void Supervisor::answerStatus(BusReply reply)
                 gathered->status["processes"][index]["injected"] = own.value("injected", Json::array());
                 if (own.contains("front"))
                     gathered->status["front"] = own["front"];
+                if (own.value("prompt", Json()).is_object())
+                    gathered->status["prompts"].push_back(own["prompt"]);
             }
             if (--gathered->missing == 0)
                 send(gathered->reply, gathered->status);

@@ -26,18 +26,22 @@ struct RoadRow {
     std::string prompted;
 };
 
+const std::string prompt = "prompt SpringBoard: Authenticate to open this app.";
+const std::string prompted = "haptic impact | " + prompt;
+
 const std::vector<RoadRow> roads {
-    { "tap", "SBIconView _handleTap", "haptic impact", "haptic impact" },
-    { "quick-action", "SBIconController iconView:didSelectApplicationShortcutItem:", "", "" },
-    { "switcher", "SBFluidSwitcherViewController didSelectContainer:", "haptic impact", "haptic impact" },
+    { "tap", "SBIconView _handleTap", "haptic impact", prompted },
+    { "quick-action", "SBIconController iconView:didSelectApplicationShortcutItem:", "", prompt },
+    { "switcher", "SBFluidSwitcherViewController didSelectContainer:", "haptic impact", prompted },
     { "switcher-modifiers", "SBFluidSwitcherViewController didSelectContainer:modifierFlags:", "haptic impact",
-        "haptic impact" },
-    { "service", "FBSOpenApplicationService openApplication:withOptions:completion:", "", "" },
-    { "service-port", "FBSOpenApplicationService openApplication:withOptions:clientPort:completion:", "", "" },
+        prompted },
+    { "service", "FBSOpenApplicationService openApplication:withOptions:completion:", "", prompt },
+    { "service-port", "FBSOpenApplicationService openApplication:withOptions:clientPort:completion:", "", prompt },
     { "workspace-execute", "SBMainWorkspace _executeTransitionRequest:options:validator:voluntarily:", "haptic impact",
-        "haptic impact" },
+        prompted },
     { "workspace-validate", "SBMainWorkspace _canExecuteTransitionRequest:forExecution:",
-        "declined com.example.notes: Blocked by AppLedger", "declined com.example.notes: Blocked for Authentication" },
+        "declined com.example.notes: Blocked by AppLedger",
+        prompt + " | declined com.example.notes: Blocked for Authentication" },
 };
 
 bool isMissing(const RoadRow& road)
@@ -287,9 +291,9 @@ TEST_F(SpringBoardRoad, OfTheSwitcherLooksAtEveryApplicationOfTheCard)
         { { mail, notes }, {}, "opened com.example.mail | opened com.example.notes" },
         { { mail, notes }, { .blocked = { notes } }, "haptic impact" },
         { { mail, notes }, { .hidden = { notes } }, "haptic impact" },
-        { { mail, notes }, { .requireAuth = { "com.example.other", notes } }, "haptic impact" },
-        { { mail, notes }, { .requireAuth = { notes }, .blocked = { mail } }, "haptic impact" },
-        { { mail, notes }, { .requireAuth = { notes, mail }, .authenticated = notes }, "haptic impact" },
+        { { mail, notes }, { .requireAuth = { "com.example.other", notes } }, prompted },
+        { { mail, notes }, { .requireAuth = { notes }, .blocked = { mail } }, prompted },
+        { { mail, notes }, { .requireAuth = { notes, mail }, .authenticated = notes }, prompted },
         { { mail, notes }, { .requireAuth = { notes }, .authenticated = notes },
             "opened com.example.mail | opened com.example.notes" },
         { { mail }, { { notes }, { notes }, { notes } }, "opened com.example.mail" },

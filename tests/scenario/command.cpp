@@ -101,7 +101,8 @@ std::string Phone::preferenceFile() const
 
 int Phone::pid(const std::string& process) const
 {
-    for (const Json& known : answer({ "phone", "status" })["processes"])
+    const Json status = answer({ "phone", "status" });
+    for (const Json& known : status["processes"])
         if (known["name"] == process)
             return known["pid"];
     return -1;

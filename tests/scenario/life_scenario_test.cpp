@@ -88,7 +88,8 @@ TEST(LifeScenario, AKilledProcessIsBackInjectedInUnderASecond)
         EXPECT_NE(back["pid"], before) << process;
         EXPECT_LT(back["milliseconds"].get<int>(), 1000) << process;
     }
-    for (const Json& process : statusOnceAllRun(phone)["processes"]) {
+    const Json status = statusOnceAllRun(phone);
+    for (const Json& process : status["processes"]) {
         EXPECT_EQ(process["restarts"], 1);
         EXPECT_EQ(process["injected"].size(), 1U) << process["name"];
     }

@@ -160,8 +160,9 @@ TEST(BusPosts, GoOutFromAnyThreadOfAProcessThatRunsNoLoop)
         postLetters("a");
         std::thread([] { postLetters("bc"); }).join();
         postLetters("d");
-        std::thread([] { postLetters("e"); }).join();
         EXPECT_TRUE(flushBus(patience));
+        std::thread([] { postLetters("e"); }).join();
+        disconnectBus();
         return 0;
     });
     EXPECT_EQ(tool.wait(), 0);

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <thread>
 #include <vector>
 
 using namespace platform;
@@ -25,6 +26,12 @@ std::string journal;
 void observe(CFNotificationCallback callback, std::string_view name)
 {
     CFNotificationCenterAddObserver(callback, name, CFNotificationSuspensionBehavior::DeliverImmediately);
+}
+
+/// A post that isn't this thread's to send.
+void postFromAnotherThread(std::string_view name)
+{
+    std::thread([name] { CFNotificationCenterPostNotification(name); }).join();
 }
 
 /// A process of the device with that name on the bus, which answers until it is killed.
@@ -175,19 +182,19 @@ TEST(BusRequests, KeepTheirPlaceAmongThePostsOfBothSides)
     const BusDaemon daemon;
     const Peer peer(daemon, "SpringBoard", [](std::string_view request, const BusReply& reply) {
         journal += request;
-        CFNotificationCenterPostNotification("posted by peer");
+        postFromAnotherThread("posted by peer");
         reply(std::exchange(journal, {}));
     });
     connect(daemon);
     observe([] { journal += "post "; }, "posted by peer");
-    CFNotificationCenterPostNotification("note");
+    postFromAnotherThread("note");
     EXPECT_EQ(text(requestFromPeerAndWait("SpringBoard", "asked", patience)), "heard asked");
     // What came in while it waited is there without another message.
     runUntilIdle();
     EXPECT_EQ(std::exchange(journal, {}), "post ");
 
     CFNotificationCenterPostNotification("note");
-    CFNotificationCenterPostNotification("note");
+    postFromAnotherThread("note");
     bool done = false;
     requestFromPeer("SpringBoard", "asked", patience, [&](const BusOutcome& outcome) {
         journal += text(outcome);
@@ -224,16 +231,14 @@ TEST(BusRequests, LargerThanTheSocketGoOutInTurns)
     const Peer peer(
         daemon, "Size", [](std::string_view request, const BusReply& reply) { reply(std::to_string(request.size())); });
     connect(daemon);
-    int replies = 0;
     daemon.signal(SIGSTOP);
-    for (int count = 0; count < 4; ++count)
-        requestFromPeer("Size", std::string(2'000'000, 'x'), patience, [&](const BusOutcome& outcome) {
-            EXPECT_EQ(text(outcome), "2000000");
-            ++replies;
-        });
+    std::string size;
+    requestFromPeer(
+        "Size", std::string(18'000'000, 'x'), patience, [&](const BusOutcome& outcome) { size = text(outcome); });
     runUntilIdle();
     daemon.signal(SIGCONT);
-    EXPECT_TRUE(runUntil([&] { return replies == 4; }, patience));
+    EXPECT_TRUE(runUntil([&] { return !size.empty(); }, patience));
+    EXPECT_EQ(size, "18000000");
 }
 
 } // namespace

@@ -136,6 +136,12 @@ TEST(RunLoop, StopsAfterTheWorkAtHandAndKeepsTheRest)
     EXPECT_EQ(journal, "first goes on ");
     runRunLoop();
     EXPECT_EQ(journal, "first goes on second ");
+
+    // A stop is for runRunLoop() alone.
+    stopRunLoop();
+    dispatch_async(main, [&] { journal += "third"; });
+    EXPECT_TRUE(runUntilIdle());
+    EXPECT_EQ(journal, "first goes on second third");
 }
 
 TEST(RunLoop, SleepsUntilAThreadOrATimeWakesIt)
