@@ -1,5 +1,6 @@
 #include "phone/control/transition_request.h"
 
+#include "phone/control/authentication.h"
 #include "phone/springboard/app_to_app.h"
 #include "phone/springboard/roads.h"
 
@@ -64,6 +65,7 @@ Json openFromAnotherApplication(const Json& request)
         break;
     }
     const std::vector<JournalEntry> entries = takeJournal();
+    nameApplicationOfPrompt(entries, { transition.destination });
     Json report = launchReport(entries);
     if (answer.executed)
         report["outcome"] = answer.wentToBackground ? "background" : "pass";

@@ -11,6 +11,12 @@ bool IdentifierList::contains(std::string_view identifier) const noexcept
     return index_ ? index_->contains(identifier) : std::ranges::find(identifiers_, identifier) != identifiers_.end();
 }
 
+bool IdentifierList::contains(const HashedText& identifier) const noexcept
+{
+    return index_ ? index_->contains(identifier)
+                  : std::ranges::find(identifiers_, identifier.text()) != identifiers_.end();
+}
+
 IdentifierArray::IdentifierArray(id value)
     : value_(std::move(value))
 {

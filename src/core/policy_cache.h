@@ -22,6 +22,7 @@ public:
     }
 
     bool contains(std::string_view identifier) const noexcept;
+    bool contains(const HashedText& identifier) const noexcept;
     auto begin() const noexcept { return identifiers_.begin(); }
     auto end() const noexcept { return identifiers_.end(); }
     std::size_t size() const noexcept { return identifiers_.size(); }

@@ -8,6 +8,47 @@
 
 namespace appledger {
 
+/// A text with its hash, for who asks several sets about it.
+class HashedText {
+public:
+    explicit HashedText(std::string_view text) noexcept
+        : text_(text)
+        , hash_(hashOf(text))
+    {
+    }
+
+    std::string_view text() const noexcept { return text_; }
+    std::uint32_t hash() const noexcept { return hash_; }
+
+private:
+    /// Eight bytes at a time, each mixed in by a multiplication with the golden ratio's 64-bit fraction. The last
+    /// eight overlap those before them.
+    static std::uint32_t hashOf(std::string_view text) noexcept
+    {
+        constexpr std::uint64_t factor = 0x9E3779B97F4A7C15;
+        constexpr std::size_t wordSize = sizeof(std::uint64_t);
+        std::uint64_t mixed = text.size() * factor;
+        std::uint64_t word = 0;
+        if (text.size() < wordSize) {
+            if (!text.empty())
+                std::memcpy(&word, text.data(), text.size());
+        } else {
+            const char* const last = text.data() + text.size() - wordSize;
+            for (const char* bytes = text.data(); bytes < last; bytes += wordSize) {
+                std::memcpy(&word, bytes, wordSize);
+                mixed = (mixed ^ word) * factor;
+                mixed ^= mixed >> 29;
+            }
+            std::memcpy(&word, last, wordSize);
+        }
+        mixed = (mixed ^ word) * factor;
+        return static_cast<std::uint32_t>(mixed >> 32);
+    }
+
+    std::string_view text_;
+    std::uint32_t hash_;
+};
+
 /// A fixed set of strings with constant look-up, one open-addressed table. It doesn't own the characters:
 /// whoever builds the set keeps them alive. Reading is safe from any thread and allocates nothing.
 class StringSet {
@@ -21,16 +62,17 @@ public:
             insert(item);
     }
 
-    bool contains(std::string_view item) const noexcept
+    bool contains(std::string_view item) const noexcept { return count_ > 0 && contains(HashedText(item)); }
+
+    bool contains(const HashedText& item) const noexcept
     {
         if (count_ == 0)
             return false;
-        const std::uint32_t wanted = hash(item);
-        for (std::size_t index = wanted & (slots_.size() - 1);; index = (index + 1) & (slots_.size() - 1)) {
+        for (std::size_t index = item.hash() & (slots_.size() - 1);; index = (index + 1) & (slots_.size() - 1)) {
             const Slot& slot = slots_[index];
             if (!slot.text)
                 return false;
-            if (slot.hash == wanted && std::string_view(slot.text, slot.length) == item)
+            if (slot.hash == item.hash() && std::string_view(slot.text, slot.length) == item.text())
                 return true;
         }
     }
@@ -44,29 +86,9 @@ private:
         std::uint32_t hash = 0;
     };
 
-    /// Eight bytes at a time, each mixed in by a multiplication with the golden ratio's 64-bit fraction.
-    static std::uint32_t hash(std::string_view text) noexcept
-    {
-        constexpr std::uint64_t factor = 0x9E3779B97F4A7C15;
-        std::uint64_t mixed = text.size() * factor;
-        const char* bytes = text.data();
-        std::size_t left = text.size();
-        for (; left >= sizeof(std::uint64_t); left -= sizeof(std::uint64_t), bytes += sizeof(std::uint64_t)) {
-            std::uint64_t word = 0;
-            std::memcpy(&word, bytes, sizeof word);
-            mixed = (mixed ^ word) * factor;
-            mixed ^= mixed >> 29;
-        }
-        std::uint64_t rest = 0;
-        if (left > 0)
-            std::memcpy(&rest, bytes, left);
-        mixed = (mixed ^ rest) * factor;
-        return static_cast<std::uint32_t>(mixed >> 32);
-    }
-
     void insert(std::string_view item)
     {
-        const std::uint32_t itemHash = hash(item);
+        const std::uint32_t itemHash = HashedText(item).hash();
         std::size_t index = itemHash & (slots_.size() - 1);
         for (; slots_[index].text; index = (index + 1) & (slots_.size() - 1))
             if (std::string_view(slots_[index].text, slots_[index].length) == item)

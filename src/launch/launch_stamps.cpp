@@ -1,6 +1,5 @@
 #include "launch/launch_stamps.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace appledger {
@@ -9,28 +8,17 @@ using namespace platform;
 
 Published<LaunchStamps> gLastTransitionStamps;
 
-namespace {
-
-constexpr auto identifierOf
-    = [](const std::pair<std::string, double>& stamp) -> std::string_view { return stamp.first; };
-
-} // namespace
-
 LaunchStamps LaunchStamps::with(std::string_view identifier, double time) const
 {
     LaunchStamps changed = *this;
-    const auto place = std::ranges::lower_bound(changed.stamps_, identifier, {}, identifierOf);
-    if (place != changed.stamps_.end() && place->first == identifier)
-        place->second = time;
-    else
-        changed.stamps_.emplace(place, identifier, time);
+    changed.stamps_.insert_or_assign(std::string(identifier), time);
     return changed;
 }
 
 std::optional<double> LaunchStamps::of(std::string_view identifier) const noexcept
 {
-    const auto place = std::ranges::lower_bound(stamps_, identifier, {}, identifierOf);
-    return place != stamps_.end() && place->first == identifier ? std::optional(place->second) : std::nullopt;
+    const auto stamp = stamps_.find(identifier);
+    return stamp == stamps_.end() ? std::nullopt : std::optional(stamp->second);
 }
 
 void recordLaunch(std::string_view identifier, double time)

@@ -2,11 +2,11 @@
 
 #include "platform/runtime/reclamation.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
+#include <unordered_map>
 
 namespace appledger {
 
@@ -24,7 +24,13 @@ public:
     std::size_t size() const noexcept { return stamps_.size(); }
 
 private:
-    std::vector<std::pair<std::string, double>> stamps_; ///< sorted by identifier
+    /// Looks a text up without making a string of it.
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>()(text); }
+    };
+
+    std::unordered_map<std::string, double, Hash, std::equal_to<>> stamps_;
 };
 
 /// Of this process; null before the first launch, and nothing is ever removed.

@@ -56,7 +56,7 @@ std::optional<std::string_view> sourceWithoutEntity(const Transition& transition
     return transition.requesterBundleIdentifier;
 }
 
-bool holds(const RuleSet* set, std::string_view text) noexcept
+bool holds(const RuleSet* set, const HashedText& text) noexcept
 {
     return set && set->contains(text);
 }
@@ -92,6 +92,22 @@ private:
     std::string_view text_;
 };
 
+bool isAppStore(std::string_view application) noexcept
+{
+    return application == appStore || application == storeSheet;
+}
+
+bool isSafari(std::string_view application) noexcept
+{
+    return application == safari || application == safariSheet;
+}
+
+/// Safari opens what any page asks for: it is no system source.
+bool isSystemSource(std::string_view source) noexcept
+{
+    return source.starts_with(systemPrefix) && !isSafari(source);
+}
+
 enum class Judgement { Pass, Refuse };
 
 struct StepTaken {
@@ -99,36 +115,35 @@ struct StepTaken {
     RedirectStep step;
 };
 
-bool isPaused(std::string_view source, const RedirectPolicies& policies, double now) noexcept
+bool isPaused(const HashedText& source, const RedirectPolicies& policies, double now) noexcept
 {
     if (!holds(policies.rules.lenientSources, source) || !policies.lastLaunches)
         return false;
-    const auto stamp = policies.lastLaunches->of(source);
+    const auto stamp = policies.lastLaunches->of(source.text());
     return stamp && std::abs(now - *stamp) > pauseAfter;
 }
 
-StepTaken judge(std::string_view source, std::string_view destination, const RedirectPolicies& policies, double now)
+StepTaken judge(const HashedText& source, const HashedText& destination, const RedirectPolicies& policies, double now)
 {
     const RedirectRules& rules = policies.rules;
     if (policies.hidden.contains(source) || policies.hidden.contains(destination))
         return { Judgement::Refuse, Hidden };
     if (isPaused(source, policies, now))
         return { Judgement::Pass, Paused };
-    const RulePairText pair(source, destination);
-    if (holds(rules.allowedPairs, pair.view()))
+    const RulePairText pairText(source.text(), destination.text());
+    const HashedText pair(pairText.view());
+    if (holds(rules.allowedPairs, pair))
         return { Judgement::Pass, AllowedPair };
     if (holds(rules.forbiddenSources, source))
         return { Judgement::Refuse, ForbiddenSource };
-    if (holds(rules.forbiddenDestinations, destination)) {
-        if (source.starts_with(systemPrefix) && source != safari && source != safariSheet)
-            return { Judgement::Pass, SystemSource };
-        return { Judgement::Refuse, ForbiddenDestination };
-    }
-    if ((destination == appStore || destination == storeSheet) && holds(rules.forbiddenSourcesForAppStore, source))
+    if (holds(rules.forbiddenDestinations, destination))
+        return isSystemSource(source.text()) ? StepTaken { Judgement::Pass, SystemSource }
+                                             : StepTaken { Judgement::Refuse, ForbiddenDestination };
+    if (isAppStore(destination.text()) && holds(rules.forbiddenSourcesForAppStore, source))
         return { Judgement::Refuse, AppStore };
-    if ((destination == safari || destination == safariSheet) && holds(rules.forbiddenSourcesForSafari, source))
+    if (isSafari(destination.text()) && holds(rules.forbiddenSourcesForSafari, source))
         return { Judgement::Refuse, Safari };
-    if (holds(rules.forbiddenPairs, pair.view()))
+    if (holds(rules.forbiddenPairs, pair))
         return { Judgement::Refuse, ForbiddenPair };
     return { Judgement::Pass, Default };
 }
@@ -216,10 +231,11 @@ RedirectVerdict decideRedirect(const Transition& transition, const RedirectPolic
         verdict.step = *passes;
         return verdict;
     }
-    const auto [judgement, step] = judge(*source, *destination, policies, now);
+    const HashedText hashedSource(*source);
+    const auto [judgement, step] = judge(hashedSource, HashedText(*destination), policies, now);
     verdict.step = step;
     if (judgement == Judgement::Refuse) {
-        verdict.isSimulated = holds(policies.rules.simulatedSources, *source);
+        verdict.isSimulated = holds(policies.rules.simulatedSources, hashedSource);
         verdict.outcome = outcomeOfRefusal(*destination, verdict.isSimulated);
     }
     return verdict;

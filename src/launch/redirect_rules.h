@@ -20,6 +20,7 @@ public:
     explicit RuleSet(std::vector<std::string> texts);
 
     bool contains(std::string_view text) const noexcept { return set_.contains(text); }
+    bool contains(const HashedText& text) const noexcept { return set_.contains(text); }
     std::size_t size() const noexcept { return set_.size(); }
 
 private:

@@ -77,7 +77,7 @@ TEST(RedirectScenario, WhatIsExplainedHappens)
         phone.answer({ "explain", "launch", mail, "--road", "workspace-execute" })["roads"][0]["outcome"], "stop");
 
     phone.answer({ "phone", "open", mail, "--from", "com.example.nobody" }, 1);
-    phone.answer({ "phone", "open", mail, "--from", notes, "--road", "tap" }, 2);
+    EXPECT_EQ(phone.run({ "phone", "open", mail, "--from", notes, "--road", "tap" }).status, 2);
 }
 
 TEST(RedirectScenario, RecordsAreAnsweredLineByLine)
