@@ -151,7 +151,8 @@ TEST_F(Redirect, DecidesBeforeTheLaunchHooksAndPassesOnToThem)
     const id listsMail = array({ "com.example.mail" });
     start("14.0", { forbiddenNotes, { "ALBlockedLaunchApps", listsMail }, { "ALRequireAuthApps", listsMail } });
     EXPECT_EQ(open(fromTo(notes, mail)), declined) << "no prompt: the launch hooks weren't asked";
-    EXPECT_EQ(open(fromTo(chat, mail)), "declined com.example.mail: Blocked for Authentication");
+    EXPECT_EQ(open(fromTo(chat, mail)),
+        "prompt SpringBoard: Authenticate to open this app. | declined com.example.mail: Blocked for Authentication");
 
     phone_->device.writeDomain({ forbiddenNotes, simulatedNotes, { "ALBlockedLaunchApps", listsMail } });
     CFNotificationCenterPostNotification("com.orbelix.appledger.redirect_saved");
