@@ -65,17 +65,17 @@ id preferences()
     for (std::size_t index = 0; index < applicationCount; ++index) {
         const std::string subject = application(index);
         if (index % 2 == 0)
-            add(redirect_key::forbiddenSource, subject, boolean(true));
-        add(redirect_key::forbiddenDestination, subject, boolean(true));
-        add(redirect_key::forbiddenSourceForAppStore, subject, boolean(true));
-        add(redirect_key::forbiddenSourceForSafari, subject, boolean(true));
-        add(redirect_key::lenientSource, subject, boolean(true));
-        add(redirect_key::simulatedSource, subject, boolean(index % 3 == 0));
+            add(redirectKey::forbiddenSource, subject, boolean(true));
+        add(redirectKey::forbiddenDestination, subject, boolean(true));
+        add(redirectKey::forbiddenSourceForAppStore, subject, boolean(true));
+        add(redirectKey::forbiddenSourceForSafari, subject, boolean(true));
+        add(redirectKey::lenientSource, subject, boolean(true));
+        add(redirectKey::simulatedSource, subject, boolean(index % 3 == 0));
         std::vector<id> others;
         for (std::size_t other = 0; other < pairsPerApplication; ++other)
             others.push_back(string(application(index + 1 + other)));
-        add(redirect_key::allowedSources, subject, array(others));
-        add(redirect_key::forbiddenDestinations, subject, array(others));
+        add(redirectKey::allowedSources, subject, array(others));
+        add(redirectKey::forbiddenDestinations, subject, array(others));
     }
     return dictionary(std::move(pairs));
 }

@@ -28,7 +28,7 @@ void recordLaunch(std::string_view identifier, double time)
         const LaunchStamps* const former = gLastTransitionStamps.load();
         auto changed = std::make_unique<const LaunchStamps>((former ? *former : LaunchStamps()).with(identifier, time));
         if (gLastTransitionStamps.assignIf(former, changed.get())) {
-            changed.release();
+            static_cast<void>(changed.release()); // the stamps own it now
             return;
         }
     }

@@ -257,20 +257,20 @@ std::string RedirectVerdict::key() const
     case Hidden:
         return "ALHiddenApps";
     case Paused:
-        return keyed(redirect_key::lenientSource, parties.source);
+        return keyed(redirectKey::lenientSource, parties.source);
     case AllowedPair:
-        return keyed(redirect_key::allowedSources, parties.destination);
+        return keyed(redirectKey::allowedSources, parties.destination);
     case ForbiddenSource:
-        return keyed(redirect_key::forbiddenSource, parties.source);
+        return keyed(redirectKey::forbiddenSource, parties.source);
     case SystemSource:
     case ForbiddenDestination:
-        return keyed(redirect_key::forbiddenDestination, parties.destination);
+        return keyed(redirectKey::forbiddenDestination, parties.destination);
     case AppStore:
-        return keyed(redirect_key::forbiddenSourceForAppStore, parties.source);
+        return keyed(redirectKey::forbiddenSourceForAppStore, parties.source);
     case Safari:
-        return keyed(redirect_key::forbiddenSourceForSafari, parties.source);
+        return keyed(redirectKey::forbiddenSourceForSafari, parties.source);
     case ForbiddenPair:
-        return keyed(redirect_key::forbiddenDestinations, parties.source);
+        return keyed(redirectKey::forbiddenDestinations, parties.source);
     case NotATransition:
     case OtherLabel:
     case OtherAction:
@@ -284,7 +284,7 @@ std::string RedirectVerdict::key() const
 
 std::string RedirectVerdict::simulationKey() const
 {
-    return isSimulated ? std::string(redirect_key::simulatedSource).append(parties.source.value_or("")) : "";
+    return isSimulated ? std::string(redirectKey::simulatedSource).append(parties.source.value_or("")) : "";
 }
 
 } // namespace appledger

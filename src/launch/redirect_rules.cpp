@@ -34,17 +34,17 @@ struct RuleKey {
 };
 
 constexpr RuleKey ruleKeys[] {
-    { redirect_key::forbiddenSource, RuleKind::Flag, gForbiddenLaunchSources, &RedirectRules::forbiddenSources },
-    { redirect_key::forbiddenDestination, RuleKind::Flag, gForbiddenLaunchDestinations,
+    { redirectKey::forbiddenSource, RuleKind::Flag, gForbiddenLaunchSources, &RedirectRules::forbiddenSources },
+    { redirectKey::forbiddenDestination, RuleKind::Flag, gForbiddenLaunchDestinations,
         &RedirectRules::forbiddenDestinations },
-    { redirect_key::forbiddenSourceForAppStore, RuleKind::Flag, gForbiddenLaunchSourcesForAppStore,
+    { redirectKey::forbiddenSourceForAppStore, RuleKind::Flag, gForbiddenLaunchSourcesForAppStore,
         &RedirectRules::forbiddenSourcesForAppStore },
-    { redirect_key::forbiddenSourceForSafari, RuleKind::Flag, gForbiddenLaunchSourcesForSafariServices,
+    { redirectKey::forbiddenSourceForSafari, RuleKind::Flag, gForbiddenLaunchSourcesForSafariServices,
         &RedirectRules::forbiddenSourcesForSafari },
-    { redirect_key::lenientSource, RuleKind::Flag, gUseLenientModeSources, &RedirectRules::lenientSources },
-    { redirect_key::simulatedSource, RuleKind::Flag, gUseHandledSimulationSources, &RedirectRules::simulatedSources },
-    { redirect_key::allowedSources, RuleKind::ListOfSources, gCustomAllowedMappings, &RedirectRules::allowedPairs },
-    { redirect_key::forbiddenDestinations, RuleKind::ListOfDestinations, gCustomForbiddenMappings,
+    { redirectKey::lenientSource, RuleKind::Flag, gUseLenientModeSources, &RedirectRules::lenientSources },
+    { redirectKey::simulatedSource, RuleKind::Flag, gUseHandledSimulationSources, &RedirectRules::simulatedSources },
+    { redirectKey::allowedSources, RuleKind::ListOfSources, gCustomAllowedMappings, &RedirectRules::allowedPairs },
+    { redirectKey::forbiddenDestinations, RuleKind::ListOfDestinations, gCustomForbiddenMappings,
         &RedirectRules::forbiddenPairs },
 };
 

@@ -42,7 +42,7 @@ extern platform::Published<RuleSet> gCustomAllowedMappings; ///< rule pairs
 extern platform::Published<RuleSet> gCustomForbiddenMappings; ///< rule pairs
 
 /// What the keys of the rules begin with; a bundle identifier follows.
-namespace redirect_key {
+namespace redirectKey {
 
 inline constexpr std::string_view forbiddenSource = "IsBlockedFromLaunchingOthers/";
 inline constexpr std::string_view forbiddenDestination = "IsBlockedFromBeingLaunched/";
@@ -53,7 +53,7 @@ inline constexpr std::string_view simulatedSource = "ShouldSimulateSuccess/";
 inline constexpr std::string_view allowedSources = "CustomBypassedApplications/"; ///< may open the key's application
 inline constexpr std::string_view forbiddenDestinations = "CustomBlockedApplications/"; ///< the key's may not open them
 
-} // namespace redirect_key
+} // namespace redirectKey
 
 /// The sets that one decision reads. Null: no rule of that kind.
 struct RedirectRules {
