@@ -24,6 +24,7 @@
 /// the file's time in a loop without pause, which is the fastest that can be had without a notification.
 ///
 ///     propagation_bench [READERS [WRITES [IDENTIFIERS]]]     identifiers in each of 30 keys of the domain
+/// The phone's directory lies in $TMPDIR, or /tmp.
 
 using namespace appledger;
 using namespace platform;
@@ -123,9 +124,10 @@ int main(int argumentCount, char** arguments)
     const int readers = argumentCount > 1 ? std::atoi(arguments[1]) : 5;
     const int writes = argumentCount > 2 ? std::atoi(arguments[2]) : 1000;
     const int identifiers = argumentCount > 3 ? std::atoi(arguments[3]) : 3;
-    char folder[] = "/tmp/appledger-bench.XXXXXX";
-    const std::string root = ::mkdtemp(folder);
-    setDeviceRoot(root);
+    const char* const chosen = std::getenv("TMPDIR");
+    std::string root = std::string(chosen ? chosen : "/tmp") + "/appledger-bench.XXXXXX";
+    if (!::mkdtemp(root.data()) || !setDeviceRoot(root))
+        return 1;
     const auto defaults = preferences();
     for (int key = 0; key < 30; ++key) {
         std::vector<id> items;
