@@ -87,8 +87,7 @@ Json stepObject(const LoadStep& step)
     }
     if (step.group) {
         object["rows"] = Json::array();
-        for (const HookRow& row : step.group->rows)
-            object["rows"].push_back(rowObject(row));
+        step.group->forEachRow([&object](const HookRow& row) { object["rows"].push_back(rowObject(row)); });
     }
     return object;
 }
@@ -101,8 +100,7 @@ void printStep(std::ostream& out, const LoadStep& step, std::size_t number)
         out << "  on " << step.notification;
     out << '\n';
     if (step.group)
-        for (const HookRow& row : step.group->rows)
-            printRow(out, row);
+        step.group->forEachRow([&out](const HookRow& row) { printRow(out, row); });
 }
 
 } // namespace

@@ -19,4 +19,11 @@ id ALSafeExtractBundleID(const id& object)
     }
 }
 
+std::optional<StringValue> applicationOfIcon(const id& icon)
+{
+    if (const auto identifier = ask<"applicationBundleIdentifier">(icon))
+        return asString(*identifier);
+    return asString(ask<"applicationBundleID">(icon));
+}
+
 } // namespace appledger

@@ -61,8 +61,7 @@ void install(const HookRow& row)
 
 void installHookGroup(const HookGroup& group)
 {
-    for (const HookRow& row : group.rows)
-        install(row);
+    group.forEachRow(install);
 }
 
 bool hookTargetExists(const HookRow& row)

@@ -38,9 +38,24 @@ struct HookRow {
     std::string_view propertyType {}; ///< the value of the attribute "T"
 };
 
+using HookRows = std::span<const HookRow>;
+
+/// A group of one subject has its rows in its own table. One that several subjects share names their tables,
+/// which follow one another.
 struct HookGroup {
     std::string_view name;
-    std::span<const HookRow> rows {};
+    HookRows rows {};
+    std::span<const HookRows* const> tables {};
+
+    /// Every row, in install order.
+    template <class Function> void forEachRow(Function function) const
+    {
+        for (const HookRow& row : rows)
+            function(row);
+        for (const HookRows* const table : tables)
+            for (const HookRow& row : *table)
+                function(row);
+    }
 };
 
 /// Carries out the rows in order. A class or selector that doesn't exist here leaves its row without

@@ -1,18 +1,30 @@
 #include "entry/hook_groups.h"
 
+#include "panel/swipe_properties.h"
+#include "surfaces/notification_hooks.h"
+#include "surfaces/uninstall_hooks.h"
+
 namespace appledger {
 
 const HookGroup AppStoreUpdateHooks { "AppStoreUpdateHooks" };
-const HookGroup BaseHooks { "BaseHooks" };
 const HookGroup IOS13_AND_NEWER_HOOKS { "IOS13_AND_NEWER_HOOKS" };
 const HookGroup IOS12_AND_OLDER_HOOKS { "IOS12_AND_OLDER_HOOKS" };
 const HookGroup AutoClearHooks { "AutoClearHooks" };
 const HookGroup ImmortalizerHooks { "ImmortalizerHooks" };
-const HookGroup HiddenAppHooks { "HiddenAppHooks" };
 const HookGroup AppMuteHooks { "AppMuteHooks" };
 const HookGroup GlobalIconHooks { "GlobalIconHooks" };
 const HookGroup SearchUIHooks { "SearchUIHooks" };
 const HookGroup NotificationHooks_iOS15 { "NotificationHooks_iOS15" };
+
+namespace {
+
+constexpr const HookRows* baseTables[] { &notificationRows };
+constexpr const HookRows* sharedTables[] { &swipePropertyRows, &uninstallProtectionRows };
+
+} // namespace
+
+const HookGroup BaseHooks { .name = "BaseHooks", .tables = baseTables };
+const HookGroup SHARED_HOOKS { .name = "SHARED_HOOKS", .tables = sharedTables };
 
 namespace {
 

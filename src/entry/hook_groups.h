@@ -3,8 +3,8 @@
 #include "core/hook_group.h"
 #include "launch/block_launch_hooks.h"
 #include "launch/redirect_hooks.h"
-#include "panel/shared_hooks.h"
 #include "state/running_indicator_hooks.h"
+#include "surfaces/hidden_app_hooks.h"
 
 #include <span>
 
@@ -13,16 +13,18 @@ namespace appledger {
 // Groups whose replacements aren't written yet: their place in the install order is fixed, their rows
 // come with the replacements.
 extern const HookGroup AppStoreUpdateHooks;
-extern const HookGroup BaseHooks;
 extern const HookGroup IOS13_AND_NEWER_HOOKS;
 extern const HookGroup IOS12_AND_OLDER_HOOKS;
 extern const HookGroup AutoClearHooks;
 extern const HookGroup ImmortalizerHooks;
-extern const HookGroup HiddenAppHooks;
 extern const HookGroup AppMuteHooks;
 extern const HookGroup GlobalIconHooks;
 extern const HookGroup SearchUIHooks;
 extern const HookGroup NotificationHooks_iOS15;
+
+// Groups that several subjects share: their tables are put together here, where all of them are known.
+extern const HookGroup BaseHooks;
+extern const HookGroup SHARED_HOOKS;
 
 /// The groups of SpringBoard alone, in install order. All are installed on every version: a class or a
 /// selector that a version doesn't have leaves its rows without effect.

@@ -1,4 +1,4 @@
-#include "panel/shared_hooks.h"
+#include "panel/swipe_properties.h"
 
 namespace appledger {
 
@@ -13,6 +13,6 @@ constexpr HookRow rows[] {
 
 } // namespace
 
-const HookGroup SHARED_HOOKS { "SHARED_HOOKS", rows };
+const HookRows swipePropertyRows { rows };
 
 } // namespace appledger
