@@ -10,8 +10,10 @@ using namespace platform;
 namespace {
 
 constexpr JournalEvent everyEvent[] { JournalEvent::Sent, JournalEvent::Ran, JournalEvent::Opened,
-    JournalEvent::OpenedInBackground, JournalEvent::Declined, JournalEvent::Prompt, JournalEvent::Haptic,
-    JournalEvent::Note };
+    JournalEvent::OpenedInBackground, JournalEvent::Declined, JournalEvent::Prompt, JournalEvent::Published,
+    JournalEvent::Sounded, JournalEvent::Alerted, JournalEvent::Haptic, JournalEvent::Note };
+
+} // namespace
 
 Json subjects(const std::vector<JournalEntry>& entries, JournalEvent event)
 {
@@ -21,8 +23,6 @@ Json subjects(const std::vector<JournalEntry>& entries, JournalEvent event)
             found.push_back(entry.subject);
     return found;
 }
-
-} // namespace
 
 void answer(std::string_view request, const BusReply& reply, const Verbs& verbs, const LateVerbs& lateVerbs)
 {

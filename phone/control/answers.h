@@ -37,6 +37,9 @@ Json processStatus(const Json& request);
 /// "ok" and what the journal holds of an attempt to open something.
 Json launchReport(const std::vector<JournalEntry>& entries);
 
+/// The subjects of all entries of one kind, in order.
+Json subjects(const std::vector<JournalEntry>& entries, JournalEvent event);
+
 Json toJson(const std::vector<JournalEntry>& entries);
 std::vector<JournalEntry> journalFromJson(const Json& entries);
 

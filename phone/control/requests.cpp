@@ -2,6 +2,8 @@
 
 #include "phone/control/answers.h"
 #include "phone/control/authentication.h"
+#include "phone/control/icon_requests.h"
+#include "phone/control/notification_requests.h"
 #include "phone/control/transition_request.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/roads.h"
@@ -102,9 +104,10 @@ Json openFromSpotlight(const Json& request)
 
 void handleSpringBoardRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs
-        = new Verbs { { "home", home }, { "open", open }, { "open-request", openForAnotherProcess },
-              { "status", springBoardStatus }, { "transition", openFromAnotherApplication } };
+    static const auto* const verbs = new Verbs { { "home", home }, { "icons", listIcons },
+        { "notifications", listNotifications }, { "open", open }, { "open-request", openForAnotherProcess },
+        { "push", pushNotification }, { "status", springBoardStatus }, { "transition", openFromAnotherApplication },
+        { "uninstall", uninstallApplication } };
     static const auto* const lateVerbs = new LateVerbs { { "authenticate", authenticateInSpringBoard } };
     answer(request, reply, *verbs, *lateVerbs);
 }

@@ -5,6 +5,7 @@
 #include "platform/foundation/values.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace phone {
 
@@ -32,6 +33,9 @@ std::optional<InstalledApplication> readApplication(const std::string& bundlePat
     application.bundlePath = bundlePath;
     application.executablePath = pathByAppending(bundlePath, textOr(*information, "CFBundleExecutable", name));
     application.isSystem = isSystem;
+    for (const id& item : itemsOf((*information)["SBAppTags"]))
+        if (const auto tag = asString(item))
+            application.tags.push_back(tag->text());
     return application;
 }
 
@@ -56,6 +60,20 @@ std::vector<InstalledApplication> installedApplications()
         return std::pair(application.displayName, application.bundleIdentifier);
     });
     return applications;
+}
+
+std::string removeInstalledApplication(const std::string& bundleIdentifier)
+{
+    for (const InstalledApplication& application : installedApplications()) {
+        if (application.bundleIdentifier != bundleIdentifier || application.isSystem)
+            continue;
+        const std::filesystem::path bundle = deviceRoot() + application.bundlePath;
+        std::error_code failed;
+        std::filesystem::remove_all(bundle.parent_path(), failed);
+        if (failed)
+            return "can't remove " + application.bundlePath + ": " + failed.message();
+    }
+    return {};
 }
 
 } // namespace phone

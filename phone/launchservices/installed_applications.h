@@ -14,10 +14,15 @@ struct InstalledApplication {
     std::string bundlePath; ///< device path of the ".app" folder
     std::string executablePath;
     bool isSystem = false; ///< lies in /Applications
+    std::vector<std::string> tags {}; ///< the strings of SBAppTags: "hidden" keeps it off the Home Screen
 };
 
 /// Every application folder of the device with a readable Info.plist that names a bundle identifier,
 /// sorted by display name. Folders that are damaged are left out.
 std::vector<InstalledApplication> installedApplications();
+
+/// Removes the folder of an application that isn't the system's. "" when it has gone, else a sentence that says what
+/// couldn't be done.
+std::string removeInstalledApplication(const std::string& bundleIdentifier);
 
 } // namespace phone

@@ -48,6 +48,12 @@ std::string_view journalEventName(JournalEvent event) noexcept
         return "declined";
     case JournalEvent::Prompt:
         return "prompt";
+    case JournalEvent::Published:
+        return "published";
+    case JournalEvent::Sounded:
+        return "sounded";
+    case JournalEvent::Alerted:
+        return "alerted";
     case JournalEvent::Haptic:
         return "haptic";
     case JournalEvent::Note:

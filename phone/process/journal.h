@@ -16,6 +16,9 @@ enum class JournalEvent {
     OpenedInBackground,
     Declined, ///< a transition request was declined; the detail is the reason that it was given, or ""
     Prompt, ///< the owner is asked to authenticate, by the process that is the subject; the detail is the reason
+    Published, ///< a notification of the application that is the subject went into the notification centre
+    Sounded, ///< and its sound was played
+    Alerted, ///< and the screen lit up for it
     Haptic, ///< "impact", "selection", "success", "error"
     Note, ///< anything else that a person would want to know
 };

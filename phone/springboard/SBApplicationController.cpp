@@ -15,10 +15,18 @@ id makeApplication(const InstalledApplication& installed)
     send<"setBundleIdentifier:", void>(application, string(installed.bundleIdentifier));
     send<"setBundlePath:", void>(application, string(installed.bundlePath));
     send<"setDisplayName:", void>(application, string(installed.displayName));
+    const id info = send<"new">(id(classNamed<"SBApplicationInfo">()));
+    send<"setBundleIdentifier:", void>(info, string(installed.bundleIdentifier));
+    send<"setSystemApplication:", void>(info, installed.isSystem);
+    std::vector<id> tags;
+    for (const std::string& tag : installed.tags)
+        tags.push_back(string(tag));
+    send<"setTags:", void>(info, array(std::move(tags)));
+    send<"setInfo:", void>(application, info);
     return application;
 }
 
-/// All installed applications, as they were at SpringBoard's start.
+/// All installed applications: those of SpringBoard's start less what has been removed since.
 class SBApplicationController : public NSObject {
 public:
     SBApplicationController()
@@ -33,6 +41,12 @@ public:
     }
 
     id applicationWithBundleIdentifier(const id& identifier) const { return pairsOf(applications_)[identifier]; }
+
+    void removeApplication(const id& identifier)
+    {
+        if (const auto text = asString(identifier))
+            applications_ = dictionaryBySetting(applications_, *text, nil);
+    }
 
     id allApplications() const
     {
@@ -55,6 +69,7 @@ id sharedInstance(const id& self, SEL)
 constexpr MethodDefinition methods[] {
     method<"allApplications", &SBApplicationController::allApplications>(),
     method<"applicationWithBundleIdentifier:", &SBApplicationController::applicationWithBundleIdentifier>(),
+    method<"removeApplicationWithBundleIdentifier:", &SBApplicationController::removeApplication>(),
     classMethod<"sharedInstance", &sharedInstance>(),
 };
 

@@ -14,6 +14,7 @@ public:
 
     id bundleIdentifier() const { return send<"bundleIdentifier">(application); }
     id displayName() const { return send<"displayName">(application); }
+    bool isVisible() const { return !send<"isHidden", bool>(application); }
     id initWithApplication(const id& newApplication)
     {
         application = newApplication;
@@ -27,6 +28,7 @@ constexpr MethodDefinition methods[] {
     method<"applicationBundleIdentifier", &SBApplicationIcon::bundleIdentifier>().since(13),
     method<"displayName", &SBApplicationIcon::displayName>(),
     method<"initWithApplication:", &SBApplicationIcon::initWithApplication>(),
+    method<"isVisible", &SBApplicationIcon::isVisible>(),
 };
 
 } // namespace

@@ -1,4 +1,8 @@
+#include "phone/springboard/removal.h"
+#include "platform/foundation/block.h"
+#include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
+#include "platform/runtime/message.h"
 
 namespace phone {
 
@@ -6,15 +10,29 @@ using namespace platform;
 
 namespace {
 
-/// What lays the icons of the model out.
+/// What lays the icons of the model out, and takes them away.
 class SBHIconManager : public NSObject {
 public:
     id iconModel;
+
+    void uninstallWithCompletion(const id& icon, bool, const id& completion)
+    {
+        const bool removed = removeApplicationOfIcon(icon);
+        if (completion)
+            callBlock<void>(completion, removed);
+    }
+
+    void uninstallAnimated(const id& icon, bool) { removeApplicationOfIcon(icon); }
+
+    void uninstall(const id& icon) { removeApplicationOfIcon(icon); }
 };
 
 constexpr MethodDefinition methods[] {
     getter<"iconModel", &SBHIconManager::iconModel>(),
     setter<"setIconModel:", &SBHIconManager::iconModel>(),
+    method<"uninstallIcon:", &SBHIconManager::uninstall>(),
+    method<"uninstallIcon:animate:", &SBHIconManager::uninstallAnimated>(),
+    method<"uninstallIcon:animate:completion:", &SBHIconManager::uninstallWithCompletion>(),
 };
 
 } // namespace

@@ -12,7 +12,15 @@ id leafIdentifier(const id& self, SEL)
     return askObject<"applicationBundleID">(self);
 }
 
+/// Whether the icon offers its removal. The system's own applications stay.
+bool isUninstallSupported(const id& self, SEL)
+{
+    const id application = askObject<"application">(self);
+    return application && !send<"isSystemApplication", bool>(send<"info">(application));
+}
+
 constexpr MethodDefinition methods[] {
+    method<"isUninstallSupported", &isUninstallSupported>(),
     method<"leafIdentifier", &leafIdentifier>(),
 };
 

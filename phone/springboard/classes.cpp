@@ -6,6 +6,7 @@
     X(SBApplication)                                                                                                   \
     X(SBApplicationController)                                                                                         \
     X(SBApplicationIcon)                                                                                               \
+    X(SBApplicationInfo)                                                                                               \
     X(SBApplicationSceneEntity)                                                                                        \
     X(SBDeviceApplicationSceneEntity)                                                                                  \
     X(SBFluidSwitcherItemContainer)                                                                                    \
@@ -22,6 +23,7 @@
     X(SBLeafIcon)                                                                                                      \
     X(SBMainWorkspace)                                                                                                 \
     X(SBMainWorkspaceTransitionRequest)                                                                                \
+    X(SBNCAlertingController)                                                                                          \
     X(SBSApplicationShortcutItem)                                                                                      \
     X(SBWorkspaceApplicationSceneTransitionContext)                                                                    \
     X(SBWorkspaceTransitionRequest)                                                                                    \

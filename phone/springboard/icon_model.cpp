@@ -37,6 +37,40 @@ void IconModel::reloadIcons()
         pairs.emplace_back(identifier, std::move(icon));
     }
     icons_ = dictionary(std::move(pairs));
+    send<"layout", void>(id(this));
+}
+
+bool IconModel::isIconVisible(const id& icon)
+{
+    return send<"isVisible", bool>(icon);
+}
+
+id IconModel::visibleIconIdentifiers()
+{
+    std::vector<id> identifiers;
+    for (const id& icon : itemsOf(leafIcons()))
+        if (send<"isIconVisible:", bool>(id(this), icon))
+            identifiers.push_back(send<"applicationBundleID">(icon));
+    return set(std::move(identifiers));
+}
+
+id IconModel::laidOutIcons()
+{
+    if (!icons_)
+        reloadIcons();
+    return laidOut_;
+}
+
+void IconModel::layout()
+{
+    std::vector<id> icons;
+    const id visible = send<"visibleIconIdentifiers">(id(this));
+    const auto identifiers = asSet(visible);
+    for (const id& icon : itemsOf(leafIcons()))
+        if (identifiers && identifiers->contains(send<"applicationBundleID">(icon))
+            && send<"isIconVisible:", bool>(id(this), icon))
+            icons.push_back(icon);
+    laidOut_ = array(std::move(icons));
 }
 
 } // namespace phone

@@ -10,17 +10,30 @@ public:
     platform::id applicationIconForBundleIdentifier(const platform::id& identifier);
     platform::id leafIcons();
 
-    /// Looks anew which icons there are; those that stay are the same objects.
+    /// A set of bundle identifiers.
+    platform::id visibleIconIdentifiers();
+    bool isIconVisible(const platform::id& icon);
+
+    /// The icons that stood on the Home Screen when it was laid out last.
+    platform::id laidOutIcons();
+
+    /// Looks anew which icons there are, and lays out; those that stay are the same objects.
     void reloadIcons();
+    void layout();
 
 private:
     platform::id icons_; ///< dictionary, bundle identifier to icon; nil until the first request
+    platform::id laidOut_; ///< array
 };
 
 inline constexpr platform::MethodDefinition iconModelMethods[] {
     platform::method<"applicationIconForBundleIdentifier:", &IconModel::applicationIconForBundleIdentifier>(),
+    platform::method<"isIconVisible:", &IconModel::isIconVisible>(),
+    platform::method<"laidOutIcons", &IconModel::laidOutIcons>(),
+    platform::method<"layout", &IconModel::layout>(),
     platform::method<"leafIcons", &IconModel::leafIcons>(),
     platform::method<"reloadIcons", &IconModel::reloadIcons>(),
+    platform::method<"visibleIconIdentifiers", &IconModel::visibleIconIdentifiers>(),
 };
 
 } // namespace phone

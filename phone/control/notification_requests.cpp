@@ -1,0 +1,46 @@
+#include "phone/control/notification_requests.h"
+
+#include "phone/bulletinboard/push.h"
+
+#include <algorithm>
+
+namespace phone {
+
+namespace {
+
+bool happened(const std::vector<JournalEntry>& entries, JournalEvent event)
+{
+    return std::ranges::find(entries, event, &JournalEntry::event) != entries.end();
+}
+
+} // namespace
+
+Json pushNotification(const Json& request)
+{
+    takeJournal();
+    Notification notification { text(request, "application"), text(request, "title"), text(request, "body") };
+    if (const auto badge = request.find("badge"); badge != request.end() && badge->is_number_integer())
+        notification.badge = badge->get<long>();
+    notification.hasSound = request.value("sound", Json(false)) == true;
+    const std::string road = text(request, "road");
+    if (!push(road, notification))
+        return failure("there is no road called " + road);
+    const std::vector<JournalEntry> entries = takeJournal();
+    const std::string heldUp = heldUpAt(entries);
+    return { { "ok", true }, { "published", happened(entries, JournalEvent::Published) },
+        { "sounded", happened(entries, JournalEvent::Sounded) },
+        { "alerted", happened(entries, JournalEvent::Alerted) },
+        { "stoppedAt", heldUp.empty() ? Json(nullptr) : Json(heldUp) }, { "journal", toJson(entries) } };
+}
+
+Json listNotifications(const Json&)
+{
+    Json list = Json::array();
+    for (const Notification& notification : publishedNotifications())
+        list.push_back({ { "application", notification.bundleIdentifier }, { "title", notification.title },
+            { "body", notification.body }, { "badge", notification.badge ? Json(*notification.badge) : Json(nullptr) },
+            { "sound", notification.hasSound } });
+    return { { "ok", true }, { "notifications", list } };
+}
+
+} // namespace phone

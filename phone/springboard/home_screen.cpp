@@ -1,0 +1,46 @@
+#include "phone/springboard/home_screen.h"
+
+#include "platform/foundation/values.h"
+#include "platform/runtime/message.h"
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+id iconController()
+{
+    return send<"sharedInstance">(id(classNamed<"SBIconController">()));
+}
+
+std::string textOf(const id& value)
+{
+    const auto text = asString(value);
+    return text ? text->text() : "";
+}
+
+} // namespace
+
+id iconModel()
+{
+    return send<"model">(iconController());
+}
+
+id iconManager()
+{
+    return askObject<"iconManager">(iconController());
+}
+
+std::vector<HomeScreenIcon> homeScreenIcons()
+{
+    const id model = iconModel();
+    const auto shown = asArray(send<"laidOutIcons">(model));
+    std::vector<HomeScreenIcon> icons;
+    for (const id& icon : itemsOf(send<"leafIcons">(model)))
+        icons.push_back({ textOf(send<"applicationBundleID">(icon)), textOf(send<"displayName">(icon)),
+            shown && shown->contains(icon), send<"isUninstallSupported", bool>(icon) });
+    return icons;
+}
+
+} // namespace phone

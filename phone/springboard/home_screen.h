@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/runtime/object.h"
+
+#include <string>
+#include <vector>
+
+/// The Home Screen as SpringBoard has laid it out.
+
+namespace phone {
+
+platform::id iconModel();
+platform::id iconManager(); ///< nil where the version has none
+
+struct HomeScreenIcon {
+    std::string bundleIdentifier;
+    std::string displayName;
+    bool isShown = false; ///< stands on the Home Screen
+    bool canBeRemoved = false; ///< offers its removal
+};
+
+/// The icons of all installed applications, in the order of the layout.
+std::vector<HomeScreenIcon> homeScreenIcons();
+
+} // namespace phone
