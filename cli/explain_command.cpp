@@ -1,8 +1,10 @@
 #include "cli/explain_command.h"
 
 #include "cli/explain_launch.h"
+#include "cli/explain_notification.h"
 #include "cli/explain_redirect.h"
 #include "core/preference_domain.h"
+#include "phone/bulletinboard/push.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/roads.h"
 #include "platform/foundation/files.h"
@@ -83,6 +85,16 @@ std::string roadFrom(const std::string& name)
     return name;
 }
 
+/// A road of notifications by its class and selector, or by what `phone push` calls it.
+const NotificationRoadTraits* notificationRoad(const std::string& name)
+{
+    if (name == "alert")
+        return &traits(NotificationRoad::Alert);
+    const auto roads = phone::pushRoads();
+    const auto road = std::ranges::find(roads, name, &phone::PushRoad::name);
+    return notificationRoadNamed(road == roads.end() ? std::string_view(name) : road->method);
+}
+
 ExplainedLaunch explainOn(const LaunchRoadTraits& road, const ExplainOptions& options, const ExplainPolicies& policies)
 {
     Json record { { "road", roadName(road) }, { "bundleIdentifier", options.destination },
@@ -123,6 +135,13 @@ void addExplain(CLI::App& command, ExplainOptions& options, const std::function<
     launch->add_option("ID", options.destination, "bundle identifier");
     launch->add_option("--road", options.road, "one road: \"tap\", or \"SBIconView _handleTap\"");
     launch->add_option("--bypass", options.bypass, "the application that has just been authenticated")->type_name("ID");
+
+    CLI::App* const notification = add("notification",
+        "whether a notification is published, road by road; without ID, a verdict for each record on standard input",
+        explainNotifications);
+    notification->add_option("ID", options.destination, "bundle identifier");
+    notification->add_option(
+        "--road", options.road, "one road: \"bulletin\", or \"BBServer publishBulletin:destinations:\"");
 
     CLI::App* const redirect = add("redirect",
         "whether one application may open another; without --to, a verdict for each record on standard input",
@@ -188,9 +207,40 @@ ExitStatus explainRedirects(const phone::PhoneDirectory& directory, const Explai
     return ExitStatus::Done;
 }
 
+ExitStatus explainNotifications(const phone::PhoneDirectory& directory, const ExplainOptions& options)
+{
+    const auto preferences = preferencesFor(directory, options);
+    if (!preferences)
+        return refusePreferences(options);
+    const ExplainPolicies policies(*preferences);
+    if (options.destination.empty())
+        return answerLines(policies, explainNotificationLine);
+    const NotificationRoadTraits* const wanted = options.road.empty() ? nullptr : notificationRoad(options.road);
+    if (!options.road.empty() && !wanted)
+        return refuse("there is no road " + options.road);
+    std::ostringstream text;
+    Json roads = Json::array();
+    for (const NotificationRoadTraits& road : notificationRoads()) {
+        if (wanted && wanted != &road)
+            continue;
+        const ExplainedNotification explained = explainNotification(
+            { { "road", roadName(road) }, { "notification", { { "sectionID", options.destination } } } }, policies);
+        text << describeNotificationVerdict(explained) << '\n';
+        roads.push_back(notificationVerdictObject(explained));
+        roads.back()["road"] = roadName(road);
+    }
+    say(text.str(), { { "bundleIdentifier", options.destination }, { "roads", roads } });
+    return ExitStatus::Done;
+}
+
 std::string explainLaunchLine(std::string_view text, const ExplainPolicies& policies)
 {
     return line(launchVerdictObject(explainLaunch(parseLine(text), policies)));
+}
+
+std::string explainNotificationLine(std::string_view text, const ExplainPolicies& policies)
+{
+    return line(notificationVerdictObject(explainNotification(parseLine(text), policies)));
 }
 
 std::string explainRedirectLine(std::string_view text, const ExplainPolicies& policies)

@@ -30,16 +30,18 @@ struct ExplainOptions {
 
 using ExplainAction = std::function<ExitStatus(const phone::PhoneDirectory& directory)>;
 
-/// Adds `explain launch` and `explain redirect`; `chosen` gets what a command line asks for. `options` must
+/// Adds the kinds of `explain`; `chosen` gets what a command line asks for. `options` must
 /// outlive the command.
 void addExplain(CLI::App& command, ExplainOptions& options, const std::function<void(ExplainAction)>& chosen);
 
 ExitStatus explainLaunches(const phone::PhoneDirectory& directory, const ExplainOptions& options);
 ExitStatus explainRedirects(const phone::PhoneDirectory& directory, const ExplainOptions& options);
+ExitStatus explainNotifications(const phone::PhoneDirectory& directory, const ExplainOptions& options);
 
 /// The verdict on one line of records, as one line of JSON without its end. A line that isn't a record gets
 /// {"error": …}.
 std::string explainLaunchLine(std::string_view line, const ExplainPolicies& policies);
 std::string explainRedirectLine(std::string_view line, const ExplainPolicies& policies);
+std::string explainNotificationLine(std::string_view line, const ExplainPolicies& policies);
 
 } // namespace cli

@@ -14,6 +14,8 @@ ExplainPolicies::ExplainPolicies(const id& preferences)
     : requireAuth(pairsOf(preferences)["ALRequireAuthApps"])
     , blocked(pairsOf(preferences)["ALBlockedLaunchApps"])
     , hidden(pairsOf(preferences)["ALHiddenApps"])
+    , blockedNotifications(pairsOf(preferences)["ALBlockedNotifications"])
+    , mutedNotifications(pairsOf(preferences)["ALMutedNotifications"])
     , redirect(preferences)
 {
 }

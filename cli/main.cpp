@@ -1,4 +1,6 @@
 #include "cli/explain_command.h"
+#include "cli/icon_verbs.h"
+#include "cli/notification_verbs.h"
 #include "cli/phone_commands.h"
 #include "cli/plan_command.h"
 #include "cli/policy_commands.h"
@@ -135,6 +137,9 @@ private:
               });
         switcher->add_option("ID", names_, "bundle identifiers of the applications on the card")->required();
         switcher->add_flag("--modifiers", modifiers_, "as with a keyboard attached");
+        const auto chosen = [this](Action action) { action_ = std::move(action); };
+        addNotificationVerbs(*phone, push_, chosen);
+        addIconVerbs(*phone, uninstall_, chosen);
     }
 
     CLI::App* addRoad(CLI::App* phone, const char* name, const char* description, const char* road)
@@ -186,6 +191,8 @@ private:
     Action action_;
     ExplainOptions explain_;
     TransitionOptions transition_;
+    PushOptions push_;
+    UninstallOptions uninstall_;
     PlanOptions plan_;
     UpOptions up_;
     AuthenticateOptions authenticate_;

@@ -17,4 +17,7 @@ bool connectToPhone(const phone::PhoneDirectory& directory);
 /// in time it says so in "error".
 nlohmann::json askPhone(std::string_view peer, const nlohmann::json& request);
 
+/// The same, connected first where it is needed.
+nlohmann::json askPhone(const phone::PhoneDirectory& directory, std::string_view peer, const nlohmann::json& request);
+
 } // namespace cli

@@ -74,13 +74,6 @@ std::string describeJournal(const Json& journal)
     return text;
 }
 
-Json answerOf(const phone::PhoneDirectory& directory, std::string_view peer, const Json& request)
-{
-    if (!connectToPhone(directory))
-        return { { "ok", false }, { "error", "the phone at " + directory.root() + " isn't up" } };
-    return askPhone(peer, request);
-}
-
 } // namespace
 
 std::vector<std::string> roadNames()
@@ -96,7 +89,7 @@ std::vector<std::string> roadNames()
 ExitStatus phoneOpen(
     const phone::PhoneDirectory& directory, const std::string& road, const std::vector<std::string>& identifiers)
 {
-    const Json report = answerOf(directory, isSpotlightRoad(road) ? "Spotlight" : "SpringBoard",
+    const Json report = askPhone(directory, isSpotlightRoad(road) ? "Spotlight" : "SpringBoard",
         { { "verb", "open" }, { "road", road }, { "applications", identifiers } });
     if (!report.value("ok", false))
         return refuse(report.value("error", "no answer"));
@@ -132,7 +125,7 @@ ExitStatus phoneOpenFrom(
     Json record = transitionRecord(transition, identifier);
     if (!transition.previousScene && record["previousScene"].is_null())
         record.erase("previousScene");
-    const Json report = answerOf(directory, "SpringBoard", { { "verb", "transition" }, { "transition", record } });
+    const Json report = askPhone(directory, "SpringBoard", { { "verb", "transition" }, { "transition", record } });
     if (!report.value("ok", false))
         return refuse(report.value("error", "no answer"));
     say(describeLaunch(report, identifier) + describeJournal(report["journal"]), report);
@@ -141,7 +134,7 @@ ExitStatus phoneOpenFrom(
 
 ExitStatus phoneHome(const phone::PhoneDirectory& directory)
 {
-    const Json report = answerOf(directory, "SpringBoard", { { "verb", "home" } });
+    const Json report = askPhone(directory, "SpringBoard", { { "verb", "home" } });
     if (!report.value("ok", false))
         return refuse(report.value("error", "no answer"));
     const std::string left = report.value("left", "");

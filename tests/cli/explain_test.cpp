@@ -1,5 +1,6 @@
 #include "cli/explain_command.h"
 #include "cli/explain_launch.h"
+#include "cli/explain_notification.h"
 #include "cli/explain_redirect.h"
 
 #include "platform/foundation/property_list.h"
@@ -27,6 +28,8 @@ id preferences()
         { "ALBlockedLaunchApps", array({ "blocked", "both" }) },
         { "ALRequireAuthApps", array({ "protected", "both" }) },
         { "ALHiddenApps", array({ "hidden" }) },
+        { "ALBlockedNotifications", array({ "silent" }) },
+        { "ALMutedNotifications", array({ "quiet", "silent" }) },
         { "IsBlockedFromLaunchingOthers/com.example.notes", boolean(true) },
         { "CustomBlockedApplications/com.example.chat", array({ "com.example.mail" }) },
         { "IsBlockedFromLaunchingOthers/quiet", boolean(true) },
@@ -156,8 +159,46 @@ TEST_F(Explain, AnswersALaunchRoadByRoad)
         EXPECT_EQ(launch(record), expected) << record;
 }
 
+TEST_F(Explain, AnswersANotificationRoadByRoad)
+{
+    const auto explained = [this](Json record) {
+        const Json verdict = Json::parse(explainNotificationLine(record.dump(), policies_));
+        if (verdict.contains("error"))
+            return verdict["error"].get<std::string>();
+        std::string text = verdict["outcome"].get<std::string>();
+        for (const char* const key : { "bundleIdentifier", "rule" })
+            text += " " + (verdict[key].is_string() ? verdict[key].get<std::string>() : "-");
+        return text;
+    };
+    const std::string bulletin = "BBServer publishBulletin:destinations:";
+    const std::string section = "BBServer _publishBulletinRequest:forSectionID:forDestinations:";
+    const std::string alert = "SBNCAlertingController alertOnPresentationForNotificationRequest:presentingDestination:";
+    const Json hidden { { "sectionID", "hidden" } };
+    const Json quiet { { "sectionID", 3 }, { "sectionIdentifier", "" }, { "bulletin", { { "sectionID", "quiet" } } } };
+    const struct {
+        Json record;
+        std::string verdict;
+    } cases[] = {
+        { { { "road", bulletin }, { "notification", hidden } }, "drop hidden ALHiddenApps" },
+        { { { "road", section }, { "notification", hidden } }, "pass hidden -" },
+        { { { "road", alert }, { "notification", hidden } }, "drop hidden ALHiddenApps" },
+        { { { "road", bulletin }, { "notification", quiet } }, "mute quiet ALMutedNotifications" },
+        { { { "road", bulletin }, { "section", "silent" } }, "pass - -" },
+        { { { "road", section }, { "section", "silent" } }, "drop silent ALBlockedNotifications" },
+        { { { "road", section }, { "notification", quiet }, { "section", "silent" } },
+            "mute quiet ALMutedNotifications" },
+        { { { "road", "BBServer fly" } }, "there is no road \"BBServer fly\"" },
+        { { { "road", bulletin }, { "notification", "x" } }, "\"notification\" is an object or null" },
+        { Json::array(), "a record is an object" },
+    };
+    for (const auto& [record, verdict] : cases)
+        EXPECT_EQ(explained(record), verdict) << record;
+}
+
 TEST_F(Explain, KnowsEveryRoadByItsName)
 {
+    for (const appledger::NotificationRoadTraits& road : appledger::notificationRoads())
+        EXPECT_EQ(notificationRoadNamed(roadName(road)), &road) << roadName(road);
     for (const appledger::LaunchRoadTraits& road : appledger::launchRoads())
         EXPECT_EQ(roadNamed(roadName(road)), &road) << roadName(road);
     EXPECT_EQ(roadNamed("Spotlight SBIconView _handleTap"), nullptr);
