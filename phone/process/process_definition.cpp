@@ -6,12 +6,14 @@
 #include "phone/frontboard/classes.h"
 #include "phone/launchservices/classes.h"
 #include "phone/localauthentication/classes.h"
+#include "phone/process/journal.h"
 #include "phone/search/classes.h"
 #include "phone/springboard/classes.h"
 #include "phone/springboard/start.h"
 #include "phone/uikit/classes.h"
 #include "phone/usernotifications/classes.h"
 #include "platform/foundation/classes.h"
+#include "platform/uikit/feedback.h"
 
 #include <algorithm>
 #include <array>
@@ -59,7 +61,10 @@ const ProcessDefinition* processDefinition(std::string_view name)
     return found == definitions.end() ? nullptr : &*found;
 }
 
-std::vector<const ClassDefinition*> classesOfProcess(std::string_view name, std::string_view bundleIdentifier)
+namespace {
+
+/// Framework by framework, each after those that its classes build on.
+std::vector<const ClassDefinition*> classesByFramework(std::string_view name, std::string_view bundleIdentifier)
 {
     std::span<const Framework> frameworks = applicationFrameworks;
     for (const ProcessDefinition& definition : processDefinitions())
@@ -70,6 +75,14 @@ std::vector<const ClassDefinition*> classesOfProcess(std::string_view name, std:
     std::vector<const ClassDefinition*> classes;
     for (const Framework framework : frameworks)
         std::ranges::copy(framework(), std::back_inserter(classes));
+    return classes;
+}
+
+} // namespace
+
+std::vector<const ClassDefinition*> classesOfProcess(std::string_view name, std::string_view bundleIdentifier)
+{
+    std::vector<const ClassDefinition*> classes = classesByFramework(name, bundleIdentifier);
     std::ranges::sort(classes, {}, [](const ClassDefinition* definition) { return definition->name; });
     return classes;
 }
@@ -77,7 +90,8 @@ std::vector<const ClassDefinition*> classesOfProcess(std::string_view name, std:
 void registerClassesOfProcess(std::string_view name, std::string_view bundleIdentifier, const SystemVersion& version,
     std::span<const std::string> absent)
 {
-    for (const ClassDefinition* definition : classesOfProcess(name, bundleIdentifier))
+    setFeedbackHandler([](std::string_view kind) { journal(JournalEvent::Haptic, kind); });
+    for (const ClassDefinition* definition : classesByFramework(name, bundleIdentifier))
         if (std::ranges::find(absent, definition->name) == absent.end())
             registerClass(*definition, version.major);
 }

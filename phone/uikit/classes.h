@@ -4,6 +4,7 @@
 
 namespace phone {
 
+/// The view framework's classes, which this loads, and the system's own actions.
 ClassList uiKitClasses() noexcept;
 
 } // namespace phone

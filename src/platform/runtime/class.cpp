@@ -93,7 +93,9 @@ Class ClassWriter::registerClass(const ClassDefinition& definition, int majorVer
         return nullptr;
     Class superclass = nullptr;
     if (&definition != &NSObject_class) {
-        superclass = registerClass(definition.superclass ? *definition.superclass : NSObject_class, majorVersion);
+        superclass = !definition.superclass && !definition.superclassName.empty()
+            ? objc_getClass(definition.superclassName)
+            : registerClass(definition.superclass ? *definition.superclass : NSObject_class, majorVersion);
         if (!superclass)
             return nullptr;
     }

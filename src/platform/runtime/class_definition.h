@@ -2,6 +2,7 @@
 
 #include "platform/runtime/class.h"
 #include "platform/runtime/encoding.h"
+#include "platform/runtime/fields.h"
 #include "platform/runtime/object.h"
 
 #include <climits>
@@ -69,7 +70,8 @@ struct InstanceVariableDefinition {
 
 struct ClassDefinition {
     std::string_view name;
-    const ClassDefinition* superclass = nullptr; ///< null: NSObject
+    const ClassDefinition* superclass = nullptr; ///< null: the one named below, or NSObject
+    std::string_view superclassName {}; ///< of a class whose definition is another's; it is registered before
     NSObject* (*allocate)() = nullptr; ///< null: as the superclass
     std::span<const MethodDefinition> methods {};
     std::span<const InstanceVariableDefinition> instanceVariables {};
@@ -78,7 +80,7 @@ struct ClassDefinition {
 
 /// Makes the class and, before it, its superclasses, with the methods that exist on `majorVersion`.
 /// A definition that is registered already is left as it is. Nil when the class or a superclass doesn't
-/// exist on that version, or when another definition has taken the name. Any thread.
+/// exist on that version or yet, or when another definition has taken the name. Any thread.
 Class registerClass(const ClassDefinition& definition, int majorVersion = INT_MAX);
 
 template <class T> NSObject* allocate()
@@ -87,6 +89,15 @@ template <class T> NSObject* allocate()
 }
 
 namespace detail {
+
+/// The receiver as the class that declares a field, or the fields that a class has added to it.
+template <class C> C& fieldsIn(NSObject& object)
+{
+    if constexpr (std::is_base_of_v<NSObject, C>)
+        return static_cast<C&>(object);
+    else
+        return fieldsOf<C>(id(&object));
+}
 
 template <auto Function> struct MethodAdapter;
 
@@ -118,12 +129,12 @@ template <class C, class T, T C::*Field> struct FieldAdapter<Field> {
     using Parameter = ArgumentType<T>;
     using Result = std::conditional_t<std::is_same_v<Parameter, const id&>, id, Parameter>;
 
-    static Result get(const id& self, SEL) { return static_cast<Result>(static_cast<const C&>(*self).*Field); }
-    static void set(const id& self, SEL, Parameter value) { static_cast<C&>(*self).*Field = static_cast<T>(value); }
+    static Result get(const id& self, SEL) { return static_cast<Result>(fieldsIn<C>(*self).*Field); }
+    static void set(const id& self, SEL, Parameter value) { fieldsIn<C>(*self).*Field = static_cast<T>(value); }
     static IMP getter() { return reinterpret_cast<IMP>(&get); }
     static IMP setter() { return reinterpret_cast<IMP>(&set); }
-    static id getObject(const NSObject& object) { return static_cast<const C&>(object).*Field; }
-    static void setObject(NSObject& object, const id& value) { static_cast<C&>(object).*Field = value; }
+    static id getObject(const NSObject& object) { return fieldsIn<C>(const_cast<NSObject&>(object)).*Field; }
+    static void setObject(NSObject& object, const id& value) { fieldsIn<C>(object).*Field = value; }
 };
 
 } // namespace detail
@@ -144,7 +155,7 @@ template <Name Selector, auto Function> constexpr MethodDefinition classMethod()
 }
 
 /// Rows that read and write a field. The field's class must be the one that the table belongs to or a
-/// base of it.
+/// base of it, or a structure of fields that the class adds to its superclass (fields.h).
 template <Name Selector, auto Field> constexpr MethodDefinition getter()
 {
     using Adapter = detail::FieldAdapter<Field>;

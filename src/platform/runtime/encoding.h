@@ -36,6 +36,7 @@ template <> inline constexpr std::string_view typeEncoding<double> = "d";
 template <> inline constexpr std::string_view typeEncoding<SEL> = ":";
 template <> inline constexpr std::string_view typeEncoding<Class> = "#";
 template <> inline constexpr std::string_view typeEncoding<void*> = "^v";
+template <> inline constexpr std::string_view typeEncoding<double*> = "^d";
 template <> inline constexpr std::string_view typeEncoding<void (*)()> = "^?";
 template <> inline constexpr std::string_view typeEncoding<id> = "@";
 template <> inline constexpr std::string_view typeEncoding<const id&> = "@";
@@ -62,7 +63,7 @@ template <class T> using ArgumentType = typename Argument<std::remove_cvref_t<T>
 
 consteval auto concatenated(std::initializer_list<std::string_view> parts)
 {
-    std::array<char, 64> text {};
+    std::array<char, 160> text {};
     std::size_t length = 0;
     for (const std::string_view part : parts)
         for (const char c : part)

@@ -95,6 +95,19 @@ template <class R = id, class... A> R sendSelector(const id& receiver, SEL name,
     return detail::invoke<R>(implementation, receiver, name, arguments...);
 }
 
+/// One message, answered as instances of `superclass` answer it: how an overriding method calls the one that it
+/// overrides. Nothing, and nil, zero or false, for a nil receiver and for a superclass without the method.
+template <Name S, class R = id, class... A> R sendSuper(Class superclass, const id& receiver, const A&... arguments)
+{
+    const SEL name = selector<S>();
+    const IMP implementation = receiver && superclass ? superclass->implementation(name, detail::hashOf<S>) : nullptr;
+    if (!implementation)
+        return R();
+    if constexpr (PLATFORM_CHECKS_ENCODINGS)
+        detail::checkEncoding(superclass, name, methodEncoding<R, detail::ArgumentType<A>...>);
+    return detail::invoke<R>(implementation, receiver, name, arguments...);
+}
+
 template <Name S> bool respondsTo(const id& receiver) noexcept
 {
     return receiver && receiver->isa()->implementation(selector<S>(), detail::hashOf<S>);

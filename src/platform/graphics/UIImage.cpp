@@ -1,0 +1,197 @@
+#include "platform/graphics/objects.h"
+
+#include "platform/foundation/files.h"
+#include "platform/foundation/values.h"
+#include "platform/runtime/message.h"
+
+namespace platform {
+
+std::shared_ptr<const Bitmap> UIImage::bitmap() const
+{
+    const std::lock_guard lock(mutex_);
+    if (!bitmap_ && drawing) {
+        auto pixels = Bitmap::make(std::lround(size.width * scale), std::lround(size.height * scale));
+        if (pixels) {
+            Canvas(*pixels, scale).draw(*drawing, size, { {}, size });
+            bitmap_ = std::make_shared<const Bitmap>(std::move(*pixels));
+        }
+    }
+    return bitmap_;
+}
+
+void UIImage::setBitmap(Bitmap pixels)
+{
+    size = { pixels.width / scale, pixels.height / scale };
+    bitmap_ = std::make_shared<const Bitmap>(std::move(pixels));
+}
+
+void UIImage::copyTo(UIImage& other) const
+{
+    other.size = size;
+    other.scale = scale;
+    other.renderingMode = renderingMode;
+    other.isSymbol = isSymbol;
+    other.tint = tint;
+    other.drawing = drawing;
+    const std::lock_guard lock(mutex_);
+    other.bitmap_ = bitmap_;
+}
+
+void UIImage::draw(Canvas& canvas, const CGRect& rect, const Color& tintColor, double alpha) const
+{
+    if (CGRectIsEmpty(rect))
+        return;
+    const bool stencil = isTemplate();
+    if (stencil)
+        canvas.beginGroup();
+    const double pixelsAPoint = size.width > 0 ? canvas.scale() * rect.size.width / size.width : 0;
+    if (drawing && pixelsAPoint > scale)
+        canvas.draw(*drawing, size, rect, stencil ? 1 : alpha);
+    else if (const auto pixels = bitmap())
+        canvas.draw(*pixels, rect, stencil ? 1 : alpha);
+    if (stencil) {
+        Color color = asColor(tint).value_or(tintColor);
+        color.alpha *= alpha;
+        canvas.endGroup(color);
+    }
+}
+
+id imageObject(Bitmap bitmap, double scale)
+{
+    if (bitmap.pixels.empty())
+        return nil;
+    const Ref<UIImage> image = make<UIImage>();
+    image->scale = scale > 0 ? scale : 1;
+    image->setBitmap(std::move(bitmap));
+    return image;
+}
+
+id imageObject(std::shared_ptr<const Recording> drawing, CGSize size, double scale)
+{
+    const Ref<UIImage> image = make<UIImage>();
+    image->size = size;
+    image->scale = scale > 0 ? scale : 1;
+    image->drawing = std::move(drawing);
+    return image;
+}
+
+namespace {
+
+/// "picture@3x.png" holds three pixels a point.
+double scaleInName(std::string_view path)
+{
+    const std::string_view stem = path.substr(0, path.rfind('.'));
+    for (const auto& [suffix, scale] : { std::pair("@2x", 2.0), std::pair("@3x", 3.0) })
+        if (stem.ends_with(suffix))
+            return scale;
+    return 1;
+}
+
+id imageFromBytes(const std::optional<std::string>& bytes, double scale)
+{
+    auto bitmap = bytes ? decodePicture(*bytes) : std::nullopt;
+    return bitmap ? imageObject(std::move(*bitmap), scale) : nil;
+}
+
+id imageWithContentsOfFile(const id&, SEL, const id& path)
+{
+    const auto text = asString(path);
+    return text ? imageFromBytes(readFile(*text), scaleInName(*text)) : nil;
+}
+
+id imageWithDataAndScale(const id&, SEL, const id& data, double scale)
+{
+    const auto bytes = asData(data);
+    return bytes ? imageFromBytes(bytes->text(), scale) : nil;
+}
+
+id imageWithData(const id& self, SEL cmd, const id& data)
+{
+    return imageWithDataAndScale(self, cmd, data, 1);
+}
+
+id systemImageNamed(const id&, SEL, const id& name)
+{
+    const auto text = asString(name);
+    CGSize size;
+    auto symbol = text ? systemSymbol(*text, size) : nullptr;
+    if (!symbol)
+        return nil;
+    constexpr double scale = 3;
+    const id image = imageObject(std::move(symbol), size, scale);
+    as<UIImage>(image)->isSymbol = true;
+    return image;
+}
+
+UIImage& imageIn(const id& self)
+{
+    return static_cast<UIImage&>(*self);
+}
+
+id imageWithRenderingMode(const id& self, SEL, long mode)
+{
+    const Ref<UIImage> image = make<UIImage>();
+    imageIn(self).copyTo(*image);
+    image->renderingMode = static_cast<RenderingMode>(mode);
+    return image;
+}
+
+id imageWithTintColor(const id& self, SEL, const id& color)
+{
+    const Ref<UIImage> image = make<UIImage>();
+    imageIn(self).copyTo(*image);
+    image->tint = color;
+    return image;
+}
+
+void drawInRect(const id& self, SEL, CGRect rect)
+{
+    if (Canvas* const canvas = currentCanvas())
+        imageIn(self).draw(*canvas, rect, Color {});
+}
+
+void drawInRectBlended(const id& self, SEL, CGRect rect, int, double alpha)
+{
+    if (Canvas* const canvas = currentCanvas())
+        imageIn(self).draw(*canvas, rect, Color {}, alpha);
+}
+
+void drawAtPoint(const id& self, SEL cmd, CGPoint point)
+{
+    drawInRect(self, cmd, { point, imageIn(self).size });
+}
+
+id itself(const id& self, SEL)
+{
+    return self;
+}
+
+id pngRepresentation(const id& self, SEL)
+{
+    const auto pixels = imageIn(self).bitmap();
+    const std::string bytes = pixels ? encodePng(*pixels) : "";
+    return bytes.empty() ? id() : platform::data(bytes);
+}
+
+constexpr MethodDefinition methods[] {
+    method<"CGImage", &itself>(),
+    method<"PNGRepresentation", &pngRepresentation>(),
+    method<"drawAtPoint:", &drawAtPoint>(),
+    method<"drawInRect:", &drawInRect>(),
+    method<"drawInRect:blendMode:alpha:", &drawInRectBlended>(),
+    classMethod<"imageWithContentsOfFile:", &imageWithContentsOfFile>(),
+    classMethod<"imageWithData:", &imageWithData>(),
+    classMethod<"imageWithData:scale:", &imageWithDataAndScale>(),
+    method<"imageWithRenderingMode:", &imageWithRenderingMode>(),
+    method<"imageWithTintColor:", &imageWithTintColor>().since(13),
+    getter<"renderingMode", &UIImage::renderingMode>(),
+    getter<"scale", &UIImage::scale>(),
+    getter<"size", &UIImage::size>(),
+    classMethod<"systemImageNamed:", &systemImageNamed>().since(13),
+};
+
+} // namespace
+
+const ClassDefinition UIImage::definition { .name = "UIImage", .allocate = allocate<UIImage>, .methods = methods };
+
+} // namespace platform

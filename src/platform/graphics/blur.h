@@ -1,0 +1,11 @@
+#pragma once
+
+#include <cstdint>
+
+namespace platform {
+
+/// Blurs the alpha of the pixels (rows of `stride` pixels) by about a Gauss curve of that deviation, in pixels; colours
+/// become nothing. What would come from beyond the edges is transparent.
+void blurAlpha(std::uint32_t* pixels, int width, int height, int stride, double deviation);
+
+} // namespace platform

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "platform/graphics/bitmap.h"
+#include "platform/graphics/geometry.h"
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <vector>
+
+struct _cairo;
+
+namespace platform {
+
+/// An outline of straight lines and cubic curves.
+class Path {
+public:
+    enum class Verb { Move, Line, Curve, Close };
+    struct Element {
+        Verb verb;
+        CGPoint points[3]; ///< a curve's two control points and its end; else the first alone
+    };
+
+    void moveTo(CGPoint point) { elements_.push_back({ Verb::Move, { point } }); }
+    void lineTo(CGPoint point) { elements_.push_back({ Verb::Line, { point } }); }
+    void curveTo(CGPoint end, CGPoint control1, CGPoint control2)
+    {
+        elements_.push_back({ Verb::Curve, { control1, control2, end } });
+    }
+    void close() { elements_.push_back({ Verb::Close, {} }); }
+    void append(const Path& other)
+    {
+        elements_.insert(elements_.end(), other.elements_.begin(), other.elements_.end());
+    }
+    void addRect(const CGRect& rect);
+    /// The radius is held to half the shorter side; 0 gives a plain rectangle.
+    void addRoundedRect(const CGRect& rect, double radius);
+    void addEllipse(const CGRect& rect);
+    /// From `start` to `end` in radians, 0 to the right, growing clockwise on the screen.
+    void addArc(CGPoint center, double radius, double start, double end);
+    void apply(const CGAffineTransform& transform);
+
+    const std::vector<Element>& elements() const noexcept { return elements_; }
+
+    static Path roundedRect(const CGRect& rect, double radius);
+
+private:
+    std::vector<Element> elements_;
+};
+
+struct GradientStop {
+    double offset;
+    Color color;
+};
+
+/// Drawing that can be repeated at any scale.
+class Recording;
+
+/// Where drawing goes: a bitmap, or a recording. One thread at a time.
+class Canvas {
+public:
+    /// Draws into the bitmap, which must outlive the canvas; `scale` pixels make one unit.
+    Canvas(Bitmap& target, double scale);
+    /// Draws into a recording of that size.
+    Canvas(const std::shared_ptr<Recording>& target);
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+    ~Canvas();
+
+    static std::shared_ptr<Recording> makeRecording(CGSize size);
+
+    void save();
+    void restore();
+    void concat(const CGAffineTransform& transform);
+    void clip(const Path& path);
+
+    void fill(const Path& path, const Color& color);
+    void fillGradient(const Path& path, CGPoint start, CGPoint end, std::span<const GradientStop> stops);
+    void stroke(const Path& path, const Color& color, double width);
+    void clear(const CGRect& rect);
+    void draw(const Bitmap& bitmap, const CGRect& rect, double alpha = 1);
+    void draw(const Recording& recording, CGSize size, const CGRect& rect, double alpha = 1);
+
+    /// What is drawn until endGroup() is put together first and then shown with that alpha.
+    void beginGroup();
+    void endGroup(double alpha);
+    /// The group as a stencil: its colour gives way to this one.
+    void endGroup(const Color& tint);
+    /// The group's shadow: its outline in `color`, moved and blurred. `radius` as a layer's shadowRadius.
+    void endGroupAsShadow(const Color& color, CGSize offset, double radius);
+
+    /// How many pixels one unit takes here.
+    double scale() const;
+
+    _cairo* native() const noexcept { return context_; }
+
+private:
+    _cairo* context_;
+};
+
+} // namespace platform

@@ -1,0 +1,135 @@
+#include "platform/graphics/text.h"
+
+#include <memory>
+#include <pango/pangocairo.h>
+
+namespace platform {
+
+namespace {
+
+/// The faces in the order of preference; the last is what the system has.
+constexpr const char* families = "Inter, Noto Sans, DejaVu Sans, sans-serif, Noto Color Emoji";
+
+struct Release {
+    void operator()(void* object) const { g_object_unref(object); }
+};
+using LayoutPointer = std::unique_ptr<PangoLayout, Release>;
+using ContextPointer = std::unique_ptr<PangoContext, Release>;
+
+struct FreeDescription {
+    void operator()(PangoFontDescription* description) const { pango_font_description_free(description); }
+};
+using DescriptionPointer = std::unique_ptr<PangoFontDescription, FreeDescription>;
+
+int inPangoUnits(double points)
+{
+    constexpr double most = 1'000'000;
+    return static_cast<int>(std::clamp(points, 0.0, most) * PANGO_SCALE);
+}
+
+DescriptionPointer describeFont(const Font& font)
+{
+    DescriptionPointer description(pango_font_description_new());
+    pango_font_description_set_family_static(description.get(), families);
+    pango_font_description_set_absolute_size(description.get(), inPangoUnits(font.size));
+    pango_font_description_set_weight(description.get(), static_cast<PangoWeight>(font.weight));
+    return description;
+}
+
+/// Measures alike at every scale: nothing is fitted to pixels.
+ContextPointer makeContext()
+{
+    ContextPointer context(pango_font_map_create_context(pango_cairo_font_map_get_default()));
+    cairo_font_options_t* const options = cairo_font_options_create();
+    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
+    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
+    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+    pango_cairo_context_set_font_options(context.get(), options);
+    cairo_font_options_destroy(options);
+    pango_context_set_round_glyph_positions(context.get(), FALSE);
+    return context;
+}
+
+LayoutPointer makeLayout(PangoContext* context, std::string_view text, const TextLayout& wanted, double width)
+{
+    LayoutPointer layout(pango_layout_new(context));
+    const DescriptionPointer description = describeFont(wanted.font);
+    pango_layout_set_font_description(layout.get(), description.get());
+    pango_layout_set_text(layout.get(), text.data(), static_cast<int>(text.size()));
+    if (width < unlimitedWidth)
+        pango_layout_set_width(layout.get(), inPangoUnits(width));
+    switch (wanted.alignment) {
+    case TextAlignment::Center:
+        pango_layout_set_alignment(layout.get(), PANGO_ALIGN_CENTER);
+        break;
+    case TextAlignment::Right:
+        pango_layout_set_alignment(layout.get(), PANGO_ALIGN_RIGHT);
+        break;
+    case TextAlignment::Justified:
+        pango_layout_set_justify(layout.get(), TRUE);
+        break;
+    default:
+        break;
+    }
+    switch (wanted.lineBreak) {
+    case LineBreak::TruncateHead:
+        pango_layout_set_ellipsize(layout.get(), PANGO_ELLIPSIZE_START);
+        break;
+    case LineBreak::TruncateMiddle:
+        pango_layout_set_ellipsize(layout.get(), PANGO_ELLIPSIZE_MIDDLE);
+        break;
+    case LineBreak::TruncateTail:
+        pango_layout_set_ellipsize(layout.get(), PANGO_ELLIPSIZE_END);
+        break;
+    default:
+        break;
+    }
+    pango_layout_set_wrap(
+        layout.get(), wanted.lineBreak == LineBreak::CharacterWrap ? PANGO_WRAP_CHAR : PANGO_WRAP_WORD_CHAR);
+    // A negative height is a number of lines; with an ellipsis the text then wraps up to it.
+    constexpr long noLimit = 100'000;
+    pango_layout_set_height(
+        layout.get(), static_cast<int>(wanted.lines > 0 ? -std::min(wanted.lines, noLimit) : -noLimit));
+    return layout;
+}
+
+} // namespace
+
+FontMetrics metricsOf(const Font& font)
+{
+    const ContextPointer context = makeContext();
+    const DescriptionPointer description = describeFont(font);
+    PangoFontMetrics* const metrics = pango_context_get_metrics(context.get(), description.get(), nullptr);
+    const FontMetrics result { pango_font_metrics_get_ascent(metrics) / double { PANGO_SCALE },
+        pango_font_metrics_get_descent(metrics) / double { PANGO_SCALE } };
+    pango_font_metrics_unref(metrics);
+    return result;
+}
+
+CGSize measureText(std::string_view text, const TextLayout& wanted, double width)
+{
+    if (text.empty())
+        return {};
+    const ContextPointer context = makeContext();
+    const LayoutPointer layout = makeLayout(context.get(), text, wanted, width);
+    PangoRectangle extents;
+    pango_layout_get_extents(layout.get(), nullptr, &extents);
+    return { extents.width / double { PANGO_SCALE }, extents.height / double { PANGO_SCALE } };
+}
+
+void drawText(Canvas& canvas, std::string_view text, const TextLayout& wanted, const CGRect& rect, const Color& color)
+{
+    if (text.empty() || CGRectIsEmpty(rect))
+        return;
+    const ContextPointer context = makeContext();
+    cairo_t* const target = canvas.native();
+    pango_cairo_update_context(target, context.get());
+    const LayoutPointer layout = makeLayout(context.get(), text, wanted, rect.size.width);
+    cairo_save(target);
+    cairo_set_source_rgba(target, color.red, color.green, color.blue, color.alpha);
+    cairo_move_to(target, rect.origin.x, rect.origin.y);
+    pango_cairo_show_layout(target, layout.get());
+    cairo_restore(target);
+}
+
+} // namespace platform

@@ -1,0 +1,235 @@
+#include "platform/foundation/values.h"
+#include "platform/runtime/exception.h"
+#include "platform/runtime/message.h"
+#include "platform/uikit/constraints.h"
+
+namespace platform {
+
+NSLayoutConstraint::~NSLayoutConstraint() = default;
+
+namespace {
+
+UIView* commonAncestor(UIView* left, UIView* right)
+{
+    if (!right)
+        return left;
+    for (UIView* view = left; view; view = view->superview)
+        if (right->isDescendantOf(*view))
+            return view;
+    return nullptr;
+}
+
+NSLayoutConstraint& constraintIn(const id& self)
+{
+    return static_cast<NSLayoutConstraint&>(*self);
+}
+
+id makeConstraint(const id&, SEL, const id& first, NSInteger firstAttribute, NSInteger relation, const id& second,
+    NSInteger secondAttribute, double multiplier, double constant)
+{
+    const Ref<NSLayoutConstraint> constraint = make<NSLayoutConstraint>();
+    constraint->first = asView(first);
+    constraint->firstAttribute = static_cast<LayoutAttribute>(firstAttribute);
+    constraint->relation = static_cast<LayoutRelation>(relation);
+    constraint->second = asView(second);
+    constraint->secondAttribute = static_cast<LayoutAttribute>(secondAttribute);
+    constraint->multiplier = multiplier;
+    constraint->constant = constant;
+    return constraint;
+}
+
+template <bool Active> void setAllActive(const id&, SEL, const id& constraints)
+{
+    for (const id& constraint : itemsOf(constraints))
+        send<"setActive:", void>(constraint, Active);
+}
+
+bool isActive(const id& self, SEL)
+{
+    return constraintIn(self).owner != nullptr;
+}
+
+id firstItem(const id& self, SEL)
+{
+    return id(constraintIn(self).first);
+}
+
+id secondItem(const id& self, SEL)
+{
+    return id(constraintIn(self).second);
+}
+
+constexpr MethodDefinition methods[] {
+    classMethod<"activateConstraints:", &setAllActive<true>>(),
+    getter<"constant", &NSLayoutConstraint::constant>(),
+    classMethod<"constraintWithItem:attribute:relatedBy:toItem:attribute:multiplier:constant:", &makeConstraint>(),
+    classMethod<"deactivateConstraints:", &setAllActive<false>>(),
+    getter<"firstAttribute", &NSLayoutConstraint::firstAttribute>(),
+    method<"firstItem", &firstItem>(),
+    method<"isActive", &isActive>(),
+    getter<"priority", &NSLayoutConstraint::priority>(),
+    getter<"secondAttribute", &NSLayoutConstraint::secondAttribute>(),
+    method<"secondItem", &secondItem>(),
+    method<"setActive:", &NSLayoutConstraint::setActive>(),
+    method<"setConstant:", &NSLayoutConstraint::setConstant>(),
+    method<"setPriority:", &NSLayoutConstraint::setPriority>(),
+};
+
+} // namespace
+
+const ClassDefinition NSLayoutConstraint::definition {
+    .name = "NSLayoutConstraint", .allocate = allocate<NSLayoutConstraint>, .methods = methods
+};
+
+void NSLayoutConstraint::setActive(bool active)
+{
+    if (active == (owner != nullptr) || !first)
+        return;
+    const id self(this);
+    if (!active) {
+        UIView* const former = std::exchange(owner, nullptr);
+        former->setNeedsLayout();
+        send<"removeObject:", void>(former->constraints, self);
+        return;
+    }
+    UIView* const ancestor = commonAncestor(first, second);
+    if (!ancestor)
+        throw NSException("NSGenericException", "a constraint can't be activated between views of two trees");
+    if (!ancestor->constraints)
+        ancestor->constraints = mutableArray();
+    owner = ancestor;
+    send<"addObject:", void>(ancestor->constraints, self);
+    ancestor->setNeedsLayout();
+}
+
+void NSLayoutConstraint::setConstant(double newConstant)
+{
+    constant = newConstant;
+    if (owner)
+        owner->setNeedsLayout();
+}
+
+void NSLayoutConstraint::setPriority(float newPriority)
+{
+    priority = newPriority;
+    if (owner)
+        owner->setNeedsLayout();
+}
+
+namespace {
+
+/// One edge, centre or side of a view.
+class NSLayoutAnchor : public NSObject {
+public:
+    UIView* view = nullptr;
+    id keepsView {};
+    LayoutAttribute attribute = LayoutAttribute::None;
+};
+
+template <LayoutAttribute Attribute> id anchor(const id& self, SEL)
+{
+    id made = send<"new">(id(classNamed<"NSLayoutAnchor">()));
+    auto& fields = static_cast<NSLayoutAnchor&>(*made);
+    fields.view = asView(self);
+    fields.keepsView = self;
+    fields.attribute = Attribute;
+    return made;
+}
+
+id constraintTo(const id& self, LayoutRelation relation, const id& other, double multiplier, double constant)
+{
+    const auto& from = static_cast<const NSLayoutAnchor&>(*self);
+    const auto* const to = as<NSLayoutAnchor>(other);
+    return makeConstraint(nil, nullptr, id(from.view), static_cast<long>(from.attribute), static_cast<long>(relation),
+        to ? id(to->view) : nil, static_cast<long>(to ? to->attribute : LayoutAttribute::None), multiplier, constant);
+}
+
+template <LayoutRelation Relation> id toAnchor(const id& self, SEL, const id& other)
+{
+    return constraintTo(self, Relation, other, 1, 0);
+}
+
+template <LayoutRelation Relation> id toAnchorPlus(const id& self, SEL, const id& other, double constant)
+{
+    return constraintTo(self, Relation, other, 1, constant);
+}
+
+template <LayoutRelation Relation> id toAnchorTimes(const id& self, SEL, const id& other, double multiplier)
+{
+    return constraintTo(self, Relation, other, multiplier, 0);
+}
+
+template <LayoutRelation Relation>
+id toAnchorTimesPlus(const id& self, SEL, const id& other, double multiplier, double constant)
+{
+    return constraintTo(self, Relation, other, multiplier, constant);
+}
+
+template <LayoutRelation Relation> id toConstant(const id& self, SEL, double constant)
+{
+    return constraintTo(self, Relation, nil, 1, constant);
+}
+
+using enum LayoutRelation;
+
+constexpr MethodDefinition anchorRows[] {
+    method<"constraintEqualToAnchor:", &toAnchor<Equal>>(),
+    method<"constraintEqualToAnchor:constant:", &toAnchorPlus<Equal>>(),
+    method<"constraintEqualToAnchor:multiplier:", &toAnchorTimes<Equal>>(),
+    method<"constraintEqualToAnchor:multiplier:constant:", &toAnchorTimesPlus<Equal>>(),
+    method<"constraintEqualToConstant:", &toConstant<Equal>>(),
+    method<"constraintGreaterThanOrEqualToAnchor:", &toAnchor<GreaterThanOrEqual>>(),
+    method<"constraintGreaterThanOrEqualToAnchor:constant:", &toAnchorPlus<GreaterThanOrEqual>>(),
+    method<"constraintGreaterThanOrEqualToConstant:", &toConstant<GreaterThanOrEqual>>(),
+    method<"constraintLessThanOrEqualToAnchor:", &toAnchor<LessThanOrEqual>>(),
+    method<"constraintLessThanOrEqualToAnchor:constant:", &toAnchorPlus<LessThanOrEqual>>(),
+    method<"constraintLessThanOrEqualToConstant:", &toConstant<LessThanOrEqual>>(),
+};
+
+void addConstraint(const id&, SEL, const id& constraint)
+{
+    send<"setActive:", void>(constraint, true);
+}
+
+void removeConstraint(const id&, SEL, const id& constraint)
+{
+    send<"setActive:", void>(constraint, false);
+}
+
+id constraints(const id& self, SEL)
+{
+    const ArrayValue items = itemsOf(static_cast<UIView&>(*self).constraints);
+    return array({ items.begin(), items.end() });
+}
+
+template <bool Active> void setEachActive(const id& self, SEL cmd, const id& list)
+{
+    setAllActive<Active>(self, cmd, list);
+}
+
+constexpr MethodDefinition viewRows[] {
+    method<"addConstraint:", &addConstraint>(),
+    method<"addConstraints:", &setEachActive<true>>(),
+    method<"bottomAnchor", &anchor<LayoutAttribute::Bottom>>(),
+    method<"centerXAnchor", &anchor<LayoutAttribute::CenterX>>(),
+    method<"centerYAnchor", &anchor<LayoutAttribute::CenterY>>(),
+    method<"constraints", &constraints>(),
+    method<"heightAnchor", &anchor<LayoutAttribute::Height>>(),
+    method<"leadingAnchor", &anchor<LayoutAttribute::Leading>>(),
+    method<"leftAnchor", &anchor<LayoutAttribute::Left>>(),
+    method<"removeConstraint:", &removeConstraint>(),
+    method<"removeConstraints:", &setEachActive<false>>(),
+    method<"rightAnchor", &anchor<LayoutAttribute::Right>>(),
+    method<"topAnchor", &anchor<LayoutAttribute::Top>>(),
+    method<"trailingAnchor", &anchor<LayoutAttribute::Trailing>>(),
+    method<"widthAnchor", &anchor<LayoutAttribute::Width>>(),
+};
+
+} // namespace
+
+constinit const std::span<const MethodDefinition> constraintMethods { viewRows };
+const ClassDefinition NSLayoutAnchor_class {
+    .name = "NSLayoutAnchor", .allocate = allocate<NSLayoutAnchor>, .methods = anchorRows
+};
+
+} // namespace platform

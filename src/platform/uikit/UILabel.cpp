@@ -1,0 +1,125 @@
+#include "platform/foundation/values.h"
+#include "platform/runtime/message.h"
+#include "platform/uikit/views.h"
+
+namespace platform {
+
+namespace {
+
+constexpr double defaultFontSize = 17;
+
+/// A text, centred upright in its box.
+class UILabel : public UIView {
+public:
+    id text {};
+    id font {};
+    id textColor {};
+    id shadowColor {};
+    CGSize shadowOffset { 0, -1 };
+    TextAlignment textAlignment = TextAlignment::Natural;
+    LineBreak lineBreakMode = LineBreak::TruncateTail;
+    long numberOfLines = 1;
+    bool adjustsFontSizeToFitWidth = false;
+    double minimumScaleFactor = 0;
+    bool enabled = true;
+
+    UILabel() { userInteractionEnabled = false; }
+
+    id currentFont() const { return font ? font : fontObject({ .size = defaultFontSize }); }
+    id currentColor() const { return textColor ? textColor : colorObject({}); }
+
+    void setText(const id& newText)
+    {
+        if (isEqual(text, newText))
+            return;
+        text = asString(newText) ? newText : nil;
+        send<"invalidateIntrinsicContentSize", void>(id(this));
+    }
+
+    void setFont(const id& newFont)
+    {
+        font = newFont;
+        send<"invalidateIntrinsicContentSize", void>(id(this));
+    }
+
+    std::optional<std::string> shownText() const override
+    {
+        const auto shown = asString(text);
+        return shown ? std::optional(shown->text()) : std::nullopt;
+    }
+
+    CGSize sizeThatFits(CGSize size) const override
+    {
+        const auto shown = asString(text);
+        if (!shown || shown->empty())
+            return {};
+        CGSize measured = measureText(*shown, layoutWith(fontOf()), size.width > 0 ? size.width : unlimitedWidth);
+        // Whole points upwards, so that rounding never cuts a text off.
+        return { std::ceil(measured.width), std::ceil(measured.height) };
+    }
+
+    CGSize intrinsicContentSize() const override
+    {
+        return sizeThatFits({ numberOfLines == 1 || bounds.size.width <= 0 ? unlimitedWidth : bounds.size.width, 0 });
+    }
+
+    void drawContent(Canvas& canvas, const CGRect& seen) const override
+    {
+        const auto shown = asString(text);
+        if (!shown || shown->empty())
+            return;
+        Font used = fontOf();
+        if (adjustsFontSizeToFitWidth) {
+            const double width = measureText(*shown, layoutWith(used)).width;
+            constexpr double leastScale = 0.5;
+            if (width > seen.size.width)
+                used.size
+                    *= std::max(seen.size.width / width, minimumScaleFactor > 0 ? minimumScaleFactor : leastScale);
+        }
+        const TextLayout layout = layoutWith(used);
+        const CGSize measured = measureText(*shown, layout, seen.size.width);
+        CGRect box = seen;
+        box.origin.y += (seen.size.height - measured.height) / 2;
+        box.size.height = std::max(measured.height, seen.size.height);
+        if (const auto shadow = asColor(shadowColor))
+            drawText(canvas, *shown, layout, CGRectOffset(box, shadowOffset.width, shadowOffset.height), *shadow);
+        drawText(canvas, *shown, layout, box, asColor(textColor).value_or(Color {}));
+    }
+
+private:
+    Font fontOf() const { return asFont(font).value_or(Font { .size = defaultFontSize }); }
+
+    TextLayout layoutWith(const Font& used) const
+    {
+        return { .font = used, .alignment = textAlignment, .lineBreak = lineBreakMode, .lines = numberOfLines };
+    }
+};
+
+constexpr MethodDefinition methods[] {
+    getter<"adjustsFontSizeToFitWidth", &UILabel::adjustsFontSizeToFitWidth>(),
+    method<"font", &UILabel::currentFont>(),
+    getter<"lineBreakMode", &UILabel::lineBreakMode>(),
+    getter<"numberOfLines", &UILabel::numberOfLines>(),
+    setter<"setAdjustsFontSizeToFitWidth:", &UILabel::adjustsFontSizeToFitWidth>(),
+    setter<"setEnabled:", &UILabel::enabled>(),
+    method<"setFont:", &UILabel::setFont>(),
+    setter<"setLineBreakMode:", &UILabel::lineBreakMode>(),
+    setter<"setMinimumScaleFactor:", &UILabel::minimumScaleFactor>(),
+    setter<"setNumberOfLines:", &UILabel::numberOfLines>(),
+    setter<"setShadowColor:", &UILabel::shadowColor>(),
+    setter<"setShadowOffset:", &UILabel::shadowOffset>(),
+    method<"setText:", &UILabel::setText>(),
+    setter<"setTextAlignment:", &UILabel::textAlignment>(),
+    setter<"setTextColor:", &UILabel::textColor>(),
+    getter<"text", &UILabel::text>(),
+    getter<"textAlignment", &UILabel::textAlignment>(),
+    method<"textColor", &UILabel::currentColor>(),
+};
+
+} // namespace
+
+const ClassDefinition UILabel_class {
+    .name = "UILabel", .superclass = &UIView::definition, .allocate = allocate<UILabel>, .methods = methods
+};
+
+} // namespace platform

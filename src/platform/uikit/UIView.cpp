@@ -1,0 +1,246 @@
+#include "platform/uikit/animation.h"
+#include "platform/uikit/layout.h"
+#include "platform/uikit/window.h"
+
+#include "platform/foundation/values.h"
+#include "platform/runtime/message.h"
+
+namespace platform {
+
+UIView::~UIView()
+{
+    forgetAnimations(*this);
+    if (layer_)
+        layer_->view = nullptr;
+    for (const Ref<UIView>& subview : subviews)
+        subview->superview = nullptr;
+}
+
+CALayer& UIView::layer()
+{
+    if (!layer_) {
+        const id made = send<"new">(id(ask<"layerClass", Class>(id(isa())).value_or(nullptr)));
+        auto* const own = as<CALayer>(made);
+        layer_ = own ? Ref<CALayer>(own) : make<CALayer>();
+        layer_->view = this;
+    }
+    return *layer_;
+}
+
+CGRect UIView::frame() const
+{
+    return Presentation { bounds, center, transform, 1, std::nullopt, 0 }.frame();
+}
+
+void UIView::setFrame(CGRect frame)
+{
+    CGRect sized = bounds;
+    sized.size = frame.size;
+    if (!CGAffineTransformIsIdentity(transform)) {
+        const CGRect box = CGRectApplyAffineTransform({ {}, frame.size }, CGAffineTransformInvert(transform));
+        sized.size = box.size;
+    }
+    setBounds(sized);
+    setCenter({ CGRectGetMidX(frame), CGRectGetMidY(frame) });
+}
+
+void UIView::setBounds(CGRect newBounds)
+{
+    if (newBounds == bounds)
+        return;
+    noteChange(*this, Animatable::Bounds, valuesOf(bounds), valuesOf(newBounds));
+    const CGSize former = bounds.size;
+    bounds = newBounds;
+    if (former == bounds.size)
+        return;
+    resizeSubviews(former);
+    setNeedsLayout();
+}
+
+void UIView::setCenter(CGPoint newCenter)
+{
+    noteChange(*this, Animatable::Center, valuesOf(center), valuesOf(newCenter));
+    center = newCenter;
+}
+
+void UIView::setTransform(CGAffineTransform newTransform)
+{
+    noteChange(*this, Animatable::Transform, valuesOf(transform), valuesOf(newTransform));
+    transform = newTransform;
+}
+
+void UIView::setAlpha(double newAlpha)
+{
+    newAlpha = newAlpha > 0 ? std::min(newAlpha, 1.0) : 0;
+    noteChange(*this, Animatable::Alpha, valuesOf(alpha), valuesOf(newAlpha));
+    alpha = newAlpha;
+}
+
+void UIView::setBackgroundColor(const id& color)
+{
+    noteChange(*this, Animatable::BackgroundColor, valuesOfColor(backgroundColor), valuesOfColor(color));
+    backgroundColor = color;
+}
+
+void UIView::resizeSubviews(CGSize former)
+{
+    enum : unsigned long { Left = 1, Width = 2, Right = 4, Top = 8, Height = 16, Bottom = 32 };
+    const auto share = [](double change, unsigned long mask, unsigned long before, unsigned long size,
+                           unsigned long after, double& position, double& extent) {
+        const int parts = ((mask & before) != 0) + ((mask & size) != 0) + ((mask & after) != 0);
+        if (parts == 0)
+            return;
+        if (mask & before)
+            position += change / parts;
+        if (mask & size)
+            extent += change / parts;
+    };
+    for (const Ref<UIView>& subview : subviews) {
+        const unsigned long mask = subview->autoresizingMask;
+        if (mask == 0 || !subview->translatesAutoresizingMaskIntoConstraints)
+            continue;
+        CGRect frame = subview->frame();
+        share(bounds.size.width - former.width, mask, Left, Width, Right, frame.origin.x, frame.size.width);
+        share(bounds.size.height - former.height, mask, Top, Height, Bottom, frame.origin.y, frame.size.height);
+        subview->setFrame(frame);
+    }
+}
+
+void UIView::setNeedsLayout()
+{
+    needsLayout_ = true;
+    if (window())
+        scheduleLayoutPass();
+}
+
+void UIView::layoutTree()
+{
+    const id self(this);
+    if (needsLayout_) {
+        needsLayout_ = false;
+        solveConstraints(*this);
+        send<"layoutSubviews", void>(self);
+    }
+    // A layout may add and remove views.
+    const std::vector<Ref<UIView>> present = subviews;
+    for (const Ref<UIView>& subview : present)
+        if (subview->superview == this)
+            subview->layoutTree();
+}
+
+void UIView::insertSubview(const Ref<UIView>& view, std::size_t index)
+{
+    if (!view || isDescendantOf(*view))
+        return;
+    if (view->superview == this) {
+        const auto present = std::ranges::find(subviews, view);
+        if (static_cast<std::size_t>(present - subviews.begin()) < index)
+            --index;
+        subviews.erase(present);
+        subviews.insert(subviews.begin() + static_cast<std::ptrdiff_t>(std::min(index, subviews.size())), view);
+        return;
+    }
+    const id self(this);
+    send<"willMoveToSuperview:", void>(view, self);
+    UIWindow* const former = view->window();
+    if (view->superview)
+        view->removeFromSuperview();
+    view->superview = this;
+    subviews.insert(subviews.begin() + static_cast<std::ptrdiff_t>(std::min(index, subviews.size())), view);
+    send<"didAddSubview:", void>(self, id(view));
+    send<"didMoveToSuperview", void>(view);
+    view->movedToWindow(former);
+    setNeedsLayout();
+}
+
+void UIView::removeFromSuperview()
+{
+    if (!superview)
+        return;
+    const Ref<UIView> self(this);
+    const Ref<UIView> former(superview);
+    UIWindow* const formerWindow = window();
+    cancelAnimations(*this);
+    send<"willMoveToSuperview:", void>(self, nil);
+    send<"willRemoveSubview:", void>(former, id(self));
+    dropConstraintsAcross(*this);
+    std::erase(former->subviews, self);
+    superview = nullptr;
+    send<"didMoveToSuperview", void>(self);
+    movedToWindow(formerWindow);
+    former->setNeedsLayout();
+}
+
+void UIView::movedToWindow(UIWindow* former)
+{
+    if (former == window())
+        return;
+    const id self(this);
+    send<"didMoveToWindow", void>(self);
+    if (needsLayout_)
+        setNeedsLayout();
+    const std::vector<Ref<UIView>> present = subviews;
+    for (const Ref<UIView>& subview : present)
+        subview->movedToWindow(former);
+}
+
+bool UIView::isDescendantOf(const UIView& other) const noexcept
+{
+    for (const UIView* view = this; view; view = view->superview)
+        if (view == &other)
+            return true;
+    return false;
+}
+
+UIWindow* UIView::window() noexcept
+{
+    return superview ? superview->window() : nullptr;
+}
+
+const UIView& UIView::root() const noexcept
+{
+    return superview ? superview->root() : *this;
+}
+
+namespace {
+
+/// From the view's own coordinates to its superview's.
+CGAffineTransform outwards(const UIView& view)
+{
+    const CGAffineTransform toCenter
+        = CGAffineTransformMakeTranslation(-CGRectGetMidX(view.bounds), -CGRectGetMidY(view.bounds));
+    return CGAffineTransformConcat(CGAffineTransformConcat(toCenter, view.transform),
+        CGAffineTransformMakeTranslation(view.center.x, view.center.y));
+}
+
+} // namespace
+
+CGPoint UIView::pointInRoot(CGPoint point) const
+{
+    return superview ? superview->pointInRoot(CGPointApplyAffineTransform(point, outwards(*this))) : point;
+}
+
+CGPoint UIView::pointFromRoot(CGPoint point) const
+{
+    return superview
+        ? CGPointApplyAffineTransform(superview->pointFromRoot(point), CGAffineTransformInvert(outwards(*this)))
+        : point;
+}
+
+Color UIView::effectiveTint() const
+{
+    constexpr Color systemBlue { 0, 122 / 255.0, 1, 1 };
+    for (const UIView* view = this; view; view = view->superview)
+        if (const auto tint = asColor(view->tintColor))
+            return *tint;
+    return systemBlue;
+}
+
+void UIView::drawContent(Canvas&, const CGRect&) const { }
+
+CGSize UIView::sizeThatFits(CGSize) const
+{
+    return bounds.size;
+}
+
+} // namespace platform

@@ -1,0 +1,340 @@
+#include "platform/foundation/values.h"
+#include "platform/runtime/message.h"
+#include "platform/uikit/animation.h"
+#include "platform/uikit/constraints.h"
+#include "platform/uikit/gestures.h"
+#include "platform/uikit/layout.h"
+#include "platform/uikit/views.h"
+#include "platform/uikit/window.h"
+
+namespace platform {
+
+namespace {
+
+UIView& viewIn(const id& self)
+{
+    return static_cast<UIView&>(*self);
+}
+
+id init(const id& self, SEL)
+{
+    return send<"initWithFrame:">(self, CGRectZero);
+}
+
+id initWithFrame(const id& self, SEL, CGRect frame)
+{
+    viewIn(self).setFrame(frame);
+    return self;
+}
+
+Class layerClass(const id&, SEL)
+{
+    return classNamed<"CALayer">();
+}
+
+id layer(const id& self, SEL)
+{
+    return id(&viewIn(self).layer());
+}
+
+id superview(const id& self, SEL)
+{
+    return id(viewIn(self).superview);
+}
+
+id subviews(const id& self, SEL)
+{
+    return array({ viewIn(self).subviews.begin(), viewIn(self).subviews.end() });
+}
+
+id window(const id& self, SEL)
+{
+    return id(viewIn(self).window());
+}
+
+void addSubview(const id& self, SEL, const id& subview)
+{
+    viewIn(self).insertSubview(Ref<UIView>(asView(subview)), viewIn(self).subviews.size());
+}
+
+void insertAtIndex(const id& self, SEL, const id& subview, NSInteger index)
+{
+    viewIn(self).insertSubview(
+        Ref<UIView>(asView(subview)), index < 0 ? viewIn(self).subviews.size() : static_cast<std::size_t>(index));
+}
+
+std::size_t indexOf(const UIView& view, const id& subview)
+{
+    const auto found
+        = std::ranges::find(view.subviews, subview, [](const Ref<UIView>& present) { return id(present); });
+    return static_cast<std::size_t>(found - view.subviews.begin());
+}
+
+void insertBelow(const id& self, SEL, const id& subview, const id& sibling)
+{
+    viewIn(self).insertSubview(Ref<UIView>(asView(subview)), indexOf(viewIn(self), sibling));
+}
+
+void insertAbove(const id& self, SEL, const id& subview, const id& sibling)
+{
+    viewIn(self).insertSubview(Ref<UIView>(asView(subview)), indexOf(viewIn(self), sibling) + 1);
+}
+
+void bringToFront(const id& self, SEL, const id& subview)
+{
+    if (const auto* const view = asView(subview); view && view->superview == &viewIn(self))
+        addSubview(self, nullptr, subview);
+}
+
+void sendToBack(const id& self, SEL, const id& subview)
+{
+    if (const auto* const view = asView(subview); view && view->superview == &viewIn(self))
+        insertAtIndex(self, nullptr, subview, 0);
+}
+
+void removeFromSuperview(const id& self, SEL)
+{
+    viewIn(self).removeFromSuperview();
+}
+
+bool isDescendantOfView(const id& self, SEL, const id& other)
+{
+    const auto* const view = asView(other);
+    return view && viewIn(self).isDescendantOf(*view);
+}
+
+void doNothing(const id&, SEL) { }
+
+void doNothingWith(const id&, SEL, const id&) { }
+
+void setHidden(const id& self, SEL, bool hidden)
+{
+    viewIn(self).hidden = hidden;
+    if (viewIn(self).superview)
+        viewIn(self).superview->setNeedsLayout();
+}
+
+bool clipsToBounds(const id& self, SEL)
+{
+    const CALayer* const layer = viewIn(self).layerIfMade();
+    return layer && layer->masksToBounds;
+}
+
+void setClipsToBounds(const id& self, SEL, bool clips)
+{
+    if (clips || viewIn(self).layerIfMade())
+        viewIn(self).layer().masksToBounds = clips;
+}
+
+id tintColor(const id& self, SEL)
+{
+    return colorObject(viewIn(self).effectiveTint());
+}
+
+void setNeedsLayout(const id& self, SEL)
+{
+    viewIn(self).setNeedsLayout();
+}
+
+/// From the outermost view that has asked for it, since it decides where this one stands.
+void layoutIfNeeded(const id& self, SEL)
+{
+    UIView* outermost = &viewIn(self);
+    for (UIView* view = outermost; view; view = view->superview)
+        if (view->needsLayout())
+            outermost = view;
+    outermost->layoutTree();
+}
+
+id viewWithTag(const id& self, SEL cmd, NSInteger tag)
+{
+    if (viewIn(self).tag == tag)
+        return self;
+    for (const Ref<UIView>& subview : viewIn(self).subviews)
+        if (id found = viewWithTag(subview, cmd, tag))
+            return found;
+    return nil;
+}
+
+bool pointInside(const id& self, SEL, CGPoint point, const id&)
+{
+    return CGRectContainsPoint(viewIn(self).bounds, point);
+}
+
+id hitTest(const id& self, SEL, CGPoint point, const id& event)
+{
+    const UIView& view = viewIn(self);
+    constexpr double leastAlpha = 0.01;
+    if (view.hidden || !view.userInteractionEnabled || view.alpha < leastAlpha
+        || !send<"pointInside:withEvent:", bool>(self, point, event))
+        return nil;
+    const CGPoint inRoot = view.pointInRoot(point);
+    const std::vector<Ref<UIView>> present = view.subviews;
+    for (auto subview = present.rbegin(); subview != present.rend(); ++subview)
+        if (id hit = send<"hitTest:withEvent:">(*subview, (*subview)->pointFromRoot(inRoot), event))
+            return hit;
+    return self;
+}
+
+CGPoint convertPointToView(const id& self, SEL, CGPoint point, const id& other)
+{
+    const CGPoint inRoot = viewIn(self).pointInRoot(point);
+    const auto* const view = asView(other);
+    return view ? view->pointFromRoot(inRoot) : inRoot;
+}
+
+CGPoint convertPointFromView(const id& self, SEL, CGPoint point, const id& other)
+{
+    const auto* const view = asView(other);
+    return viewIn(self).pointFromRoot(view ? view->pointInRoot(point) : point);
+}
+
+template <auto Convert> CGRect convertRect(const id& self, SEL cmd, CGRect rect, const id& other)
+{
+    const CGPoint corners[] { rect.origin, { CGRectGetMaxX(rect), rect.origin.y },
+        { rect.origin.x, CGRectGetMaxY(rect) }, { CGRectGetMaxX(rect), CGRectGetMaxY(rect) } };
+    CGPoint low = Convert(self, cmd, corners[0], other);
+    CGPoint high = low;
+    for (const CGPoint& corner : corners) {
+        const CGPoint point = Convert(self, cmd, corner, other);
+        low = { std::min(low.x, point.x), std::min(low.y, point.y) };
+        high = { std::max(high.x, point.x), std::max(high.y, point.y) };
+    }
+    return CGRectMake(low.x, low.y, high.x - low.x, high.y - low.y);
+}
+
+CGSize intrinsicContentSize(const id& self, SEL)
+{
+    return viewIn(self).intrinsicContentSize();
+}
+
+void invalidateIntrinsicContentSize(const id& self, SEL)
+{
+    for (UIView* view = &viewIn(self); view; view = view->superview)
+        view->setNeedsLayout();
+}
+
+CGSize sizeThatFits(const id& self, SEL, CGSize size)
+{
+    return viewIn(self).sizeThatFits(size);
+}
+
+void sizeToFit(const id& self, SEL)
+{
+    CGRect frame = viewIn(self).frame();
+    frame.size = send<"sizeThatFits:", CGSize>(self, frame.size);
+    viewIn(self).setFrame(frame);
+}
+
+CGSize systemLayoutSizeFitting(const id& self, SEL, CGSize size)
+{
+    return fittingSize(viewIn(self), size.width > 0 ? size.width : unlimitedWidth);
+}
+
+void setHuggingPriority(const id& self, SEL, float priority, NSInteger axis)
+{
+    (axis == 0 ? viewIn(self).horizontalHugging : viewIn(self).verticalHugging) = priority;
+}
+
+void setCompressionResistance(const id&, SEL, float, NSInteger) { }
+
+UIEdgeInsets safeAreaInsets(const id& self, SEL)
+{
+    return viewIn(self).window() == &viewIn(self) ? UIEdgeInsetsMake(47, 0, 34, 0) : UIEdgeInsetsZero;
+}
+
+constexpr MethodDefinition methods[] {
+    getter<"accessibilityIdentifier", &UIView::accessibilityIdentifier>(),
+    getter<"accessibilityLabel", &UIView::accessibilityLabel>(),
+    method<"addSubview:", &addSubview>(),
+    getter<"alpha", &UIView::alpha>(),
+    getter<"autoresizingMask", &UIView::autoresizingMask>(),
+    getter<"backgroundColor", &UIView::backgroundColor>(),
+    getter<"bounds", &UIView::bounds>(),
+    method<"bringSubviewToFront:", &bringToFront>(),
+    getter<"center", &UIView::center>(),
+    method<"clipsToBounds", &clipsToBounds>(),
+    getter<"contentMode", &UIView::contentMode>(),
+    method<"convertPoint:fromView:", &convertPointFromView>(),
+    method<"convertPoint:toView:", &convertPointToView>(),
+    method<"convertRect:fromView:", &convertRect<convertPointFromView>>(),
+    method<"convertRect:toView:", &convertRect<convertPointToView>>(),
+    method<"didAddSubview:", &doNothingWith>(),
+    method<"didMoveToSuperview", &doNothing>(),
+    method<"didMoveToWindow", &doNothing>(),
+    method<"frame", &UIView::frame>(),
+    method<"hitTest:withEvent:", &hitTest>(),
+    method<"init", &init>(),
+    method<"initWithFrame:", &initWithFrame>(),
+    method<"insertSubview:aboveSubview:", &insertAbove>(),
+    method<"insertSubview:atIndex:", &insertAtIndex>(),
+    method<"insertSubview:belowSubview:", &insertBelow>(),
+    method<"intrinsicContentSize", &intrinsicContentSize>(),
+    method<"invalidateIntrinsicContentSize", &invalidateIntrinsicContentSize>(),
+    method<"isDescendantOfView:", &isDescendantOfView>(),
+    getter<"isHidden", &UIView::hidden>(),
+    getter<"isOpaque", &UIView::opaque>(),
+    getter<"isUserInteractionEnabled", &UIView::userInteractionEnabled>(),
+    method<"layer", &layer>(),
+    classMethod<"layerClass", &layerClass>(),
+    method<"layoutIfNeeded", &layoutIfNeeded>(),
+    method<"layoutSubviews", &doNothing>(),
+    method<"pointInside:withEvent:", &pointInside>(),
+    method<"removeFromSuperview", &removeFromSuperview>(),
+    method<"safeAreaInsets", &safeAreaInsets>(),
+    method<"sendSubviewToBack:", &sendToBack>(),
+    setter<"setAccessibilityIdentifier:", &UIView::accessibilityIdentifier>(),
+    setter<"setAccessibilityLabel:", &UIView::accessibilityLabel>(),
+    method<"setAlpha:", &UIView::setAlpha>(),
+    setter<"setAutoresizingMask:", &UIView::autoresizingMask>(),
+    method<"setBackgroundColor:", &UIView::setBackgroundColor>(),
+    method<"setBounds:", &UIView::setBounds>(),
+    method<"setCenter:", &UIView::setCenter>(),
+    method<"setClipsToBounds:", &setClipsToBounds>(),
+    method<"setContentCompressionResistancePriority:forAxis:", &setCompressionResistance>(),
+    method<"setContentHuggingPriority:forAxis:", &setHuggingPriority>(),
+    setter<"setContentMode:", &UIView::contentMode>(),
+    method<"setFrame:", &UIView::setFrame>(),
+    method<"setHidden:", &setHidden>(),
+    method<"setNeedsDisplay", &doNothing>(),
+    method<"setNeedsLayout", &setNeedsLayout>(),
+    setter<"setOpaque:", &UIView::opaque>(),
+    setter<"setTag:", &UIView::tag>(),
+    setter<"setTintColor:", &UIView::tintColor>(),
+    method<"setTransform:", &UIView::setTransform>(),
+    setter<"setTranslatesAutoresizingMaskIntoConstraints:", &UIView::translatesAutoresizingMaskIntoConstraints>(),
+    setter<"setUserInteractionEnabled:", &UIView::userInteractionEnabled>(),
+    method<"sizeThatFits:", &sizeThatFits>(),
+    method<"sizeToFit", &sizeToFit>(),
+    method<"subviews", &subviews>(),
+    method<"superview", &superview>(),
+    method<"systemLayoutSizeFittingSize:", &systemLayoutSizeFitting>(),
+    getter<"tag", &UIView::tag>(),
+    method<"tintColor", &tintColor>(),
+    getter<"transform", &UIView::transform>(),
+    getter<"translatesAutoresizingMaskIntoConstraints", &UIView::translatesAutoresizingMaskIntoConstraints>(),
+    method<"viewWithTag:", &viewWithTag>(),
+    method<"willMoveToSuperview:", &doNothingWith>(),
+    method<"willRemoveSubview:", &doNothingWith>(),
+    method<"window", &window>(),
+};
+
+/// One table of what stands in several files.
+std::span<const MethodDefinition> allMethods()
+{
+    static const auto* const all = [] {
+        auto* const joined = new std::vector<MethodDefinition>(std::begin(methods), std::end(methods));
+        for (const auto& more : { animationMethods, constraintMethods, gestureMethods })
+            joined->insert(joined->end(), more.begin(), more.end());
+        return joined;
+    }();
+    return *all;
+}
+
+} // namespace
+
+const ClassDefinition UIView::definition {
+    .name = "UIView", .superclass = &UIResponder_class, .allocate = allocate<UIView>, .methods = allMethods()
+};
+
+} // namespace platform

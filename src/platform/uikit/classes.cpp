@@ -1,0 +1,91 @@
+#include "platform/foundation/values.h"
+#include "platform/graphics/objects.h"
+#include "platform/uikit/application.h"
+#include "platform/uikit/constraints.h"
+#include "platform/uikit/feedback_generators.h"
+#include "platform/uikit/gestures.h"
+#include "platform/uikit/layers.h"
+#include "platform/uikit/renderer.h"
+#include "platform/uikit/views.h"
+
+/// The door of the library: its classes, and the functions of its host as class methods.
+
+namespace platform {
+
+namespace {
+
+id pictureAtScale(const id&, SEL, double scale)
+{
+    const auto bitmap = renderScreen(scale);
+    return bitmap ? platform::data(encodePng(*bitmap)) : id();
+}
+
+id descriptionOfWindows(const id&, SEL)
+{
+    return string(describeScreen());
+}
+
+void touchAt(const id&, SEL, CGPoint point, NSInteger phase)
+{
+    touchScreen(point, static_cast<TouchPhase>(phase));
+}
+
+void setSize(const id&, SEL, CGSize size, double scale)
+{
+    screenFacts() = { size, scale };
+}
+
+constexpr MethodDefinition screenFunctions[] {
+    classMethod<"descriptionOfWindows", &descriptionOfWindows>(),
+    classMethod<"pictureAtScale:", &pictureAtScale>(),
+    classMethod<"setSize:scale:", &setSize>(),
+    classMethod<"touchAt:phase:", &touchAt>(),
+};
+
+const ClassDefinition UIScreenFunctions_class { .name = "UIScreenFunctions", .methods = screenFunctions };
+
+using ClassSpan = std::span<const ClassDefinition* const>;
+
+constexpr const ClassDefinition* classes[] {
+    &CAGradientLayer_class,
+    &CALayer::definition,
+    &NSLayoutAnchor_class,
+    &NSLayoutConstraint::definition,
+    &UIApplication_class,
+    &UIBezierPath::definition,
+    &UIColor::definition,
+    &UIEvent::definition,
+    &UIFont::definition,
+    &UIGestureRecognizer::definition,
+    &GraphicsContext::definition,
+    &UIGraphicsFunctions_class,
+    &UIGraphicsImageRenderer_class,
+    &UIImage::definition,
+    &UIImageView_class,
+    &UIImpactFeedbackGenerator_class,
+    &UILabel_class,
+    &UILongPressGestureRecognizer_class,
+    &UINotificationFeedbackGenerator_class,
+    &UIPanGestureRecognizer_class,
+    &UIResponder_class,
+    &UIScreen_class,
+    &UIScreenFunctions_class,
+    &UISelectionFeedbackGenerator_class,
+    &UIStackView_class,
+    &UISwipeGestureRecognizer_class,
+    &UITapGestureRecognizer_class,
+    &UITouch::definition,
+    &UIView::definition,
+    &UIWindow::definition,
+};
+
+} // namespace
+
+extern "C" const ClassSpan* platformUIKitClasses()
+{
+    static const ClassSpan all { classes };
+    addStringDrawing();
+    return &all;
+}
+
+} // namespace platform

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/uikit/view.h"
+
+#include <span>
+
+namespace platform {
+
+/// The attributes, by the system's numbers.
+enum class LayoutAttribute : long {
+    None = 0,
+    Left = 1,
+    Right = 2,
+    Top = 3,
+    Bottom = 4,
+    Leading = 5,
+    Trailing = 6,
+    Width = 7,
+    Height = 8,
+    CenterX = 9,
+    CenterY = 10,
+    LastBaseline = 11,
+    FirstBaseline = 12,
+};
+
+enum class LayoutRelation : long { LessThanOrEqual = -1, Equal = 0, GreaterThanOrEqual = 1 };
+
+/// first.attribute = second.attribute * multiplier + constant (or at most, or at least that).
+class NSLayoutConstraint : public NSObject {
+public:
+    static const ClassDefinition definition;
+    ~NSLayoutConstraint() override;
+
+    UIView* first = nullptr;
+    LayoutAttribute firstAttribute = LayoutAttribute::None;
+    LayoutRelation relation = LayoutRelation::Equal;
+    UIView* second = nullptr; ///< null: the constant alone
+    LayoutAttribute secondAttribute = LayoutAttribute::None;
+    double multiplier = 1;
+    double constant = 0;
+    float priority = 1000;
+    UIView* owner = nullptr; ///< the view on which it is installed; null while it isn't active
+
+    void setActive(bool active);
+    void setConstant(double newConstant);
+    void setPriority(float newPriority);
+};
+
+/// What views have for constraints: anchors and the lists.
+extern const std::span<const MethodDefinition> constraintMethods;
+extern const ClassDefinition NSLayoutAnchor_class;
+
+} // namespace platform

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/graphics/geometry.h"
+#include "platform/runtime/class_definition.h"
+
+#include <optional>
+#include <span>
+#include <string>
+
+/// The framework of views and pixels. Its classes stand in a library of their own, which a process loads when it first
+/// asks for them, so that a process that draws nothing doesn't carry what draws. Everything of it is reached by
+/// messages, and by the functions here, which do nothing in a process that hasn't loaded it.
+
+namespace platform {
+
+/// The framework's classes, sorted by name; loads it. None, with a line on standard error, when it can't be loaded.
+std::span<const ClassDefinition* const> uiKitFrameworkClasses() noexcept;
+
+/// Draws into an image from here on; `scale` 0 stands for the screen's. Every beginning has its end. A size that no
+/// image can have gives one of a pixel.
+void UIGraphicsBeginImageContextWithOptions(CGSize size, bool opaque, CGFloat scale);
+/// What has been drawn since the beginning; nil outside of an image context.
+id UIGraphicsGetImageFromCurrentImageContext();
+void UIGraphicsEndImageContext();
+/// What is being drawn into now, or nil: answers `saveState`, `restoreState`, `concatTransform:` and
+/// `drawLinearGradient:from:to:`.
+id UIGraphicsGetCurrentContext();
+
+/// The bytes of a PNG file as data; nil for nil.
+id UIImagePNGRepresentation(const id& image);
+
+/// The keys of a string's attributes.
+id NSFontAttributeName();
+id NSForegroundColorAttributeName();
+
+enum class TouchKind : long { Began = 0, Moved = 1, Ended = 3, Cancelled = 4 };
+
+/// For the host of the process. The first two give "" in a process without views.
+
+/// All windows as the bytes of a PNG file, `scale` pixels a point; "" also for a scale that no picture can have.
+std::string pictureOfScreen(double scale);
+/// All windows as text, one view a line.
+std::string descriptionOfScreen();
+/// A finger on the screen.
+void touchScreenAt(CGPoint point, TouchKind kind);
+void setScreen(CGSize size, double scale);
+
+} // namespace platform

@@ -1,0 +1,151 @@
+#include "platform/uikit/renderer.h"
+
+#include "platform/runtime/message.h"
+#include "platform/uikit/animation.h"
+#include "platform/uikit/layout.h"
+#include "platform/uikit/window.h"
+
+namespace platform {
+
+namespace {
+
+class SavedState {
+public:
+    explicit SavedState(Canvas& canvas)
+        : canvas_(canvas)
+    {
+        canvas_.save();
+    }
+    SavedState(const SavedState&) = delete;
+    SavedState& operator=(const SavedState&) = delete;
+    ~SavedState() { canvas_.restore(); }
+
+private:
+    Canvas& canvas_;
+};
+
+void drawBorder(Canvas& canvas, const CALayer& layer, const CGRect& bounds, double cornerRadius)
+{
+    if (layer.borderWidth <= 0)
+        return;
+    const double inset = layer.borderWidth / 2;
+    canvas.stroke(Path::roundedRect(CGRectInset(bounds, inset, inset), cornerRadius - inset),
+        asColor(layer.borderColor).value_or(Color {}), layer.borderWidth);
+}
+
+void drawSublayers(Canvas& canvas, const CALayer& layer)
+{
+    for (const Ref<CALayer>& sublayer : layer.sublayers) {
+        const SavedState saved(canvas);
+        canvas.concat(CGAffineTransformMakeTranslation(sublayer->frame.origin.x, sublayer->frame.origin.y));
+        renderLayer(canvas, *sublayer, { {}, sublayer->frame.size });
+    }
+}
+
+/// The view in its own coordinates, without its shadow and at full alpha.
+void drawBody(Canvas& canvas, const UIView& view, const Presentation& seen)
+{
+    const CALayer* const layer = view.layerIfMade();
+    const Path outline = Path::roundedRect(seen.bounds, seen.cornerRadius);
+    if (seen.backgroundColor)
+        canvas.fill(outline, *seen.backgroundColor);
+    {
+        const SavedState saved(canvas);
+        if (layer && layer->masksToBounds)
+            canvas.clip(outline);
+        if (layer) {
+            layer->drawContents(canvas, seen.bounds);
+            drawSublayers(canvas, *layer);
+        }
+        view.drawContent(canvas, seen.bounds);
+        const id self(const_cast<UIView*>(&view));
+        if (respondsTo<"drawRect:">(self)) {
+            const SavedState drawing(canvas);
+            const CurrentCanvas current(canvas);
+            canvas.clip(Path::roundedRect(seen.bounds, 0));
+            send<"drawRect:", void>(self, seen.bounds);
+        }
+        for (const Ref<UIView>& subview : view.subviews)
+            renderView(canvas, *subview);
+    }
+    if (layer)
+        drawBorder(canvas, *layer, seen.bounds, seen.cornerRadius);
+}
+
+void drawShadow(Canvas& canvas, const UIView& view, const Presentation& seen)
+{
+    const CALayer* const layer = view.layerIfMade();
+    if (!layer || layer->shadowOpacity <= 0 || layer->masksToBounds)
+        return;
+    canvas.beginGroup();
+    if (seen.backgroundColor && seen.backgroundColor->alpha > 0)
+        canvas.fill(Path::roundedRect(seen.bounds, seen.cornerRadius), *seen.backgroundColor);
+    else
+        drawBody(canvas, view, seen);
+    Color color = asColor(layer->shadowColor).value_or(Color {});
+    color.alpha *= layer->shadowOpacity;
+    canvas.endGroupAsShadow(color, layer->shadowOffset, layer->shadowRadius);
+}
+
+} // namespace
+
+void renderView(Canvas& canvas, const UIView& view)
+{
+    const Presentation seen = presentationOf(view);
+    if (view.hidden || seen.alpha <= 0)
+        return;
+    const SavedState saved(canvas);
+    canvas.concat(CGAffineTransformMakeTranslation(seen.center.x, seen.center.y));
+    if (!CGAffineTransformIsIdentity(seen.transform))
+        canvas.concat(seen.transform);
+    canvas.concat(CGAffineTransformMakeTranslation(-CGRectGetMidX(seen.bounds), -CGRectGetMidY(seen.bounds)));
+    const bool together = seen.alpha < 1;
+    if (together)
+        canvas.beginGroup();
+    drawShadow(canvas, view, seen);
+    drawBody(canvas, view, seen);
+    if (together)
+        canvas.endGroup(seen.alpha);
+}
+
+void renderLayer(Canvas& canvas, const CALayer& layer, const CGRect& bounds)
+{
+    if (layer.hidden || layer.opacity <= 0)
+        return;
+    const SavedState saved(canvas);
+    const bool together = layer.opacity < 1;
+    if (together)
+        canvas.beginGroup();
+    {
+        const SavedState clipped(canvas);
+        const Path outline = Path::roundedRect(bounds, layer.cornerRadius);
+        if (const auto color = asColor(layer.backgroundColor))
+            canvas.fill(outline, *color);
+        if (layer.masksToBounds)
+            canvas.clip(outline);
+        layer.drawContents(canvas, bounds);
+        drawSublayers(canvas, layer);
+    }
+    drawBorder(canvas, layer, bounds, layer.cornerRadius);
+    if (together)
+        canvas.endGroup(layer.opacity);
+}
+
+std::optional<Bitmap> renderScreen(double scale)
+{
+    layoutAllWindows();
+    const CGSize size = screenFacts().size;
+    constexpr double most = mostPixels;
+    if (!(scale > 0) || size.width * scale * size.height * scale > most)
+        return std::nullopt;
+    auto bitmap = Bitmap::make(std::lround(size.width * scale), std::lround(size.height * scale));
+    if (!bitmap)
+        return std::nullopt;
+    std::ranges::fill(bitmap->pixels, 0xFF000000U);
+    Canvas canvas(*bitmap, scale);
+    for (const Ref<UIWindow>& window : allWindows())
+        renderView(canvas, *window);
+    return bitmap;
+}
+
+} // namespace platform

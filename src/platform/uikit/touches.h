@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/uikit/view.h"
+
+namespace platform {
+
+class UIWindow;
+
+enum class TouchPhase : long { Began = 0, Moved = 1, Stationary = 2, Ended = 3, Cancelled = 4 };
+
+/// A finger on the screen.
+class UITouch : public NSObject {
+public:
+    static const ClassDefinition definition;
+    TouchPhase phase = TouchPhase::Began;
+    CGPoint location {}; ///< in the window
+    CGPoint formerLocation {};
+    double timestamp = 0;
+    NSUInteger tapCount = 1;
+    Ref<UIView> view {}; ///< the one that the touch began in
+    Ref<UIWindow> window {};
+    bool takenByGesture = false; ///< the view has been told that the touch was cancelled
+    std::vector<id> gestures {}; ///< those that look at it
+};
+
+class UIEvent : public NSObject {
+public:
+    static const ClassDefinition definition;
+    std::vector<Ref<UITouch>> touches {};
+};
+
+/// A finger does something at that point of the screen: an event for the application, from the top. A touch is one
+/// finger's from its beginning to its end; there is one finger.
+void touchScreen(CGPoint point, TouchPhase phase);
+
+/// What a window does with an event: gestures look at it first, then the view that was hit gets it.
+void deliverTouches(UIWindow& window, const id& event);
+
+} // namespace platform

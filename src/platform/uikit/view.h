@@ -1,0 +1,143 @@
+#pragma once
+
+#include "platform/graphics/objects.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The C++ classes behind views, for the files of this folder alone. Main thread.
+
+namespace platform {
+
+class UIView;
+class UIWindow;
+
+/// What is animated, each as up to six numbers.
+enum class Animatable { Bounds, Center, Transform, Alpha, BackgroundColor, CornerRadius };
+
+/// How a view's box is drawn; a layer of its own has a place among its superlayer's.
+class CALayer : public NSObject {
+public:
+    static const ClassDefinition definition;
+    ~CALayer() override;
+
+    UIView* view = nullptr; ///< null for a layer without a view
+    CALayer* superlayer = nullptr;
+    std::vector<Ref<CALayer>> sublayers {};
+    CGRect frame {}; ///< of a layer without a view
+    id backgroundColor {}; ///< likewise
+    double opacity = 1; ///< likewise
+    bool hidden = false; ///< likewise
+    double cornerRadius = 0;
+    bool masksToBounds = false;
+    id borderColor {};
+    double borderWidth = 0;
+    id shadowColor {}; ///< nil: black
+    float shadowOpacity = 0;
+    CGSize shadowOffset { 0, -3 };
+    double shadowRadius = 3;
+    id contents {}; ///< an image, or nil
+
+    void setCornerRadius(double radius);
+    void addSublayer(const id& sublayer);
+    void insertSublayer(const id& sublayer, unsigned index);
+    void removeFromSuperlayer();
+    CGRect bounds() const;
+
+    /// What the layer shows between its background and what stands on it.
+    virtual void drawContents(Canvas& canvas, const CGRect& bounds) const;
+};
+
+class UIView : public NSObject {
+public:
+    static const ClassDefinition definition;
+    UIView() = default;
+    ~UIView() override;
+
+    CGRect bounds {};
+    CGPoint center {};
+    CGAffineTransform transform {};
+    double alpha = 1;
+    bool hidden = false;
+    bool userInteractionEnabled = true;
+    bool multipleTouchEnabled = false;
+    bool opaque = true;
+    bool translatesAutoresizingMaskIntoConstraints = true;
+    unsigned long autoresizingMask = 0;
+    long tag = 0;
+    long contentMode = 0;
+    id backgroundColor {};
+    id tintColor {}; ///< nil: the superview's
+    id accessibilityLabel {};
+    id accessibilityIdentifier {};
+    id constraints {}; ///< mutable array of those that are installed on this view; nil for none
+    id gestureRecognizers {}; ///< mutable array, or nil
+    float horizontalHugging = 250;
+    float verticalHugging = 250;
+    UIView* superview = nullptr;
+    std::vector<Ref<UIView>> subviews {};
+
+    CALayer& layer();
+    const CALayer* layerIfMade() const noexcept { return layer_.get(); }
+
+    CGRect frame() const;
+    void setFrame(CGRect frame);
+    void setBounds(CGRect bounds);
+    void setCenter(CGPoint center);
+    void setTransform(CGAffineTransform transform);
+    void setAlpha(double alpha);
+    void setBackgroundColor(const id& color);
+
+    bool needsLayout() const noexcept { return needsLayout_; }
+    void setNeedsLayout();
+    /// Lays out this view and what stands in it, as far as it has asked for it.
+    void layoutTree();
+
+    void insertSubview(const Ref<UIView>& view, std::size_t index);
+    void removeFromSuperview();
+    bool isDescendantOf(const UIView& other) const noexcept;
+    /// The window that the view stands in; null when it stands in none.
+    virtual UIWindow* window() noexcept;
+
+    /// To and from the coordinates of the root of the tree that the view stands in.
+    CGPoint pointInRoot(CGPoint point) const;
+    CGPoint pointFromRoot(CGPoint point) const;
+    const UIView& root() const noexcept;
+
+    /// The tint in force here.
+    Color effectiveTint() const;
+
+    /// What the view itself shows between its background and its subviews. `bounds` are those that are seen now.
+    virtual void drawContent(Canvas& canvas, const CGRect& bounds) const;
+    /// What the content takes up at its natural size, -1 where it has none.
+    virtual CGSize intrinsicContentSize() const { return { -1, -1 }; }
+    virtual CGSize sizeThatFits(CGSize size) const;
+    /// The text in a dump of the tree; empty for none.
+    virtual std::optional<std::string> shownText() const { return std::nullopt; }
+    /// False where the view itself lays out this subview, constraints or not.
+    virtual bool constrainsSubview(const UIView&) const noexcept { return true; }
+
+private:
+    void movedToWindow(UIWindow* former);
+    void resizeSubviews(CGSize former);
+
+    Ref<CALayer> layer_ {};
+    bool needsLayout_ = true;
+};
+
+/// The view, or null for nil and for any other object.
+inline UIView* asView(const id& object)
+{
+    return as<UIView>(object);
+}
+
+/// The view's size by its content and its own constraints, in a width of that much at most; what it can't say is 0.
+CGSize fittingSize(UIView& view, double width);
+
+/// Frames of the views below `view` that constraints place. `view` keeps its own.
+void solveConstraints(UIView& view);
+/// Takes away what holds the view to anything outside of it.
+void dropConstraintsAcross(UIView& view);
+
+} // namespace platform

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/uikit/view.h"
+
+#include <vector>
+
+namespace platform {
+
+class UIWindow : public UIView {
+public:
+    static const ClassDefinition definition;
+    UIWindow();
+    ~UIWindow() override;
+
+    double windowLevel = 0;
+    id rootViewController {};
+
+    UIWindow* window() noexcept override { return this; }
+};
+
+/// All windows there are, from the back to the front: by level, and on one level in the order in which they were made.
+std::vector<Ref<UIWindow>> allWindows();
+
+/// What the screen is: its size in points and how many pixels make one.
+struct ScreenFacts {
+    CGSize size { 390, 844 };
+    double scale = 3;
+};
+ScreenFacts& screenFacts() noexcept;
+
+} // namespace platform

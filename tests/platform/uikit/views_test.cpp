@@ -1,0 +1,63 @@
+#include "platform/dispatch/clock.h"
+#include "platform/dispatch/run_loop.h"
+#include "platform/foundation/block.h"
+#include "platform/foundation/values.h"
+#include "platform/runtime/message.h"
+#include "platform/uikit/framework.h"
+#include "support/view_test.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace platform;
+using namespace std::chrono_literals;
+using support::classObject;
+
+/// A class of another library that builds on a view without knowing its C++ class.
+struct CardFields {
+    id title {};
+    int layouts = 0;
+};
+
+id Card_initWithFrame(const id& self, SEL, CGRect frame)
+{
+    const id card = sendSuper<"initWithFrame:">(classNamed<"UIView">(), self, frame);
+    fieldsOf<CardFields>(card).title = string("card");
+    return card;
+}
+
+void Card_layoutSubviews(const id& self, SEL)
+{
+    sendSuper<"layoutSubviews", void>(classNamed<"UIView">(), self);
+    ++fieldsOf<CardFields>(self).layouts;
+}
+
+constexpr MethodDefinition cardMethods[] {
+    method<"initWithFrame:", &Card_initWithFrame>(),
+    method<"layoutSubviews", &Card_layoutSubviews>(),
+    getter<"title", &CardFields::title>(),
+};
+const ClassDefinition Card_class { .name = "Card", .superclassName = "UIView", .methods = cardMethods };
+
+class Views : public support::ViewTest { };
+
+TEST_F(Views, AClassOfAnotherLibraryIsAView)
+{
+    ASSERT_TRUE(registerClass(Card_class));
+    const id card = send<"new">(classObject<"Card">());
+    EXPECT_EQ(asString(send<"title">(card))->view(), "card");
+    EXPECT_TRUE(isKindOfClass(card, objc_getClass("UIView")));
+    const id window = makeWindow();
+    send<"addSubview:", void>(window, card);
+    EXPECT_EQ(fieldsOf<CardFields>(card).layouts, 0) << "a layout waits for its pass";
+    runUntilIdle();
+    EXPECT_EQ(fieldsOf<CardFields>(card).layouts, 1);
+    send<"setNeedsLayout", void>(card);
+    send<"setNeedsLayout", void>(card);
+    send<"layoutIfNeeded", void>(card);
+    send<"layoutIfNeeded", void>(card);
+    EXPECT_EQ(fieldsOf<CardFields>(card).layouts, 2) << "asked for twice, laid out once";
+}
+
+} // namespace
