@@ -18,7 +18,7 @@ namespace {
 const std::string notes = "com.example.notes";
 const std::string mail = "com.example.mail";
 
-class HomeScreen : public testing::TestWithParam<const char*> {
+class AppsOnHomeScreen : public testing::TestWithParam<const char*> {
 protected:
     void change(const char* key, const char* notification, const std::vector<std::string>& identifiers) const
     {
@@ -57,7 +57,7 @@ protected:
     Phone phone_ { "SpringBoard", GetParam() };
 };
 
-TEST_P(HomeScreen, LosesHiddenApplicationsAndGetsThemBackAtOnce)
+TEST_P(AppsOnHomeScreen, LosesHiddenApplicationsAndGetsThemBackAtOnce)
 {
     phone_.with({ notes, mail }).inject().start();
     const std::string both = "com.example.mail com.example.notes ";
@@ -70,14 +70,14 @@ TEST_P(HomeScreen, LosesHiddenApplicationsAndGetsThemBackAtOnce)
     EXPECT_EQ(shown(), both);
 }
 
-TEST_P(HomeScreen, ShowsThemAllOnAStockPhone)
+TEST_P(AppsOnHomeScreen, ShowsThemAllOnAStockPhone)
 {
     phone_.with({ notes, mail }).start();
     hide({ notes });
     EXPECT_EQ(shown(), "com.example.mail com.example.notes ");
 }
 
-INSTANTIATE_TEST_SUITE_P(Versions, HomeScreen, testing::Values("12.4", "16.0"),
+INSTANTIATE_TEST_SUITE_P(Versions, AppsOnHomeScreen, testing::Values("12.4", "16.0"),
     [](const auto& parameter) { return "iOS" + std::string(parameter.param).substr(0, 2); });
 
 /// Tells its application by the older selector alone.
@@ -98,7 +98,7 @@ constexpr MethodDefinition visibleIconMethods[] {
 
 const ClassDefinition VisibleIcon_class { .name = "VisibleIcon", .methods = visibleIconMethods };
 
-class HiddenApplication : public HomeScreen { };
+class HiddenApplication : public AppsOnHomeScreen { };
 INSTANTIATE_TEST_SUITE_P(Newest, HiddenApplication, testing::Values("16.0"));
 
 TEST_P(HiddenApplication, IsHiddenInEachLayerByItself)
@@ -181,7 +181,7 @@ TEST_P(HiddenApplication, IsTakenOutOfASetOfIdentifiersAndOfNothingElse)
     EXPECT_FALSE(visible(nil));
 }
 
-class UninstallProtection : public HomeScreen {
+class UninstallProtection : public AppsOnHomeScreen {
 protected:
     std::string removal(std::string_view road)
     {
