@@ -15,10 +15,17 @@ public:
     id processState;
 };
 
+/// No mark before the name.
+NSInteger labelAccessoryType(const id&, SEL, const id&)
+{
+    return 0;
+}
+
 constexpr MethodDefinition methods[] {
     getter<"bundleIdentifier", &SBApplication::bundleIdentifier>(),
     getter<"bundlePath", &SBApplication::bundlePath>(),
     getter<"displayName", &SBApplication::displayName>(),
+    method<"labelAccessoryTypeForIcon:", &labelAccessoryType>(),
     getter<"processState", &SBApplication::processState>(),
     setter<"setBundleIdentifier:", &SBApplication::bundleIdentifier>(),
     setter<"setBundlePath:", &SBApplication::bundlePath>(),

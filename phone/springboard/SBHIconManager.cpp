@@ -1,3 +1,5 @@
+#include "phone/springboard/home/home_screen.h"
+#include "platform/foundation/block.h"
 #include "platform/runtime/class_definition.h"
 
 namespace phone {
@@ -12,7 +14,19 @@ public:
     id iconModel;
 };
 
+void enumerateKnown(const id&, SEL, const id& block)
+{
+    forEachKnownIconView([&](const id& view) { callBlock(block, view); });
+}
+
+void enumerateDisplayed(const id&, SEL, const id& block)
+{
+    forEachDisplayedIconView([&](const id& view) { callBlock(block, view); });
+}
+
 constexpr MethodDefinition methods[] {
+    method<"enumerateDisplayedIconViewsUsingBlock:", &enumerateDisplayed>(),
+    method<"enumerateKnownIconViewsUsingBlock:", &enumerateKnown>(),
     getter<"iconModel", &SBHIconManager::iconModel>(),
     setter<"setIconModel:", &SBHIconManager::iconModel>(),
 };

@@ -1,5 +1,6 @@
 #include "phone/springboard/icon_model.h"
 
+#include "phone/springboard/home/home_screen.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
@@ -37,6 +38,12 @@ void IconModel::reloadIcons()
         pairs.emplace_back(identifier, std::move(icon));
     }
     icons_ = dictionary(std::move(pairs));
+    layout();
+}
+
+void IconModel::layout()
+{
+    layOutHomeScreen();
 }
 
 } // namespace phone
