@@ -31,7 +31,7 @@ constexpr std::size_t columnsOfFolder = 3;
 /// their folder as long as there is one of them, the rest onto pages.
 HomeArrangement arrangeHome(const std::vector<std::string>& identifiers);
 
-constexpr platform::CGSize iconViewSize { 76, 82 };
+constexpr platform::CGSize iconViewSize { 88, 82 };
 
 /// The frame of an icon view on a page, in its folder's panel, or in the dock.
 platform::CGRect frameOnPage(std::size_t index);

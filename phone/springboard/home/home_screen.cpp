@@ -82,7 +82,8 @@ public:
         send<"setAlpha:", void>(folderView_, 0.0);
         const id panel = send<"panel">(folderView_);
         send<"setTransform:", void>(panel, CGAffineTransformMakeScale(0.3, 0.3));
-        move(folderView_, [view = folderView_, panel] {
+        move(folderView_, [this, view = folderView_, panel] {
+            setBehindAlpha(0);
             send<"setAlpha:", void>(view, 1.0);
             send<"setTransform:", void>(panel, CGAffineTransformIdentity);
         });
@@ -111,7 +112,8 @@ public:
         const id view = std::exchange(folderView_, nil);
         move(
             view,
-            [view] {
+            [this, view] {
+                setBehindAlpha(1);
                 send<"setAlpha:", void>(view, 0.0);
                 send<"setTransform:", void>(send<"panel">(view), CGAffineTransformMakeScale(0.3, 0.3));
             },
@@ -121,6 +123,13 @@ public:
 
 private:
     using Views = std::map<std::pair<NSObject*, std::string_view>, id>;
+
+    /// What an open folder stands before gives way to it.
+    void setBehindAlpha(double alpha) const
+    {
+        send<"setAlpha:", void>(page_, alpha);
+        send<"setAlpha:", void>(dots_, alpha);
+    }
 
     /// An animation of a folder's view, with its word before and after.
     static void move(

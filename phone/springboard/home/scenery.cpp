@@ -98,7 +98,7 @@ void showScene(const id& application)
     *shown = makeWindow(0);
     const id& window = *shown;
     const CGRect screen = send<"bounds", CGRect>(window);
-    send<"setBackgroundColor:", void>(window, color(0xF7F7FA));
+    send<"setBackgroundColor:", void>(window, color(0x17181F));
     const id picture = send<"initWithFrame:">(alloc(classNamed<"UIImageView">()),
         CGRectMake(screen.size.width / 2 - 60, screen.size.height / 2 - 100, 120, 120));
     const auto text = [](const id& value) { return asString(value) ? asString(value)->text() : std::string(); };
@@ -111,7 +111,7 @@ void showScene(const id& application)
     send<"setText:", void>(name, send<"displayName">(application));
     send<"setFont:", void>(name, systemFont(22, true));
     send<"setTextAlignment:", void>(name, 1L);
-    send<"setTextColor:", void>(name, color(0x1C1C1E));
+    send<"setTextColor:", void>(name, color(0xFFFFFF));
     send<"addSubview:", void>(window, name);
     send<"setHidden:", void>(window, false);
     send<"setTransform:", void>(window, CGAffineTransformMakeScale(0.4, 0.4));
