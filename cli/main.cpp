@@ -124,6 +124,7 @@ private:
             ->check(CLI::Range(0.0, 3600.0))
             ->type_name("SECONDS");
         addVerb(phone, "home", "go to the Home Screen", phoneHome);
+        addScreen(phone);
         addRoad(phone, "tap", "tap an icon", "tap");
         addRoad(phone, "quick-action", "choose from an icon's quick-action menu", "quick-action");
         addRoad(phone, "spotlight", "tap a search result in Spotlight", "spotlight");
@@ -140,6 +141,20 @@ private:
         const auto chosen = [this](Action action) { action_ = std::move(action); };
         addNotificationVerbs(*phone, push_, chosen);
         addIconVerbs(*phone, uninstall_, chosen);
+    }
+
+    void addScreen(CLI::App* phone)
+    {
+        CLI::App* const screenshot = addVerb(phone, "screenshot", "write what is on the screen into a PNG file",
+            [this](const auto& root) { return phoneScreenshot(root, screenshot_); });
+        screenshot->add_option("FILE", screenshot_.file, "the PNG file")->required();
+        screenshot->add_option("--scale", screenshot_.scale, "pixels a point (default 3)")
+            ->check(CLI::Range(0.1, 10.0));
+        addVerb(phone, "describe", "what is on the screen as text, one view a line", phoneDescribe);
+        CLI::App* const folder = addVerb(phone, "folder", "open or close a folder of the Home Screen",
+            [this](const auto& root) { return phoneFolder(root, key_, name_); });
+        folder->add_option("CHANGE", key_, "open or close")->required()->check(CLI::IsMember({ "open", "close" }));
+        addNamed(folder, "NAME");
     }
 
     CLI::App* addRoad(CLI::App* phone, const char* name, const char* description, const char* road)
@@ -196,6 +211,7 @@ private:
     PlanOptions plan_;
     UpOptions up_;
     AuthenticateOptions authenticate_;
+    ScreenshotOptions screenshot_;
     std::string name_;
     std::vector<std::string> names_;
     std::string road_;

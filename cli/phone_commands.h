@@ -43,6 +43,20 @@ ExitStatus phoneOpenFrom(
     const phone::PhoneDirectory& directory, const TransitionOptions& transition, const std::string& identifier);
 ExitStatus phoneHome(const phone::PhoneDirectory& directory);
 
+struct ScreenshotOptions {
+    std::string file;
+    double scale = 3; ///< pixels a point
+};
+
+/// Writes what is on the screen as a PNG file. Refused when it can't be written.
+ExitStatus phoneScreenshot(const phone::PhoneDirectory& directory, const ScreenshotOptions& options);
+
+/// What is on the screen as text, one view a line.
+ExitStatus phoneDescribe(const phone::PhoneDirectory& directory);
+
+/// `change` is "open" or "close".
+ExitStatus phoneFolder(const phone::PhoneDirectory& directory, const std::string& change, const std::string& name);
+
 /// The names of all roads, SpringBoard's first.
 std::vector<std::string> roadNames();
 

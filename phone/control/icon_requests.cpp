@@ -1,6 +1,6 @@
 #include "phone/control/icon_requests.h"
 
-#include "phone/springboard/home_screen.h"
+#include "phone/springboard/icon_list.h"
 #include "phone/springboard/removal.h"
 
 namespace phone {

@@ -6,10 +6,13 @@
 #include "phone/control/notification_requests.h"
 #include "phone/control/transition_request.h"
 #include "phone/search/spotlight.h"
+#include "phone/springboard/home/home_screen.h"
 #include "phone/springboard/roads.h"
 #include "platform/darwin/system.h"
+#include "platform/uikit/framework.h"
 
 #include <chrono>
+#include <fstream>
 
 namespace phone {
 
@@ -63,6 +66,36 @@ Json home(const Json&)
     return report;
 }
 
+Json describeScreen(const Json&)
+{
+    return { { "ok", true }, { "screen", descriptionOfScreen() } };
+}
+
+/// Into a file of the machine that the phone runs on.
+Json takeScreenshot(const Json& request)
+{
+    const std::string path = text(request, "path");
+    const double scale = request.contains("scale") && request["scale"].is_number() ? request["scale"].get<double>() : 3;
+    const std::string picture = pictureOfScreen(scale);
+    if (picture.empty())
+        return failure("no picture can have that scale");
+    std::ofstream file(path, std::ios::binary);
+    file.write(picture.data(), static_cast<std::streamsize>(picture.size()));
+    file.close();
+    if (!file)
+        return failure("can't write " + path);
+    return { { "ok", true }, { "path", path }, { "bytes", picture.size() } };
+}
+
+Json changeFolder(const Json& request)
+{
+    const std::string name = text(request, "name");
+    if (text(request, "change") == "open")
+        return openFolderNamed(name) ? Json { { "ok", true } }
+                                     : failure("no folder called " + name + " can be opened now");
+    return closeFolder(name) ? Json { { "ok", true } } : failure("no folder called " + name + " is open");
+}
+
 Json springBoardStatus(const Json& request)
 {
     Json status = processStatus(request);
@@ -104,9 +137,10 @@ Json openFromSpotlight(const Json& request)
 
 void handleSpringBoardRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs = new Verbs { { "home", home }, { "icons", listIcons },
-        { "notifications", listNotifications }, { "open", open }, { "open-request", openForAnotherProcess },
-        { "push", pushNotification }, { "status", springBoardStatus }, { "transition", openFromAnotherApplication },
+    static const auto* const verbs = new Verbs { { "describe", describeScreen }, { "folder", changeFolder },
+        { "home", home }, { "icons", listIcons }, { "notifications", listNotifications }, { "open", open },
+        { "open-request", openForAnotherProcess }, { "push", pushNotification }, { "screenshot", takeScreenshot },
+        { "status", springBoardStatus }, { "transition", openFromAnotherApplication },
         { "uninstall", uninstallApplication } };
     static const auto* const lateVerbs = new LateVerbs { { "authenticate", authenticateInSpringBoard } };
     answer(request, reply, *verbs, *lateVerbs);

@@ -11,7 +11,9 @@
 namespace phone {
 
 /// In SpringBoard: "status", "open" (a road and the applications), "home", "open-request" (from another
-/// process), "transition" (from another application), "authenticate" (answers the prompt that is up).
+/// process), "transition" (from another application), "screenshot" (into a file of the host, at a scale),
+/// "describe" (the views as text), "folder" (opens or closes one by its name), "authenticate" (answers the prompt that
+/// is up).
 void handleSpringBoardRequest(std::string_view request, platform::BusReply reply);
 
 /// In Spotlight: "status", "open" (a road of Spotlight's and one application), "authenticate".

@@ -20,6 +20,12 @@ public:
     bool isHidden() const { return send<"isHidden", bool>(info); }
 };
 
+/// No mark before the name.
+NSInteger labelAccessoryType(const id&, SEL, const id&)
+{
+    return 0;
+}
+
 constexpr MethodDefinition methods[] {
     getter<"badgeValue", &SBApplication::badgeValue>(),
     getter<"bundleIdentifier", &SBApplication::bundleIdentifier>(),
@@ -27,6 +33,7 @@ constexpr MethodDefinition methods[] {
     getter<"displayName", &SBApplication::displayName>(),
     getter<"info", &SBApplication::info>(),
     method<"isHidden", &SBApplication::isHidden>(),
+    method<"labelAccessoryTypeForIcon:", &labelAccessoryType>(),
     getter<"processState", &SBApplication::processState>(),
     setter<"setBadgeValue:", &SBApplication::badgeValue>(),
     setter<"setBundleIdentifier:", &SBApplication::bundleIdentifier>(),

@@ -1,3 +1,5 @@
+#include "phone/springboard/home/icon_pictures.h"
+#include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
 
@@ -14,12 +16,29 @@ public:
 
     id bundleIdentifier() const { return send<"bundleIdentifier">(application); }
     id displayName() const { return send<"displayName">(application); }
+    id homeScreenImage()
+    {
+        if (!image_)
+            image_ = pictureOfApplication(text(send<"bundleIdentifier">(application)),
+                text(send<"displayName">(application)), text(send<"bundlePath">(application)));
+        return image_;
+    }
+
     bool isVisible() const { return !send<"isHidden", bool>(application); }
     id initWithApplication(const id& newApplication)
     {
         application = newApplication;
         return this;
     }
+
+private:
+    static std::string text(const id& value)
+    {
+        const auto found = asString(value);
+        return found ? found->text() : "";
+    }
+
+    id image_; ///< nil until someone looks at it
 };
 
 constexpr MethodDefinition methods[] {
@@ -27,6 +46,7 @@ constexpr MethodDefinition methods[] {
     method<"applicationBundleID", &SBApplicationIcon::bundleIdentifier>(),
     method<"applicationBundleIdentifier", &SBApplicationIcon::bundleIdentifier>().since(13),
     method<"displayName", &SBApplicationIcon::displayName>(),
+    method<"homeScreenImage", &SBApplicationIcon::homeScreenImage>(),
     method<"initWithApplication:", &SBApplicationIcon::initWithApplication>(),
     method<"isVisible", &SBApplicationIcon::isVisible>(),
 };

@@ -1,3 +1,4 @@
+#include "phone/springboard/home/home_screen.h"
 #include "phone/springboard/removal.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
@@ -27,7 +28,19 @@ public:
     void uninstall(const id& icon) { removeApplicationOfIcon(icon); }
 };
 
+void enumerateKnown(const id&, SEL, const id& block)
+{
+    forEachKnownIconView([&](const id& view) { callBlock(block, view); });
+}
+
+void enumerateDisplayed(const id&, SEL, const id& block)
+{
+    forEachDisplayedIconView([&](const id& view) { callBlock(block, view); });
+}
+
 constexpr MethodDefinition methods[] {
+    method<"enumerateDisplayedIconViewsUsingBlock:", &enumerateDisplayed>(),
+    method<"enumerateKnownIconViewsUsingBlock:", &enumerateKnown>(),
     getter<"iconModel", &SBHIconManager::iconModel>(),
     setter<"setIconModel:", &SBHIconManager::iconModel>(),
     method<"uninstallIcon:", &SBHIconManager::uninstall>(),

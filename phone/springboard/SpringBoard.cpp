@@ -1,3 +1,4 @@
+#include "phone/springboard/home/home_screen.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
 
@@ -7,31 +8,33 @@ using namespace platform;
 
 namespace {
 
-id sharedApplication(const id& self, SEL)
-{
-    static NSObject* const application = send<"new">(self).leak();
-    return application;
-}
-
 /// The application in front, nil on the Home Screen.
 id frontMostApplication(const id&, SEL)
 {
     return send<"frontmostApplication">(send<"sharedInstance">(id(classNamed<"SBMainWorkspace">())));
 }
 
-void didFinishLaunching(const id&, SEL, const id&) { }
+void didFinishLaunching(const id&, SEL, const id&)
+{
+    showHomeScreen();
+}
 
-void frontDisplayDidChange(const id&, SEL, const id&) { }
+void frontDisplayDidChange(const id&, SEL, const id& application)
+{
+    closeFolder();
+    showApplication(application);
+}
 
 constexpr MethodDefinition methods[] {
     method<"_accessibilityFrontMostApplication", &frontMostApplication>(),
     method<"applicationDidFinishLaunching:", &didFinishLaunching>(),
     method<"frontDisplayDidChange:", &frontDisplayDidChange>(),
-    classMethod<"sharedApplication", &sharedApplication>(),
 };
 
 } // namespace
 
-extern const ClassDefinition SpringBoard_class { .name = "SpringBoard", .methods = methods };
+extern const ClassDefinition SpringBoard_class {
+    .name = "SpringBoard", .superclassName = "UIApplication", .methods = methods
+};
 
 } // namespace phone

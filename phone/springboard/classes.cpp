@@ -11,6 +11,9 @@
     X(SBDeviceApplicationSceneEntity)                                                                                  \
     X(SBFluidSwitcherItemContainer)                                                                                    \
     X(SBFluidSwitcherViewController)                                                                                   \
+    X(SBFolder)                                                                                                        \
+    X(SBFolderIcon)                                                                                                    \
+    X(SBFolderView)                                                                                                    \
     X(SBHIconManager)                                                                                                  \
     X(SBHIconModel)                                                                                                    \
     X(SBIcon)                                                                                                          \

@@ -1,5 +1,6 @@
 #include "phone/springboard/icon_model.h"
 
+#include "phone/springboard/home/home_screen.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
@@ -71,6 +72,7 @@ void IconModel::layout()
             && send<"isIconVisible:", bool>(id(this), icon))
             icons.push_back(icon);
     laidOut_ = array(std::move(icons));
+    layOutHomeScreen();
 }
 
 } // namespace phone

@@ -19,6 +19,8 @@ public:
 
     /// Looks anew which icons there are, and lays out; those that stay are the same objects.
     void reloadIcons();
+
+    /// Has the Home Screen show what there is and isn't hidden.
     void layout();
 
 private:

@@ -2,7 +2,7 @@
 
 #include "phone/launchservices/installed_applications.h"
 #include "phone/process/journal.h"
-#include "phone/springboard/home_screen.h"
+#include "phone/springboard/icon_list.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"

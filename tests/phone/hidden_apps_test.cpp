@@ -1,6 +1,6 @@
 #include "support/phone_fixture.h"
 
-#include "phone/springboard/home_screen.h"
+#include "phone/springboard/icon_list.h"
 #include "phone/springboard/removal.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/files.h"

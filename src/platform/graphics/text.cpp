@@ -7,8 +7,9 @@ namespace platform {
 
 namespace {
 
-/// The faces in the order of preference; the last is what the system has.
-constexpr const char* families = "Inter, Noto Sans, DejaVu Sans, sans-serif, Noto Color Emoji";
+// In the order of preference. Signs that none of them has come from whatever font of the system has them; one of signs
+// in this list would lend its digits to ordinary text.
+constexpr const char* families = "Inter, Noto Sans, DejaVu Sans, sans-serif";
 
 struct Release {
     void operator()(void* object) const { g_object_unref(object); }

@@ -72,11 +72,56 @@ void drawBody(Canvas& canvas, const UIView& view, const Presentation& seen)
         drawBorder(canvas, *layer, seen.bounds, seen.cornerRadius);
 }
 
+CGRect unionOf(const CGRect& left, const CGRect& right)
+{
+    const double x = std::min(left.origin.x, right.origin.x);
+    const double y = std::min(left.origin.y, right.origin.y);
+    return CGRectMake(x, y, std::max(CGRectGetMaxX(left), CGRectGetMaxX(right)) - x,
+        std::max(CGRectGetMaxY(left), CGRectGetMaxY(right)) - y);
+}
+
+/// Where the shadow of what takes up that rectangle can reach.
+CGRect reachOfShadow(const CGRect& rect, const CALayer& layer)
+{
+    const double reach = 3 * layer.shadowRadius + 1;
+    return unionOf(
+        rect, CGRectOffset(CGRectInset(rect, -reach, -reach), layer.shadowOffset.width, layer.shadowOffset.height));
+}
+
+CGAffineTransform outwards(const Presentation& seen)
+{
+    const CGAffineTransform toCenter
+        = CGAffineTransformMakeTranslation(-CGRectGetMidX(seen.bounds), -CGRectGetMidY(seen.bounds));
+    return CGAffineTransformConcat(CGAffineTransformConcat(toCenter, seen.transform),
+        CGAffineTransformMakeTranslation(seen.center.x, seen.center.y));
+}
+
+/// Where the view and what stands in it can leave a mark, in its own coordinates: what is put together first needs no
+/// more room than that.
+CGRect extentOf(const UIView& view, const Presentation& seen)
+{
+    const CALayer* const layer = view.layerIfMade();
+    CGRect extent = seen.bounds;
+    if (layer && layer->masksToBounds)
+        return extent;
+    if (layer)
+        for (const Ref<CALayer>& sublayer : layer->sublayers)
+            extent = unionOf(extent, sublayer->frame);
+    for (const Ref<UIView>& subview : view.subviews)
+        if (!subview->hidden) {
+            const Presentation inside = presentationOf(*subview);
+            extent = unionOf(extent, CGRectApplyAffineTransform(extentOf(*subview, inside), outwards(inside)));
+        }
+    return layer && layer->shadowOpacity > 0 ? reachOfShadow(extent, *layer) : extent;
+}
+
 void drawShadow(Canvas& canvas, const UIView& view, const Presentation& seen)
 {
     const CALayer* const layer = view.layerIfMade();
     if (!layer || layer->shadowOpacity <= 0 || layer->masksToBounds)
         return;
+    const SavedState saved(canvas);
+    canvas.clip(Path::roundedRect(extentOf(view, seen), 0));
     canvas.beginGroup();
     if (seen.backgroundColor && seen.backgroundColor->alpha > 0)
         canvas.fill(Path::roundedRect(seen.bounds, seen.cornerRadius), *seen.backgroundColor);
@@ -95,13 +140,12 @@ void renderView(Canvas& canvas, const UIView& view)
     if (view.hidden || seen.alpha <= 0)
         return;
     const SavedState saved(canvas);
-    canvas.concat(CGAffineTransformMakeTranslation(seen.center.x, seen.center.y));
-    if (!CGAffineTransformIsIdentity(seen.transform))
-        canvas.concat(seen.transform);
-    canvas.concat(CGAffineTransformMakeTranslation(-CGRectGetMidX(seen.bounds), -CGRectGetMidY(seen.bounds)));
+    canvas.concat(outwards(seen));
     const bool together = seen.alpha < 1;
-    if (together)
+    if (together) {
+        canvas.clip(Path::roundedRect(extentOf(view, seen), 0));
         canvas.beginGroup();
+    }
     drawShadow(canvas, view, seen);
     drawBody(canvas, view, seen);
     if (together)

@@ -1,4 +1,4 @@
-#include "phone/springboard/home_screen.h"
+#include "phone/springboard/icon_list.h"
 
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
