@@ -48,19 +48,19 @@ protected:
 
 TEST_F(Toast, StandsFortyPointsUnderTheTopWithItsTextsCentred)
 {
-    makeWindow();
+    const id window = makeWindow();
     show("Scribbles", 0);
-    EXPECT_GOLDEN(descriptionOfScreen(), "toast_sliding_in.txt");
+    EXPECT_GOLDEN(descriptionOfScreen(), "toast-sliding-in.txt");
     pass(300ms);
     EXPECT_GOLDEN(descriptionOfScreen(), "toast.txt");
 }
 
 TEST_F(Toast, HasItsIconBeforeTheTexts)
 {
-    makeWindow();
+    const id window = makeWindow();
     show("Scribbles", 0, symbol());
     pass(300ms);
-    EXPECT_GOLDEN(descriptionOfScreen(), "toast_with_icon.txt");
+    EXPECT_GOLDEN(descriptionOfScreen(), "toast-with-icon.txt");
 }
 
 TEST_F(Toast, LeavesSoManySecondsAfterItWasMade)
