@@ -2,6 +2,7 @@
 
 #include "phone/control/answers.h"
 #include "phone/control/authentication.h"
+#include "phone/control/store.h"
 #include "phone/control/transition_request.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/roads.h"
@@ -104,7 +105,7 @@ void handleSpringBoardRequest(std::string_view request, BusReply reply)
 {
     static const auto* const verbs
         = new Verbs { { "home", home }, { "open", open }, { "open-request", openForAnotherProcess },
-              { "status", springBoardStatus }, { "transition", openFromAnotherApplication } };
+              { "status", springBoardStatus }, { "store-buy", buyInStore }, { "store-updates", showStoreUpdates }, { "transition", openFromAnotherApplication } };
     static const auto* const lateVerbs = new LateVerbs { { "authenticate", authenticateInSpringBoard } };
     answer(request, reply, *verbs, *lateVerbs);
 }
@@ -116,9 +117,11 @@ void handleSpotlightRequest(std::string_view request, BusReply reply)
     answer(request, reply, *verbs, *lateVerbs);
 }
 
-void handleCommonRequest(std::string_view request, BusReply reply)
+void handleStoreRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs = new Verbs { { "status", processStatus } };
+    static const auto* const verbs = new Verbs {
+        { "status", processStatus }, { "store-buy", buyInStore }, { "store-updates", showStoreUpdates }
+    };
     answer(request, reply, *verbs);
 }
 

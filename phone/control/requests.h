@@ -17,8 +17,9 @@ void handleSpringBoardRequest(std::string_view request, platform::BusReply reply
 /// In Spotlight: "status", "open" (a road of Spotlight's and one application), "authenticate".
 void handleSpotlightRequest(std::string_view request, platform::BusReply reply);
 
-/// In the others: "status".
-void handleCommonRequest(std::string_view request, platform::BusReply reply);
+/// In the App Store and the store's daemons: "status", "store-buy" (a road of the store's and what is to be bought),
+/// "store-updates".
+void handleStoreRequest(std::string_view request, platform::BusReply reply);
 
 /// Asks SpringBoard to open an application, and writes what happened there into this process's journal.
 /// True when it came up.

@@ -29,6 +29,7 @@ std::optional<InstalledApplication> readApplication(const std::string& bundlePat
         return std::nullopt;
     const std::string name = textOr(*information, "CFBundleName", application.bundleIdentifier);
     application.displayName = textOr(*information, "CFBundleDisplayName", name);
+    application.version = textOr(*information, "CFBundleShortVersionString", "1");
     application.bundlePath = bundlePath;
     application.executablePath = pathByAppending(bundlePath, textOr(*information, "CFBundleExecutable", name));
     application.isSystem = isSystem;

@@ -11,6 +11,7 @@ namespace phone {
 struct InstalledApplication {
     std::string bundleIdentifier;
     std::string displayName;
+    std::string version; ///< "1" where it tells none
     std::string bundlePath; ///< device path of the ".app" folder
     std::string executablePath;
     bool isSystem = false; ///< lies in /Applications

@@ -2,7 +2,6 @@
 
 namespace appledger {
 
-const HookGroup AppStoreUpdateHooks { "AppStoreUpdateHooks" };
 const HookGroup BaseHooks { "BaseHooks" };
 const HookGroup IOS13_AND_NEWER_HOOKS { "IOS13_AND_NEWER_HOOKS" };
 const HookGroup IOS12_AND_OLDER_HOOKS { "IOS12_AND_OLDER_HOOKS" };

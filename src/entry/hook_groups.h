@@ -5,6 +5,7 @@
 #include "launch/redirect_hooks.h"
 #include "panel/shared_hooks.h"
 #include "state/running_indicator_hooks.h"
+#include "surfaces/store_update_hooks.h"
 
 #include <span>
 
@@ -12,7 +13,6 @@ namespace appledger {
 
 // Groups whose replacements aren't written yet: their place in the install order is fixed, their rows
 // come with the replacements.
-extern const HookGroup AppStoreUpdateHooks;
 extern const HookGroup BaseHooks;
 extern const HookGroup IOS13_AND_NEWER_HOOKS;
 extern const HookGroup IOS12_AND_OLDER_HOOKS;
