@@ -14,6 +14,7 @@ ExplainPolicies::ExplainPolicies(const id& preferences)
     : requireAuth(pairsOf(preferences)["ALRequireAuthApps"])
     , blocked(pairsOf(preferences)["ALBlockedLaunchApps"])
     , hidden(pairsOf(preferences)["ALHiddenApps"])
+    , updateBlocked(pairsOf(preferences)["ALBlockedUpdateApps"])
     , redirect(preferences)
 {
 }

@@ -26,7 +26,8 @@ private:
     const appledger::StringSet index_;
 };
 
-/// The policies about launches that a dictionary of preferences sets, as the processes that read it have them.
+/// The policies about launches and purchases that a dictionary of preferences sets, as the processes that read it have
+/// them.
 class ExplainPolicies {
 public:
     explicit ExplainPolicies(const platform::id& preferences);
@@ -34,6 +35,7 @@ public:
     const ExplainList requireAuth;
     const ExplainList blocked;
     const ExplainList hidden;
+    const ExplainList updateBlocked;
     const appledger::RedirectRuleSets redirect;
 };
 

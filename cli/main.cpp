@@ -1,5 +1,6 @@
 #include "cli/explain_command.h"
 #include "cli/phone_commands.h"
+#include "cli/phone_store.h"
 #include "cli/plan_command.h"
 #include "cli/policy_commands.h"
 #include "platform/foundation/values.h"
@@ -62,6 +63,7 @@ private:
         for (std::string* const word : { &name_, &key_, &value_ })
             repaired(*word);
         std::ranges::for_each(names_, repaired);
+        std::ranges::for_each(store_.identifiers, repaired);
     }
 
     using Action = std::function<ExitStatus(const phone::PhoneDirectory&)>;
@@ -135,6 +137,25 @@ private:
               });
         switcher->add_option("ID", names_, "bundle identifiers of the applications on the card")->required();
         switcher->add_flag("--modifiers", modifiers_, "as with a keyboard attached");
+        addStore(phone);
+    }
+
+    void addStore(CLI::App* phone)
+    {
+        CLI::App* const store = phone->add_subcommand("store", "visit the store");
+        store->require_subcommand(1);
+        store->fallthrough();
+        const auto addProcess = [this](CLI::App* verb) {
+            verb->add_option("--process", store_.process, "where: AppStore, appstored, itunesstored or SpringBoard");
+        };
+        addProcess(addVerb(store, "updates", "the updates that the store shows",
+            [this](const auto& root) { return phoneStoreUpdates(root, store_); }));
+        CLI::App* const buy = addVerb(store, "buy", "buy applications, or their updates",
+            [this](const auto& root) { return phoneStoreBuy(root, store_); });
+        buy->add_option("ID", store_.identifiers, "bundle identifiers")->required();
+        buy->add_option("--road", store_.road, "the method at which it begins (default request)")
+            ->check(CLI::IsMember(storeRoadNames()));
+        addProcess(buy);
     }
 
     CLI::App* addRoad(CLI::App* phone, const char* name, const char* description, const char* road)
@@ -188,6 +209,7 @@ private:
     TransitionOptions transition_;
     PlanOptions plan_;
     UpOptions up_;
+    StoreOptions store_;
     AuthenticateOptions authenticate_;
     std::string name_;
     std::vector<std::string> names_;
