@@ -39,6 +39,7 @@ template <> inline constexpr std::string_view typeEncoding<void*> = "^v";
 template <> inline constexpr std::string_view typeEncoding<void (*)()> = "^?";
 template <> inline constexpr std::string_view typeEncoding<id> = "@";
 template <> inline constexpr std::string_view typeEncoding<const id&> = "@";
+template <> inline constexpr std::string_view typeEncoding<id*> = "^@";
 
 namespace detail {
 
