@@ -59,4 +59,18 @@ std::vector<InstalledApplication> installedApplications()
     return applications;
 }
 
+std::optional<std::string> dataContainerOf(std::string_view bundleIdentifier)
+{
+    constexpr std::string_view containers = "/var/mobile/Containers/Data/Application";
+    for (const std::string& name : directoryEntries(containers)) {
+        std::string container = pathByAppending(containers, name);
+        const id metadata = dictionaryWithContentsOfFile(
+            pathByAppending(container, ".com.apple.mobile_container_manager.metadata.plist"));
+        if (const auto owner = asString(pairsOf(metadata)["MCMMetadataIdentifier"]);
+            owner && *owner == bundleIdentifier)
+            return container;
+    }
+    return std::nullopt;
+}
+
 } // namespace phone

@@ -21,4 +21,7 @@ struct InstalledApplication {
 /// sorted by display name. Folders that are damaged are left out.
 std::vector<InstalledApplication> installedApplications();
 
+/// Device path of the folder in which the application keeps its data; empty when it has none.
+std::optional<std::string> dataContainerOf(std::string_view bundleIdentifier);
+
 } // namespace phone
