@@ -5,7 +5,6 @@ namespace appledger {
 const HookGroup BaseHooks { "BaseHooks" };
 const HookGroup IOS13_AND_NEWER_HOOKS { "IOS13_AND_NEWER_HOOKS" };
 const HookGroup IOS12_AND_OLDER_HOOKS { "IOS12_AND_OLDER_HOOKS" };
-const HookGroup AutoClearHooks { "AutoClearHooks" };
 const HookGroup ImmortalizerHooks { "ImmortalizerHooks" };
 const HookGroup HiddenAppHooks { "HiddenAppHooks" };
 const HookGroup AppMuteHooks { "AppMuteHooks" };

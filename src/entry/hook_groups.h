@@ -5,6 +5,7 @@
 #include "launch/redirect_hooks.h"
 #include "panel/shared_hooks.h"
 #include "state/running_indicator_hooks.h"
+#include "surfaces/auto_clear_hooks.h"
 #include "surfaces/store_update_hooks.h"
 
 #include <span>
@@ -16,7 +17,6 @@ namespace appledger {
 extern const HookGroup BaseHooks;
 extern const HookGroup IOS13_AND_NEWER_HOOKS;
 extern const HookGroup IOS12_AND_OLDER_HOOKS;
-extern const HookGroup AutoClearHooks;
 extern const HookGroup ImmortalizerHooks;
 extern const HookGroup HiddenAppHooks;
 extern const HookGroup AppMuteHooks;
