@@ -124,6 +124,9 @@ private:
             ->check(CLI::Range(0.0, 3600.0))
             ->type_name("SECONDS");
         addVerb(phone, "home", "go to the Home Screen", phoneHome);
+        addNamed(addVerb(phone, "exit", "end an application's process",
+                     [this](const auto& root) { return phoneExit(root, name_); }),
+            "ID");
         addRoad(phone, "tap", "tap an icon", "tap");
         addRoad(phone, "quick-action", "choose from an icon's quick-action menu", "quick-action");
         addRoad(phone, "spotlight", "tap a search result in Spotlight", "spotlight");

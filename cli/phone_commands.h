@@ -43,6 +43,9 @@ ExitStatus phoneOpenFrom(
     const phone::PhoneDirectory& directory, const TransitionOptions& transition, const std::string& identifier);
 ExitStatus phoneHome(const phone::PhoneDirectory& directory);
 
+/// Ends an application's process, and says what was cleared of its caches. Refused when it doesn't run.
+ExitStatus phoneExit(const phone::PhoneDirectory& directory, const std::string& identifier);
+
 /// The names of all roads, SpringBoard's first.
 std::vector<std::string> roadNames();
 

@@ -2,6 +2,7 @@
 
 #include "phone/control/answers.h"
 #include "phone/control/authentication.h"
+#include "phone/control/exit.h"
 #include "phone/control/store.h"
 #include "phone/control/transition_request.h"
 #include "phone/search/spotlight.h"
@@ -103,10 +104,11 @@ Json openFromSpotlight(const Json& request)
 
 void handleSpringBoardRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs
-        = new Verbs { { "home", home }, { "open", open }, { "open-request", openForAnotherProcess },
-              { "status", springBoardStatus }, { "store-buy", buyInStore }, { "store-updates", showStoreUpdates }, { "transition", openFromAnotherApplication } };
-    static const auto* const lateVerbs = new LateVerbs { { "authenticate", authenticateInSpringBoard } };
+    static const auto* const verbs = new Verbs { { "home", home }, { "open", open },
+        { "open-request", openForAnotherProcess }, { "status", springBoardStatus }, { "store-buy", buyInStore },
+        { "store-updates", showStoreUpdates }, { "transition", openFromAnotherApplication } };
+    static const auto* const lateVerbs
+        = new LateVerbs { { "authenticate", authenticateInSpringBoard }, { "exit", exitApplication } };
     answer(request, reply, *verbs, *lateVerbs);
 }
 
@@ -119,9 +121,8 @@ void handleSpotlightRequest(std::string_view request, BusReply reply)
 
 void handleStoreRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs = new Verbs {
-        { "status", processStatus }, { "store-buy", buyInStore }, { "store-updates", showStoreUpdates }
-    };
+    static const auto* const verbs
+        = new Verbs { { "status", processStatus }, { "store-buy", buyInStore }, { "store-updates", showStoreUpdates } };
     answer(request, reply, *verbs);
 }
 
