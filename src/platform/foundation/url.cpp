@@ -185,7 +185,7 @@ public:
 private:
     const std::string text_;
     const std::optional<FilePlace> place_;
-    const WalkedEntry entry_;
+    const WalkedEntry entry_ {};
 };
 
 id Url_appending(const id& self, SEL, const id& component)
