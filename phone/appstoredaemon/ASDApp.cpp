@@ -16,9 +16,8 @@ public:
     bool hasUpdate() const { return static_cast<bool>(newestVersion); }
     id updateMetadata() const
     {
-        return newestVersion
-            ? dictionary({ { "bundleId", bundleID }, { "bundleShortVersionString", newestVersion } })
-            : nil;
+        return newestVersion ? dictionary({ { "bundleId", bundleID }, { "bundleShortVersionString", newestVersion } })
+                             : nil;
     }
 };
 

@@ -84,9 +84,8 @@ Json buyInStore(const Json& request)
         (installed(identifier) ? kept : refused).push_back(identifier);
     return { { "ok", true }, { "process", processFacts().processName }, { "road", road->method }, { "kept", kept },
         { "refused", refused }, { "requestExists", receipt.requestExists },
-        { "reachedStore", std::ranges::any_of(entries, [](const JournalEntry& entry) {
-             return entry.event == JournalEvent::Ran;
-         }) },
+        { "reachedStore",
+            std::ranges::any_of(entries, [](const JournalEntry& entry) { return entry.event == JournalEvent::Ran; }) },
         { "completions", toJson(receipt.completions) }, { "journal", toJson(entries) } };
 }
 

@@ -19,8 +19,7 @@ id defaultCenter(const id& self, SEL)
 /// The completion gets what was bought.
 void performSoftwarePurchases(const id&, SEL, const id& purchases, const id&, const id& completion)
 {
-    journal(
-        JournalEvent::Ran, "SKUIItemStateCenter _performSoftwarePurchases:withClientContext:completionBlock:");
+    journal(JournalEvent::Ran, "SKUIItemStateCenter _performSoftwarePurchases:withClientContext:completionBlock:");
     installOrdered(purchases);
     callBlock(completion, purchases);
 }

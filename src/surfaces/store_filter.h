@@ -60,7 +60,6 @@ struct StoreVerdict {
 };
 
 /// For the identifiers of what is to be installed, in order. What has none is kept.
-StoreVerdict decideStore(
-    std::span<const std::optional<std::string_view>> identifiers, const IdentifierList& blocked);
+StoreVerdict decideStore(std::span<const std::optional<std::string_view>> identifiers, const IdentifierList& blocked);
 
 } // namespace appledger

@@ -101,8 +101,8 @@ bool requestIsRefused(const id& options)
 
 id blockedError()
 {
-    return error(blockedErrorDomain, blockedErrorCode,
-        dictionary({ { "NSLocalizedDescription", string(blockedErrorText) } }));
+    return error(
+        blockedErrorDomain, blockedErrorCode, dictionary({ { "NSLocalizedDescription", string(blockedErrorText) } }));
 }
 
 /// Calls the completion in the form that its method promises.
@@ -181,8 +181,8 @@ void SKUIItemStateCenter_performSoftwarePurchases(
 
 Original<void(id, bool, id, id)> original_performPurchases;
 
-void SKUIItemStateCenter_performPurchases(const id& self, SEL cmd, const id& purchases, bool hasBundlePurchase,
-    const id& context, const id& completion)
+void SKUIItemStateCenter_performPurchases(
+    const id& self, SEL cmd, const id& purchases, bool hasBundlePurchase, const id& context, const id& completion)
 {
     const Filtered filtered = filterList(purchases, identifierOfStoreItem);
     if (filtered.outcome == StoreOutcome::Refuse)
