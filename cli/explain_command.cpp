@@ -2,8 +2,10 @@
 
 #include "cli/explain_launch.h"
 #include "cli/explain_notification.h"
+#include "cli/explain_purchases.h"
 #include "cli/explain_redirect.h"
 #include "core/preference_domain.h"
+#include "phone/appstoredaemon/store_roads.h"
 #include "phone/bulletinboard/push.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/roads.h"
@@ -95,6 +97,30 @@ const NotificationRoadTraits* notificationRoad(const std::string& name)
     return notificationRoadNamed(road == roads.end() ? std::string_view(name) : road->method);
 }
 
+/// A road of the store's by its class and selector, or by what `phone store buy` calls it.
+const StoreRoadTraits* storeRoad(const std::string& name)
+{
+    const phone::StoreRoad* const road = phone::storeRoadNamed(name);
+    return storeRoadFrom(road ? road->method : std::string_view(name));
+}
+
+/// One list of all of them where the road takes a list, else each alone.
+std::vector<ExplainedPurchase> explainOn(
+    const StoreRoadTraits& road, const std::vector<std::string>& identifiers, const ExplainPolicies& policies)
+{
+    std::vector<ExplainedPurchase> verdicts;
+    const auto explain = [&](const Json& list) {
+        verdicts.push_back(explainPurchase({ { "road", roadName(road) }, { "identifiers", list } }, policies));
+    };
+    if (road.takesSeveral) {
+        explain(identifiers);
+    } else {
+        for (const std::string& identifier : identifiers)
+            explain(Json::array({ identifier }));
+    }
+    return verdicts;
+}
+
 ExplainedLaunch explainOn(const LaunchRoadTraits& road, const ExplainOptions& options, const ExplainPolicies& policies)
 {
     Json record { { "road", roadName(road) }, { "bundleIdentifier", options.destination },
@@ -150,6 +176,13 @@ void addExplain(CLI::App& command, ExplainOptions& options, const std::function<
     addTransitionOptions(*redirect, options.transition);
     redirect->add_option("--since-launch", options.secondsSinceLaunch, "seconds since the source was launched")
         ->type_name("SECONDS");
+
+    CLI::App* const purchases = add("purchases",
+        "whether the store shows and installs an update, road by road; without ID, a verdict for each record on "
+        "standard input",
+        explainPurchases);
+    purchases->add_option("ID", options.purchases, "bundle identifiers of what is bought at once");
+    purchases->add_option("--road", options.road, "one road: \"jobs\", or \"ASDApp isUpdateAvailable\"");
 }
 
 ExitStatus explainLaunches(const phone::PhoneDirectory& directory, const ExplainOptions& options)
@@ -233,6 +266,32 @@ ExitStatus explainNotifications(const phone::PhoneDirectory& directory, const Ex
     return ExitStatus::Done;
 }
 
+ExitStatus explainPurchases(const phone::PhoneDirectory& directory, const ExplainOptions& options)
+{
+    const auto preferences = preferencesFor(directory, options);
+    if (!preferences)
+        return refusePreferences(options);
+    const ExplainPolicies policies(*preferences);
+    if (options.purchases.empty())
+        return answerLines(policies, explainPurchaseLine);
+    const StoreRoadTraits* const wanted = options.road.empty() ? nullptr : storeRoad(options.road);
+    if (!options.road.empty() && !wanted)
+        return refuse("there is no road " + options.road);
+    std::ostringstream text;
+    Json roads = Json::array();
+    for (const StoreRoadTraits& road : storeRoads()) {
+        if (wanted && wanted != &road)
+            continue;
+        for (const ExplainedPurchase& explained : explainOn(road, options.purchases, policies)) {
+            text << describePurchaseVerdict(explained) << '\n';
+            roads.push_back(purchaseVerdictObject(explained));
+            roads.back()["road"] = roadName(road);
+        }
+    }
+    say(text.str(), { { "identifiers", options.purchases }, { "roads", roads } });
+    return ExitStatus::Done;
+}
+
 std::string explainLaunchLine(std::string_view text, const ExplainPolicies& policies)
 {
     return line(launchVerdictObject(explainLaunch(parseLine(text), policies)));
@@ -247,6 +306,11 @@ std::string explainRedirectLine(std::string_view text, const ExplainPolicies& po
 {
     const Json record = parseLine(text);
     return line(redirectVerdictObject(explainRedirect(record, policies)));
+}
+
+std::string explainPurchaseLine(std::string_view text, const ExplainPolicies& policies)
+{
+    return line(purchaseVerdictObject(explainPurchase(parseLine(text), policies)));
 }
 
 } // namespace cli

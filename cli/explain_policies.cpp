@@ -16,6 +16,7 @@ ExplainPolicies::ExplainPolicies(const id& preferences)
     , hidden(pairsOf(preferences)["ALHiddenApps"])
     , blockedNotifications(pairsOf(preferences)["ALBlockedNotifications"])
     , mutedNotifications(pairsOf(preferences)["ALMutedNotifications"])
+    , updateBlocked(pairsOf(preferences)["ALBlockedUpdateApps"])
     , redirect(preferences)
 {
 }

@@ -37,6 +37,7 @@ public:
     const ExplainList hidden;
     const ExplainList blockedNotifications;
     const ExplainList mutedNotifications;
+    const ExplainList updateBlocked;
     const appledger::RedirectRuleSets redirect;
 };
 

@@ -2,6 +2,7 @@
 #include "cli/icon_verbs.h"
 #include "cli/notification_verbs.h"
 #include "cli/phone_commands.h"
+#include "cli/phone_store.h"
 #include "cli/plan_command.h"
 #include "cli/policy_commands.h"
 #include "platform/foundation/values.h"
@@ -64,6 +65,7 @@ private:
         for (std::string* const word : { &name_, &key_, &value_ })
             repaired(*word);
         std::ranges::for_each(names_, repaired);
+        std::ranges::for_each(store_.identifiers, repaired);
     }
 
     using Action = std::function<ExitStatus(const phone::PhoneDirectory&)>;
@@ -125,6 +127,9 @@ private:
             ->type_name("SECONDS");
         addVerb(phone, "home", "go to the Home Screen", phoneHome);
         addScreen(phone);
+        addNamed(addVerb(phone, "exit", "end an application's process",
+                     [this](const auto& root) { return phoneExit(root, name_); }),
+            "ID");
         addRoad(phone, "tap", "tap an icon", "tap");
         addRoad(phone, "quick-action", "choose from an icon's quick-action menu", "quick-action");
         addRoad(phone, "spotlight", "tap a search result in Spotlight", "spotlight");
@@ -141,6 +146,7 @@ private:
         const auto chosen = [this](Action action) { action_ = std::move(action); };
         addNotificationVerbs(*phone, push_, chosen);
         addIconVerbs(*phone, uninstall_, chosen);
+        addStore(phone);
     }
 
     void addScreen(CLI::App* phone)
@@ -155,6 +161,24 @@ private:
             [this](const auto& root) { return phoneFolder(root, key_, name_); });
         folder->add_option("CHANGE", key_, "open or close")->required()->check(CLI::IsMember({ "open", "close" }));
         addNamed(folder, "NAME");
+    }
+
+    void addStore(CLI::App* phone)
+    {
+        CLI::App* const store = phone->add_subcommand("store", "visit the store");
+        store->require_subcommand(1);
+        store->fallthrough();
+        const auto addProcess = [this](CLI::App* verb) {
+            verb->add_option("--process", store_.process, "where: AppStore, appstored, itunesstored or SpringBoard");
+        };
+        addProcess(addVerb(store, "updates", "the updates that the store shows",
+            [this](const auto& root) { return phoneStoreUpdates(root, store_); }));
+        CLI::App* const buy = addVerb(store, "buy", "buy applications, or their updates",
+            [this](const auto& root) { return phoneStoreBuy(root, store_); });
+        buy->add_option("ID", store_.identifiers, "bundle identifiers")->required();
+        buy->add_option("--road", store_.road, "the method at which it begins (default request)")
+            ->check(CLI::IsMember(storeRoadNames()));
+        addProcess(buy);
     }
 
     CLI::App* addRoad(CLI::App* phone, const char* name, const char* description, const char* road)
@@ -208,6 +232,7 @@ private:
     TransitionOptions transition_;
     PushOptions push_;
     UninstallOptions uninstall_;
+    StoreOptions store_;
     PlanOptions plan_;
     UpOptions up_;
     AuthenticateOptions authenticate_;

@@ -57,6 +57,9 @@ ExitStatus phoneDescribe(const phone::PhoneDirectory& directory);
 /// `change` is "open" or "close".
 ExitStatus phoneFolder(const phone::PhoneDirectory& directory, const std::string& change, const std::string& name);
 
+/// Ends an application's process, and says what was cleared of its caches. Refused when it doesn't run.
+ExitStatus phoneExit(const phone::PhoneDirectory& directory, const std::string& identifier);
+
 /// The names of all roads, SpringBoard's first.
 std::vector<std::string> roadNames();
 

@@ -142,4 +142,26 @@ ExitStatus phoneHome(const phone::PhoneDirectory& directory)
     return ExitStatus::Done;
 }
 
+ExitStatus phoneExit(const phone::PhoneDirectory& directory, const std::string& identifier)
+{
+    const Json report = askPhone(directory, "SpringBoard", { { "verb", "exit" }, { "application", identifier } });
+    if (!report.value("ok", false))
+        return refuse(report.value("error", "no answer"));
+    std::ostringstream out;
+    out << identifier << " has ended.";
+    for (const Json& folder : report["folders"]) {
+        const auto before = folder.value("before", std::size_t { 0 });
+        const auto after = folder.value("after", std::size_t { 0 });
+        out << " " << folder.value("folder", "") << ": ";
+        if (before == 0)
+            out << "was empty.";
+        else if (after == 0)
+            out << "cleared of " << before << (before == 1 ? " item." : " items.");
+        else
+            out << after << " of " << before << (before == 1 ? " item" : " items") << " left.";
+    }
+    say(out.str(), report);
+    return ExitStatus::Done;
+}
+
 } // namespace cli

@@ -1,3 +1,4 @@
+#include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 
 namespace phone {
@@ -10,14 +11,23 @@ namespace {
 class ASDApp : public NSObject {
 public:
     id bundleID;
-    bool updateAvailable = false;
+    id newestVersion; ///< nil when the installed one is the newest
+
+    bool hasUpdate() const { return static_cast<bool>(newestVersion); }
+    id updateMetadata() const
+    {
+        return newestVersion ? dictionary({ { "bundleId", bundleID }, { "bundleShortVersionString", newestVersion } })
+                             : nil;
+    }
 };
 
 constexpr MethodDefinition methods[] {
     getter<"bundleID", &ASDApp::bundleID>(),
-    getter<"isUpdateAvailable", &ASDApp::updateAvailable>(),
+    method<"isUpdateAvailable", &ASDApp::hasUpdate>(),
     setter<"setBundleID:", &ASDApp::bundleID>(),
-    setter<"setUpdateAvailable:", &ASDApp::updateAvailable>(),
+    setter<"setNewestVersion:", &ASDApp::newestVersion>(),
+    method<"updateAvailable", &ASDApp::hasUpdate>(),
+    method<"updateMetadata", &ASDApp::updateMetadata>(),
 };
 
 } // namespace

@@ -10,8 +10,8 @@ using namespace platform;
 namespace {
 
 constexpr JournalEvent everyEvent[] { JournalEvent::Sent, JournalEvent::Ran, JournalEvent::Opened,
-    JournalEvent::OpenedInBackground, JournalEvent::Declined, JournalEvent::Prompt, JournalEvent::Published,
-    JournalEvent::Sounded, JournalEvent::Alerted, JournalEvent::Haptic, JournalEvent::Note };
+    JournalEvent::OpenedInBackground, JournalEvent::Declined, JournalEvent::Prompt, JournalEvent::Installed,
+    JournalEvent::Published, JournalEvent::Sounded, JournalEvent::Alerted, JournalEvent::Haptic, JournalEvent::Note };
 
 } // namespace
 

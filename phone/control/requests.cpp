@@ -2,8 +2,10 @@
 
 #include "phone/control/answers.h"
 #include "phone/control/authentication.h"
+#include "phone/control/exit.h"
 #include "phone/control/icon_requests.h"
 #include "phone/control/notification_requests.h"
+#include "phone/control/store.h"
 #include "phone/control/transition_request.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/home/home_screen.h"
@@ -140,9 +142,10 @@ void handleSpringBoardRequest(std::string_view request, BusReply reply)
     static const auto* const verbs = new Verbs { { "describe", describeScreen }, { "folder", changeFolder },
         { "home", home }, { "icons", listIcons }, { "notifications", listNotifications }, { "open", open },
         { "open-request", openForAnotherProcess }, { "push", pushNotification }, { "screenshot", takeScreenshot },
-        { "status", springBoardStatus }, { "transition", openFromAnotherApplication },
-        { "uninstall", uninstallApplication } };
-    static const auto* const lateVerbs = new LateVerbs { { "authenticate", authenticateInSpringBoard } };
+        { "status", springBoardStatus }, { "store-buy", buyInStore }, { "store-updates", showStoreUpdates },
+        { "transition", openFromAnotherApplication }, { "uninstall", uninstallApplication } };
+    static const auto* const lateVerbs
+        = new LateVerbs { { "authenticate", authenticateInSpringBoard }, { "exit", exitApplication } };
     answer(request, reply, *verbs, *lateVerbs);
 }
 
@@ -153,9 +156,10 @@ void handleSpotlightRequest(std::string_view request, BusReply reply)
     answer(request, reply, *verbs, *lateVerbs);
 }
 
-void handleCommonRequest(std::string_view request, BusReply reply)
+void handleStoreRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs = new Verbs { { "status", processStatus } };
+    static const auto* const verbs
+        = new Verbs { { "status", processStatus }, { "store-buy", buyInStore }, { "store-updates", showStoreUpdates } };
     answer(request, reply, *verbs);
 }
 

@@ -1,4 +1,6 @@
+#include "phone/process/journal.h"
 #include "platform/runtime/class_definition.h"
+#include "platform/runtime/message.h"
 
 namespace phone {
 
@@ -12,9 +14,18 @@ public:
     id name;
     id bundleIdentifier;
     int pid = 0;
+
+    void didExit(const id&)
+    {
+        journal(JournalEvent::Ran, "FBProcess _processDidExitWithContext:");
+        const id manager = send<"sharedInstance">(id(classNamed<"FBProcessManager">()));
+        journal(JournalEvent::Sent, "FBProcessManager processDidExit:");
+        send<"processDidExit:", void>(manager, id(this));
+    }
 };
 
 constexpr MethodDefinition methods[] {
+    method<"_processDidExitWithContext:", &FBProcess::didExit>(),
     getter<"bundleIdentifier", &FBProcess::bundleIdentifier>(),
     getter<"name", &FBProcess::name>(),
     getter<"pid", &FBProcess::pid>(),

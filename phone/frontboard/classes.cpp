@@ -3,6 +3,7 @@
 // sorted
 #define CLASSES(X)                                                                                                     \
     X(FBProcess)                                                                                                       \
+    X(FBProcessManager)                                                                                                \
     X(FBSOpenApplicationService)
 // end sorted
 

@@ -1,4 +1,5 @@
 #include "phone/frontboard/open_request.h"
+#include "phone/launchservices/installed_applications.h"
 #include "phone/process/journal.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
@@ -23,7 +24,19 @@ bool openApplicationWithBundleID(const id&, SEL, const id& identifier)
     return text && openApplication({ text->text() });
 }
 
+id allInstalledApplications(const id&, SEL)
+{
+    std::vector<id> proxies;
+    for (const InstalledApplication& installed : installedApplications()) {
+        id proxy = send<"new">(id(classNamed<"LSApplicationProxy">()));
+        send<"setBundleIdentifier:", void>(proxy, string(installed.bundleIdentifier));
+        proxies.push_back(std::move(proxy));
+    }
+    return array(std::move(proxies));
+}
+
 constexpr MethodDefinition methods[] {
+    method<"allInstalledApplications", &allInstalledApplications>(),
     classMethod<"defaultWorkspace", &defaultWorkspace>(),
     method<"openApplicationWithBundleID:", &openApplicationWithBundleID>(),
 };

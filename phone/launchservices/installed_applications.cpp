@@ -30,6 +30,7 @@ std::optional<InstalledApplication> readApplication(const std::string& bundlePat
         return std::nullopt;
     const std::string name = textOr(*information, "CFBundleName", application.bundleIdentifier);
     application.displayName = textOr(*information, "CFBundleDisplayName", name);
+    application.version = textOr(*information, "CFBundleShortVersionString", "1");
     application.bundlePath = bundlePath;
     application.executablePath = pathByAppending(bundlePath, textOr(*information, "CFBundleExecutable", name));
     application.isSystem = isSystem;
@@ -62,16 +63,35 @@ std::vector<InstalledApplication> installedApplications()
     return applications;
 }
 
+std::optional<std::string> dataContainerOf(std::string_view bundleIdentifier)
+{
+    constexpr std::string_view containers = "/var/mobile/Containers/Data/Application";
+    for (const std::string& name : directoryEntries(containers)) {
+        std::string container = pathByAppending(containers, name);
+        const id metadata = dictionaryWithContentsOfFile(
+            pathByAppending(container, ".com.apple.mobile_container_manager.metadata.plist"));
+        if (const auto owner = asString(pairsOf(metadata)["MCMMetadataIdentifier"]);
+            owner && *owner == bundleIdentifier)
+            return container;
+    }
+    return std::nullopt;
+}
+
 std::string removeInstalledApplication(const std::string& bundleIdentifier)
 {
     for (const InstalledApplication& application : installedApplications()) {
         if (application.bundleIdentifier != bundleIdentifier || application.isSystem)
             continue;
-        const std::filesystem::path bundle = deviceRoot() + application.bundlePath;
-        std::error_code failed;
-        std::filesystem::remove_all(bundle.parent_path(), failed);
-        if (failed)
-            return "can't remove " + application.bundlePath + ": " + failed.message();
+        const std::filesystem::path bundle = application.bundlePath;
+        std::vector<std::string> folders { bundle.parent_path() };
+        if (auto container = dataContainerOf(bundleIdentifier))
+            folders.push_back(std::move(*container));
+        for (const std::string& folder : folders) {
+            std::error_code failed;
+            std::filesystem::remove_all(deviceRoot() + folder, failed);
+            if (failed)
+                return "can't remove " + folder + ": " + failed.message();
+        }
     }
     return {};
 }

@@ -11,6 +11,7 @@ namespace phone {
 struct InstalledApplication {
     std::string bundleIdentifier;
     std::string displayName;
+    std::string version; ///< "1" where it tells none
     std::string bundlePath; ///< device path of the ".app" folder
     std::string executablePath;
     bool isSystem = false; ///< lies in /Applications
@@ -21,7 +22,10 @@ struct InstalledApplication {
 /// sorted by display name. Folders that are damaged are left out.
 std::vector<InstalledApplication> installedApplications();
 
-/// Removes the folder of an application that isn't the system's. "" when it has gone, else a sentence that says what
+/// Device path of the folder in which the application keeps its data; empty when it has none.
+std::optional<std::string> dataContainerOf(std::string_view bundleIdentifier);
+
+/// Removes the folder and the data of an application that isn't the system's. "" when it has gone, else a sentence that says what
 /// couldn't be done.
 std::string removeInstalledApplication(const std::string& bundleIdentifier);
 

@@ -48,6 +48,8 @@ std::string_view journalEventName(JournalEvent event) noexcept
         return "declined";
     case JournalEvent::Prompt:
         return "prompt";
+    case JournalEvent::Installed:
+        return "installed";
     case JournalEvent::Published:
         return "published";
     case JournalEvent::Sounded:

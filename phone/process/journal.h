@@ -16,6 +16,7 @@ enum class JournalEvent {
     OpenedInBackground,
     Declined, ///< a transition request was declined; the detail is the reason that it was given, or ""
     Prompt, ///< the owner is asked to authenticate, by the process that is the subject; the detail is the reason
+    Installed, ///< the store installed the application, or its update
     Published, ///< a notification of the application that is the subject went into the notification centre
     Sounded, ///< and its sound was played
     Alerted, ///< and the screen lit up for it

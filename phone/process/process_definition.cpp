@@ -10,6 +10,7 @@
 #include "phone/search/classes.h"
 #include "phone/springboard/classes.h"
 #include "phone/springboard/start.h"
+#include "phone/storekitui/classes.h"
 #include "phone/uikit/classes.h"
 #include "phone/usernotifications/classes.h"
 #include "platform/foundation/classes.h"
@@ -32,8 +33,9 @@ constexpr Framework springBoardFrameworks[] { foundationClasses, uiKitClasses, s
 constexpr Framework spotlightFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
     localAuthenticationClasses, searchUIClasses };
 constexpr Framework appStoreFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
-    appStoreDaemonClasses };
-constexpr Framework storeDaemonFrameworks[] { foundationClasses, appStoreDaemonClasses };
+    appStoreDaemonClasses, storeKitUIClasses };
+constexpr Framework appstoredFrameworks[] { foundationClasses, appStoreDaemonClasses };
+constexpr Framework itunesstoredFrameworks[] { foundationClasses, appStoreDaemonClasses, storeKitUIClasses };
 constexpr Framework applicationFrameworks[] { foundationClasses, uiKitClasses, launchServicesClasses };
 
 } // namespace
@@ -46,10 +48,10 @@ std::span<const ProcessDefinition> processDefinitions()
         ProcessDefinition {
             "Spotlight", "com.apple.Spotlight", spotlightFrameworks, openThroughSpringBoard, handleSpotlightRequest },
         ProcessDefinition {
-            "AppStore", "com.apple.AppStore", appStoreFrameworks, openThroughSpringBoard, handleCommonRequest },
-        ProcessDefinition { "appstored", "com.apple.appstored", storeDaemonFrameworks, [] {}, handleCommonRequest },
+            "AppStore", "com.apple.AppStore", appStoreFrameworks, openThroughSpringBoard, handleStoreRequest },
+        ProcessDefinition { "appstored", "com.apple.appstored", appstoredFrameworks, [] {}, handleStoreRequest },
         ProcessDefinition {
-            "itunesstored", "com.apple.itunesstored", storeDaemonFrameworks, [] {}, handleCommonRequest },
+            "itunesstored", "com.apple.itunesstored", itunesstoredFrameworks, [] {}, handleStoreRequest },
     };
     return *definitions;
 }

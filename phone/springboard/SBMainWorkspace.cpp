@@ -75,6 +75,12 @@ public:
 private:
     static id springBoard() { return send<"sharedApplication">(id(classNamed<"SpringBoard">())); }
 
+    static void noteLaunch(const id& identifier)
+    {
+        const id processes = send<"sharedInstance">(id(classNamed<"FBProcessManager">()));
+        send<"launchProcessWithBundleIdentifier:">(processes, identifier);
+    }
+
     void perform(const id& request)
     {
         const id context = send<"applicationContext">(request);
@@ -83,6 +89,7 @@ private:
         for (const id& entity : itemsOf(send<"toApplicationSceneEntities">(request))) {
             const id application = send<"application">(entity);
             send<"setProcessState:", void>(application, string("running"));
+            noteLaunch(send<"bundleIdentifier">(application));
             journal(background ? JournalEvent::OpenedInBackground : JournalEvent::Opened,
                 bundleIdentifierText(application));
         }

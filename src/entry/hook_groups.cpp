@@ -6,10 +6,8 @@
 
 namespace appledger {
 
-const HookGroup AppStoreUpdateHooks { "AppStoreUpdateHooks" };
 const HookGroup IOS13_AND_NEWER_HOOKS { "IOS13_AND_NEWER_HOOKS" };
 const HookGroup IOS12_AND_OLDER_HOOKS { "IOS12_AND_OLDER_HOOKS" };
-const HookGroup AutoClearHooks { "AutoClearHooks" };
 const HookGroup ImmortalizerHooks { "ImmortalizerHooks" };
 const HookGroup AppMuteHooks { "AppMuteHooks" };
 const HookGroup GlobalIconHooks { "GlobalIconHooks" };

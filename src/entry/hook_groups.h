@@ -4,7 +4,9 @@
 #include "launch/block_launch_hooks.h"
 #include "launch/redirect_hooks.h"
 #include "state/running_indicator_hooks.h"
+#include "surfaces/auto_clear_hooks.h"
 #include "surfaces/hidden_app_hooks.h"
+#include "surfaces/store_update_hooks.h"
 
 #include <span>
 
@@ -12,10 +14,8 @@ namespace appledger {
 
 // Groups whose replacements aren't written yet: their place in the install order is fixed, their rows
 // come with the replacements.
-extern const HookGroup AppStoreUpdateHooks;
 extern const HookGroup IOS13_AND_NEWER_HOOKS;
 extern const HookGroup IOS12_AND_OLDER_HOOKS;
-extern const HookGroup AutoClearHooks;
 extern const HookGroup ImmortalizerHooks;
 extern const HookGroup AppMuteHooks;
 extern const HookGroup GlobalIconHooks;

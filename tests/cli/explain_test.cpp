@@ -1,6 +1,7 @@
 #include "cli/explain_command.h"
 #include "cli/explain_launch.h"
 #include "cli/explain_notification.h"
+#include "cli/explain_purchases.h"
 #include "cli/explain_redirect.h"
 
 #include "platform/foundation/property_list.h"
@@ -30,6 +31,7 @@ id preferences()
         { "ALHiddenApps", array({ "hidden" }) },
         { "ALBlockedNotifications", array({ "silent" }) },
         { "ALMutedNotifications", array({ "quiet", "silent" }) },
+        { "ALBlockedUpdateApps", array({ "old", "older" }) },
         { "IsBlockedFromLaunchingOthers/com.example.notes", boolean(true) },
         { "CustomBlockedApplications/com.example.chat", array({ "com.example.mail" }) },
         { "IsBlockedFromLaunchingOthers/quiet", boolean(true) },
@@ -56,6 +58,8 @@ class Explain : public testing::Test {
 protected:
     Json redirect(const Json& record) const { return Json::parse(explainRedirectLine(record.dump(), policies_)); }
     Json launch(const Json& record) const { return Json::parse(explainLaunchLine(record.dump(), policies_)); }
+
+    Json purchase(const Json& record) const { return Json::parse(explainPurchaseLine(record.dump(), policies_)); }
 
     const ExplainPolicies policies_ { preferences() };
 };
@@ -96,6 +100,48 @@ TEST_F(Explain, AnswersARedirectWithOutcomeReasonAndRule)
     };
     for (const auto& [record, verdict] : cases)
         EXPECT_EQ(redirect(record), verdict) << record;
+}
+
+TEST_F(Explain, AnswersAPurchaseWithWhatIsKeptAndWhatTheBuyerIsTold)
+{
+    const auto verdict = [](const char* outcome, Json kept, Json refused, Json answer) {
+        return Json { { "outcome", outcome }, { "kept", std::move(kept) }, { "refused", std::move(refused) },
+            { "answer", std::move(answer) },
+            { "rule", std::string(outcome) == "pass" ? Json(nullptr) : Json("ALBlockedUpdateApps") } };
+    };
+    const auto record = [](const std::string& road, Json identifiers) {
+        return Json { { "road", road }, { "identifiers", std::move(identifiers) } };
+    };
+    const std::string jobs = "ASDJobManager addJobs:withCompletionBlock:";
+    const std::string error = "ASDErrorDomain 500 \"Blocked by AppLedger\")";
+    const Json none = Json::array();
+    const Json old = Json::array({ "old" });
+    const struct {
+        Json record;
+        Json verdict;
+    } cases[] = {
+        { record(jobs, { "new", "newer" }), verdict("pass", { "new", "newer" }, none, nullptr) },
+        { record(jobs, none), verdict("pass", none, none, nullptr) },
+        { record(jobs, { "new", "old", nullptr, "older", "newer" }),
+            verdict("shrink", { "new", nullptr, "newer" }, { "old", "older" }, nullptr) },
+        { record(jobs, { "old", "older" }),
+            verdict("refuse", none, { "old", "older" }, "completion (false, " + error) },
+        { record("ASDPurchaseManager startPurchase:withResultHandler:", old),
+            verdict("refuse", none, old, "completion (nil, " + error) },
+        { record("SKUIItemStateCenter _performSoftwarePurchases:withClientContext:completionBlock:", old),
+            verdict("refuse", none, old, "completion (nil)") },
+        { record("ASDPurchaseRequest initWithOptions:", old), verdict("refuse", none, old, "nil") },
+        { record("ASDApp isUpdateAvailable", old), verdict("refuse", none, old, "false") },
+        { record("ASDApp updateMetadata", old), verdict("refuse", none, old, "nil") },
+        { record("ASDApp updateMetadata", Json::array({ nullptr })),
+            verdict("pass", Json::array({ nullptr }), none, nullptr) },
+        { record("ASDApp updateMetadata", { "new", "old" }), { { "error", "the road takes one identifier" } } },
+        { record("ASDApp", old), { { "error", "there is no road \"ASDApp\"" } } },
+        { { { "road", jobs } }, { { "error", "\"identifiers\" is an array of texts or nulls" } } },
+        { record(jobs, Json::array({ 1 })), { { "error", "\"identifiers\" is an array of texts or nulls" } } },
+    };
+    for (const auto& [record, expected] : cases)
+        EXPECT_EQ(purchase(record), expected) << record;
 }
 
 TEST_F(Explain, AnswersALaunchRoadByRoad)

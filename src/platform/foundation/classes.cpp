@@ -2,6 +2,7 @@
 
 #include "platform/foundation/block.h"
 #include "platform/foundation/cache.h"
+#include "platform/foundation/file_manager.h"
 #include "platform/foundation/user_defaults.h"
 #include "platform/foundation/value_objects.h"
 
@@ -16,7 +17,9 @@ std::span<const ClassDefinition* const> foundationClasses() noexcept
         &detail::NSData_class,
         &detail::NSDate_class,
         &detail::Dictionary::definition,
+        &NSDirectoryEnumerator::definition,
         &detail::NSError_class,
+        &NSFileManager::definition,
         &detail::MutableArray::definition,
         &detail::MutableDictionary::definition,
         &detail::MutableSet::definition,

@@ -1,5 +1,7 @@
 #include "platform/foundation/url.h"
 
+#include "platform/foundation/file_url.h"
+#include "platform/foundation/files.h"
 #include "platform/foundation/value_objects.h"
 
 #include <algorithm>
@@ -109,6 +111,21 @@ UrlParts partsOf(std::string_view text)
     return parts;
 }
 
+std::string fileURLText(std::string_view path)
+{
+    std::string text = path.starts_with('/') ? "file://" : "file:///";
+    for (const char c : path) {
+        if (isUnreserved(c) || std::string_view("/!$&'()*+,=:@").find(c) != std::string_view::npos) {
+            text += c;
+        } else {
+            text += '%';
+            text += hexadecimal[static_cast<unsigned char>(c) >> 4];
+            text += hexadecimal[static_cast<unsigned char>(c) & 0xF];
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 namespace detail {
@@ -119,29 +136,63 @@ class Url final : public NSObject {
 public:
     static constexpr const ClassDefinition& definition = NSURL_class;
     Url() = default;
-    explicit Url(std::string_view text)
-        : text(text)
-        , parts(partsOf(text))
+    explicit Url(std::string_view text, std::optional<FilePlace> place = std::nullopt)
+        : text_(text)
+        , place_(std::move(place))
+    {
+    }
+    explicit Url(WalkedEntry entry)
+        : entry_(std::move(entry))
     {
     }
 
     bool isEqualTo(const NSObject& other) const noexcept override
     {
-        return typeid(other) == typeid(Url) && static_cast<const Url&>(other).text == text;
+        return typeid(other) == typeid(Url) && static_cast<const Url&>(other).text() == text();
     }
-    std::size_t hashValue() const noexcept override { return std::hash<std::string> {}(text); }
+    std::size_t hashValue() const noexcept override { return std::hash<std::string> {}(text()); }
+
+    /// Of an entry it is made when it is asked for: most are removed and never read.
+    std::string text() const { return entry_.directory ? fileURLText(pathOf(place().value())) : text_; }
+    UrlParts parts() const { return partsOf(text()); }
+
+    std::optional<FilePlace> place() const
+    {
+        if (entry_.directory) {
+            const FilePlace& directory = entry_.directory->place;
+            return FilePlace { directory.anchor, pathByAppending(directory.below, entry_.name) };
+        }
+        if (place_)
+            return place_;
+        return isFileUrl() ? std::optional(FilePlace { parts().path, {} }) : std::nullopt;
+    }
+
+    const WalkedEntry& entry() const noexcept { return entry_; }
 
     static id textOrNil(const std::string& part) { return part.empty() ? nil : string(part); }
-    id absoluteString() const { return string(text); }
-    id scheme() const { return textOrNil(parts.scheme); }
-    id host() const { return textOrNil(parts.host); }
-    id path() const { return string(parts.path); }
-    id query() const { return textOrNil(parts.query); }
-    bool isFileUrl() const { return parts.scheme == "file"; }
+    id absoluteString() const { return string(text()); }
+    id scheme() const { return textOrNil(parts().scheme); }
+    id host() const { return textOrNil(parts().host); }
+    id path() const { return string(parts().path); }
+    id query() const { return textOrNil(parts().query); }
+    bool isFileUrl() const { return entry_.directory || parts().scheme == "file"; }
 
-    const std::string text;
-    const UrlParts parts;
+    static std::string pathOf(const FilePlace& place)
+    {
+        return place.below.empty() ? place.anchor : pathByAppending(place.anchor, place.below);
+    }
+
+private:
+    const std::string text_;
+    const std::optional<FilePlace> place_;
+    const WalkedEntry entry_ {};
 };
+
+id Url_appending(const id& self, SEL, const id& component)
+{
+    const auto text = asString(component);
+    return text ? urlByAppending(self, text->view()) : nil;
+}
 
 id Url_self(const id& self, SEL)
 {
@@ -161,6 +212,7 @@ id Url_fileUrlWithPath(const id&, SEL, const id& path)
 }
 
 constexpr MethodDefinition methods[] {
+    method<"URLByAppendingPathComponent:", &Url_appending>(),
     classMethod<"URLWithString:", &Url_urlWithString>(),
     method<"absoluteString", &Url::absoluteString>(),
     method<"copy", &Url_self>(),
@@ -186,23 +238,47 @@ id url(std::string_view text)
 
 id fileURL(std::string_view path)
 {
-    std::string text = path.starts_with('/') ? "file://" : "file:///";
-    for (const char c : path) {
-        if (isUnreserved(c) || std::string_view("/!$&'()*+,=:@").find(c) != std::string_view::npos) {
-            text += c;
-        } else {
-            text += '%';
-            text += hexadecimal[static_cast<unsigned char>(c) >> 4];
-            text += hexadecimal[static_cast<unsigned char>(c) & 0xF];
-        }
-    }
-    return make<detail::Url>(text);
+    return make<detail::Url>(fileURLText(path));
+}
+
+id urlByAppending(const id& url, std::string_view component)
+{
+    const auto* const found = detail::exactly<detail::Url>(url);
+    if (!found)
+        return nil;
+    auto place = found->place();
+    if (!place)
+        return nil;
+    place->below = pathByAppending(place->below, component);
+    const std::string text = fileURLText(detail::Url::pathOf(*place));
+    return make<detail::Url>(text, std::move(place));
 }
 
 std::optional<UrlParts> asUrl(const id& object)
 {
     const auto* const found = detail::exactly<detail::Url>(object);
-    return found ? std::optional(found->parts) : std::nullopt;
+    return found ? std::optional(found->parts()) : std::nullopt;
 }
+
+namespace detail {
+
+id urlOfEntry(WalkedEntry entry)
+{
+    return make<Url>(std::move(entry));
+}
+
+const WalkedEntry* walkedEntry(const id& url)
+{
+    const auto* const found = exactly<Url>(url);
+    return found && found->entry().directory ? &found->entry() : nullptr;
+}
+
+std::optional<FilePlace> filePlace(const id& url)
+{
+    const auto* const found = exactly<Url>(url);
+    return found ? found->place() : std::nullopt;
+}
+
+} // namespace detail
 
 } // namespace platform

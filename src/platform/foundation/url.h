@@ -24,6 +24,11 @@ id url(std::string_view text);
 
 /// A file URL of a device path.
 id fileURL(std::string_view path);
+
+/// `URLByAppendingPathComponent:` on a file URL; nil for any other. Who opens or removes what such a URL names
+/// follows no link in what was appended, so that it never leads out of what it was appended to.
+id urlByAppending(const id& url, std::string_view component);
+
 std::optional<UrlParts> asUrl(const id& object);
 
 } // namespace platform

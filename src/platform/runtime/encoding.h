@@ -40,6 +40,7 @@ template <> inline constexpr std::string_view typeEncoding<double*> = "^d";
 template <> inline constexpr std::string_view typeEncoding<void (*)()> = "^?";
 template <> inline constexpr std::string_view typeEncoding<id> = "@";
 template <> inline constexpr std::string_view typeEncoding<const id&> = "@";
+template <> inline constexpr std::string_view typeEncoding<id*> = "^@";
 
 namespace detail {
 

@@ -1,0 +1,83 @@
+#include "surfaces/auto_clear_hooks.h"
+
+#include "core/policy_caches.h"
+#include "core/preference_domain.h"
+#include "platform/dispatch/queue.h"
+#include "platform/runtime/message.h"
+#include "surfaces/auto_clear_decision.h"
+#include "surfaces/cache_clear.h"
+
+#include <chrono>
+
+namespace appledger {
+
+using namespace platform;
+using namespace std::chrono_literals;
+
+namespace {
+
+void clearAfterExit(const id& process)
+{
+    const id identifier = askObject<"bundleIdentifier">(process);
+    const auto text = asString(identifier);
+    if (text && clears(decideClearAtExit(*text, g_autoClearCacheApps.read().list(), g_globalAutoClearCache)))
+        ALPerformBackgroundCacheClear(identifier);
+}
+
+/// Reads the domain itself: what the caches hold may be older than SpringBoard's half minute.
+void sweep()
+{
+    const auto defaults = synchronizedPreferences();
+    const id listed = defaults->objectForKey("ALAutoClearCacheApps");
+    if (!defaults->boolForKey("GlobalAutoClearCacheEnabled")) {
+        for (const id& identifier : itemsOf(listed))
+            ALPerformBackgroundCacheClear(identifier);
+        return;
+    }
+    const id workspace = askObject<"defaultWorkspace">(id(classNamed<"LSApplicationWorkspace">()));
+    const id applications = askObject<"allInstalledApplications">(workspace);
+    for (const id& application : itemsOf(applications)) {
+        const id identifier = askObject<"bundleIdentifier">(application);
+        const auto text = asString(identifier);
+        if (text && clears(decideClearInSweep(*text)))
+            ALPerformBackgroundCacheClear(identifier);
+    }
+}
+
+Original<void(id)> original_applicationDidFinishLaunching;
+
+void SpringBoard_applicationDidFinishLaunching(const id& self, SEL cmd, const id& application)
+{
+    original_applicationDidFinishLaunching(self, cmd, application);
+    dispatch_after(30s, dispatch_get_global_queue(QueuePriority::Background), sweep);
+}
+
+Original<void(id)> original_processDidExit;
+
+void FBProcessManager_processDidExit(const id& self, SEL cmd, const id& process)
+{
+    original_processDidExit(self, cmd, process);
+    clearAfterExit(process);
+}
+
+Original<void(id)> original_processDidExitWithContext;
+
+void FBProcess_processDidExitWithContext(const id& self, SEL cmd, const id& context)
+{
+    original_processDidExitWithContext(self, cmd, context);
+    clearAfterExit(self);
+}
+
+constexpr HookRow rows[] {
+    replace<&SpringBoard_applicationDidFinishLaunching>(
+        "SpringBoard", "applicationDidFinishLaunching:", original_applicationDidFinishLaunching),
+    replace<&FBProcessManager_processDidExit>("FBProcessManager", "processDidExit:", original_processDidExit),
+    replace<&FBProcess_processDidExitWithContext>(
+        "FBProcess", "_processDidExitWithContext:", original_processDidExitWithContext),
+};
+
+} // namespace
+
+const HookGroup AutoClearHooks { "AutoClearHooks", rows };
+
+} // namespace appledger
