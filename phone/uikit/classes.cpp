@@ -16,14 +16,14 @@ namespace phone {
 
 ClassList uiKitClasses() noexcept
 {
-    static const auto* const all = [] {
+    static const std::vector<const platform::ClassDefinition*> all = [] {
         const ClassList views = platform::uiKitFrameworkClasses();
+        std::vector<const platform::ClassDefinition*> joined(views.begin(), views.end());
         const ClassList own = ownUIKitClasses();
-        auto* const joined = new std::vector<const platform::ClassDefinition*>(views.begin(), views.end());
-        joined->insert(joined->end(), own.begin(), own.end());
+        joined.insert(joined.end(), own.begin(), own.end());
         return joined;
     }();
-    return *all;
+    return all;
 }
 
 } // namespace phone

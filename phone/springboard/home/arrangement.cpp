@@ -62,17 +62,18 @@ HomeArrangement arrangeHome(const std::vector<std::string>& identifiers)
 
 CGRect frameOnPage(std::size_t index)
 {
-    const auto column = static_cast<double>(index % columnsOfPage);
-    const auto row = static_cast<double>(index / columnsOfPage);
-    return frameAt(pageMargin + column * columnStep, pageTop + row * rowStep);
+    const std::size_t column = index % columnsOfPage;
+    const std::size_t row = index / columnsOfPage;
+    return frameAt(pageMargin + static_cast<double>(column) * columnStep, pageTop + static_cast<double>(row) * rowStep);
 }
 
 CGRect frameInFolder(std::size_t index)
 {
     constexpr double margin = 34;
     constexpr double step = 96;
-    return frameAt(margin + static_cast<double>(index % columnsOfFolder) * step,
-        margin + static_cast<double>(index / columnsOfFolder) * rowStep);
+    const std::size_t column = index % columnsOfFolder;
+    const std::size_t row = index / columnsOfFolder;
+    return frameAt(margin + static_cast<double>(column) * step, margin + static_cast<double>(row) * rowStep);
 }
 
 CGRect frameInDock(std::size_t index, std::size_t count, double dockWidth)

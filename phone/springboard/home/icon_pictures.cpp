@@ -108,10 +108,11 @@ id pictureOfFolder(const std::vector<id>& images)
         constexpr double gap = 3.5;
         constexpr double margin = (iconSide - 3 * small - 2 * gap) / 2;
         for (std::size_t index = 0; index < std::min<std::size_t>(images.size(), 9); ++index) {
-            const auto column = static_cast<double>(index % 3);
-            const auto row = static_cast<double>(index / 3);
-            send<"drawInRect:", void>(
-                images[index], CGRectMake(margin + column * (small + gap), margin + row * (small + gap), small, small));
+            const std::size_t column = index % 3;
+            const std::size_t row = index / 3;
+            const CGPoint corner { margin + static_cast<double>(column) * (small + gap),
+                margin + static_cast<double>(row) * (small + gap) };
+            send<"drawInRect:", void>(images[index], CGRect { corner, { small, small } });
         }
         drawRim();
     });

@@ -1,5 +1,6 @@
 #include "platform/graphics/blur.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <vector>
@@ -9,25 +10,25 @@ namespace platform {
 namespace {
 
 /// Each value becomes the mean of the 2 * reach + 1 around it.
-void averageLine(std::vector<std::uint32_t>& line, std::vector<std::uint32_t>& averaged, int reach)
+void averageLine(std::vector<std::uint32_t>& line, std::vector<std::uint32_t>& averaged, std::size_t reach)
 {
-    const int length = static_cast<int>(line.size());
+    const std::size_t length = line.size();
     const auto window = static_cast<std::uint32_t>(2 * reach + 1);
     std::uint32_t sum = 0;
-    for (int index = 0; index < std::min(reach, length); ++index)
-        sum += line[static_cast<std::size_t>(index)];
-    for (int index = 0; index < length; ++index) {
+    for (std::size_t index = 0; index < std::min(reach, length); ++index)
+        sum += line[index];
+    for (std::size_t index = 0; index < length; ++index) {
         if (index + reach < length)
-            sum += line[static_cast<std::size_t>(index + reach)];
-        if (index - reach - 1 >= 0)
-            sum -= line[static_cast<std::size_t>(index - reach - 1)];
-        averaged[static_cast<std::size_t>(index)] = (sum + window / 2) / window;
+            sum += line[index + reach];
+        if (index > reach)
+            sum -= line[index - reach - 1];
+        averaged[index] = (sum + window / 2) / window;
     }
     line.swap(averaged);
 }
 
-void blurLine(std::uint32_t* pixels, int length, std::ptrdiff_t step, int reach, std::vector<std::uint32_t>& line,
-    std::vector<std::uint32_t>& averaged)
+void blurLine(std::uint32_t* pixels, int length, std::ptrdiff_t step, std::size_t reach,
+    std::vector<std::uint32_t>& line, std::vector<std::uint32_t>& averaged)
 {
     line.resize(static_cast<std::size_t>(length));
     averaged.resize(line.size());
@@ -47,7 +48,9 @@ void blurLine(std::uint32_t* pixels, int length, std::ptrdiff_t step, int reach,
 void blurAlpha(std::uint32_t* pixels, int width, int height, int stride, double deviation)
 {
     // Three means of 2 r + 1 values have the variance r (r + 1).
-    const int reach = static_cast<int>(std::lround((std::sqrt(1 + 4 * deviation * deviation) - 1) / 2));
+    constexpr double farthest = 4096;
+    const double wanted = (std::sqrt(1 + 4 * deviation * deviation) - 1) / 2;
+    const auto reach = static_cast<std::size_t>(std::lround(wanted > 0 ? std::min(wanted, farthest) : 0));
     std::vector<std::uint32_t> line;
     std::vector<std::uint32_t> averaged;
     for (int y = 0; y < height; ++y)

@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-struct _cairo;
+struct _cairo; // NOLINT(bugprone-reserved-identifier): as the drawing library names it
 
 namespace platform {
 
