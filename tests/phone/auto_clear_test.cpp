@@ -235,7 +235,7 @@ TEST_F(AutoClear, ACacheFolderThatIsALinkLeadsOutOfNoContainer)
     phone_.inject().start();
     const fs::path caches = phone_.device.at(container(notes)) / "Library/Caches";
     fs::remove_all(caches);
-    fs::create_symlink(container(mail) + "/Library/Caches", caches);
+    fs::create_symlink(phone_.device.at(container(mail)) / "Library/Caches", caches);
     launchAndEnd(notes);
     runUntilIdle();
     EXPECT_FALSE(isCleared(mail));

@@ -92,6 +92,7 @@ protected:
     id caches() const { return urlByAppending(fileURL("/app"), "Library/Caches"); }
 
     const DeviceRoot device_;
+    const std::string other_ = device_.at("/other"); ///< as the host knows it: a link that is followed does harm
 };
 
 TEST_F(FileManager, EmptiesADirectoryAndLeavesWhatItsLinksLeadTo)
@@ -101,8 +102,8 @@ TEST_F(FileManager, EmptiesADirectoryAndLeavesWhatItsLinksLeadTo)
     device_.put("/app/Library/Caches/a/b/c/file", "1");
     device_.put("/app/Library/Caches/100% \xC3\xA9", "1");
     fs::create_directories(device_.at("/app/Library/Caches/nothing"));
-    device_.link("/other", "/app/Library/Caches/link");
-    device_.link("/other/kept", "/app/Library/Caches/a/link");
+    device_.link(other_, "/app/Library/Caches/link");
+    device_.link(other_ + "/kept", "/app/Library/Caches/a/link");
     device_.link("../../../../../other", "/app/Library/Caches/a/b/link");
     device_.link("nowhere", "/app/Library/Caches/broken");
     EXPECT_TRUE(empty(caches()));
@@ -113,11 +114,11 @@ TEST_F(FileManager, EmptiesADirectoryAndLeavesWhatItsLinksLeadTo)
 TEST_F(FileManager, AFolderThatIsALinkItselfIsNotEntered)
 {
     fs::remove(device_.at("/app/Library/Caches"));
-    device_.link("/other", "/app/Library/Caches");
+    device_.link(other_, "/app/Library/Caches");
     EXPECT_FALSE(enumerator(caches()));
     fs::remove_all(device_.at("/app/Library"));
     fs::create_directories(device_.at("/other/deep/Caches"));
-    device_.link("/other/deep", "/app/Library");
+    device_.link(other_ + "/deep", "/app/Library");
     EXPECT_FALSE(enumerator(caches())) << "a link on the way";
     EXPECT_FALSE(enumerator(urlByAppending(fileURL("/app"), "../other")));
     EXPECT_FALSE(enumerator(urlByAppending(fileURL("/app"), "nothing")));
@@ -141,7 +142,7 @@ TEST_F(FileManager, AFolderExchangedForALinkInMidWalkLeadsNowhere)
                 return;
             exchanged = true;
             fs::rename(device_.at("/app/Library/Caches/top/victim"), device_.at("/app/away"));
-            device_.link("/other", "/app/Library/Caches/top/victim");
+            device_.link(other_, "/app/Library/Caches/top/victim");
         };
         EXPECT_TRUE(empty(caches())) << when;
         beforeOpening = nullptr;
@@ -157,7 +158,7 @@ TEST_F(FileManager, ATopLevelFolderExchangedAfterItWasListedLeadsNowhere)
     const id entries = enumerator(caches());
     fs::rename(device_.at("/app/Library/Caches"), device_.at("/app/away"));
     device_.put("/other/file", "not this one");
-    device_.link("/other", "/app/Library/Caches");
+    device_.link(other_, "/app/Library/Caches");
     EXPECT_TRUE(remove(send<"nextObject">(entries)));
     EXPECT_EQ(namesIn(device_, "/app/away"), "");
     EXPECT_EQ(namesIn(device_, "/other"), "deep file kept ");
@@ -170,7 +171,7 @@ TEST_F(FileManager, AVeryDeepTreeGoesWithFewDescriptorsAndALittleStack)
     int directory = ::open(device_.at("/app/Library/Caches").c_str(), O_RDONLY | O_DIRECTORY);
     for (int level = 0; level < depth; ++level) {
         ASSERT_EQ(::mkdirat(directory, "d", 0755), 0);
-        ASSERT_EQ(::symlinkat("/other", directory, "link"), 0);
+        ASSERT_EQ(::symlinkat(other_.c_str(), directory, "link"), 0);
         const int below = ::openat(directory, "d", O_RDONLY | O_DIRECTORY);
         ::close(directory);
         directory = below;
@@ -235,11 +236,11 @@ TEST_F(FileManager, RemovesOneItemAndSaysWhyNot)
         return send<"code", NSInteger>(error);
     };
     device_.put("/app/tree/a/b", "1");
-    device_.link("/other", "/app/link");
+    device_.link(other_, "/app/link");
     EXPECT_EQ(failureOf(fileURL("/app/tree")), 0);
     EXPECT_EQ(failureOf(fileURL("/app/tree")), ENOENT);
     EXPECT_EQ(failureOf(fileURL("/app/link")), 0);
-    device_.link("/other", "/app/link");
+    device_.link(other_, "/app/link");
     EXPECT_EQ(failureOf(urlByAppending(fileURL("/app"), "link/kept")), ENOTDIR);
     EXPECT_EQ(failureOf(urlByAppending(fileURL("/app"), "link/")), 0);
     EXPECT_EQ(failureOf(urlByAppending(fileURL("/app"), "..")), EINVAL);
