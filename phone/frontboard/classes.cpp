@@ -3,7 +3,9 @@
 // sorted
 #define CLASSES(X)                                                                                                     \
     X(FBProcess)                                                                                                       \
-    X(FBSOpenApplicationService)
+    X(FBSMutableSceneSettings)                                                                                         \
+    X(FBSOpenApplicationService)                                                                                       \
+    X(FBScene)
 // end sorted
 
 PHONE_CLASS_LIST(frontBoardClasses, CLASSES)

@@ -1,6 +1,7 @@
 #include "phone/process/process_definition.h"
 
 #include "phone/appstoredaemon/classes.h"
+#include "phone/celestial/classes.h"
 #include "phone/control/requests.h"
 #include "phone/frontboard/classes.h"
 #include "phone/launchservices/classes.h"
@@ -24,7 +25,8 @@ namespace {
 using Framework = ClassList (*)() noexcept;
 
 constexpr Framework springBoardFrameworks[] { foundationClasses, uiKitClasses, springBoardClasses, frontBoardClasses,
-    launchServicesClasses, localAuthenticationClasses, appStoreDaemonClasses, userNotificationsClasses };
+    launchServicesClasses, localAuthenticationClasses, appStoreDaemonClasses, userNotificationsClasses,
+    celestialClasses };
 constexpr Framework spotlightFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
     localAuthenticationClasses, searchUIClasses };
 constexpr Framework appStoreFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,

@@ -23,8 +23,11 @@ void didFinishLaunching(const id&, SEL, const id&) { }
 
 void frontDisplayDidChange(const id&, SEL, const id&) { }
 
+void processStateDidChange(const id&, SEL, const id&) { }
+
 constexpr MethodDefinition methods[] {
     method<"_accessibilityFrontMostApplication", &frontMostApplication>(),
+    method<"_handleApplicationProcessStateDidChangeNotification:", &processStateDidChange>(),
     method<"applicationDidFinishLaunching:", &didFinishLaunching>(),
     method<"frontDisplayDidChange:", &frontDisplayDidChange>(),
     classMethod<"sharedApplication", &sharedApplication>(),

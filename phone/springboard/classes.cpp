@@ -7,7 +7,9 @@
     X(SBApplicationController)                                                                                         \
     X(SBApplicationIcon)                                                                                               \
     X(SBApplicationSceneEntity)                                                                                        \
+    X(SBBrightnessController)                                                                                          \
     X(SBDeviceApplicationSceneEntity)                                                                                  \
+    X(SBDisplayBrightnessController)                                                                                   \
     X(SBFluidSwitcherItemContainer)                                                                                    \
     X(SBFluidSwitcherViewController)                                                                                   \
     X(SBHIconManager)                                                                                                  \
@@ -17,12 +19,17 @@
     X(SBIconImageView)                                                                                                 \
     X(SBIconModel)                                                                                                     \
     X(SBIconView)                                                                                                      \
+    X(SBIdleTimerDisableAssertion)                                                                                     \
+    X(SBIdleTimerGlobalCoordinator)                                                                                    \
     X(SBLayoutElement)                                                                                                 \
     X(SBLayoutState)                                                                                                   \
     X(SBLeafIcon)                                                                                                      \
+    X(SBMainDisplaySceneManager)                                                                                       \
     X(SBMainWorkspace)                                                                                                 \
     X(SBMainWorkspaceTransitionRequest)                                                                                \
+    X(SBMediaController)                                                                                               \
     X(SBSApplicationShortcutItem)                                                                                      \
+    X(SBVolumeControl)                                                                                                 \
     X(SBWorkspaceApplicationSceneTransitionContext)                                                                    \
     X(SBWorkspaceTransitionRequest)                                                                                    \
     X(SpringBoard)

@@ -5,7 +5,8 @@
     X(UIActivityContinuationAction)                                                                                    \
     X(UIImage)                                                                                                         \
     X(UIImpactFeedbackGenerator)                                                                                       \
-    X(UIOpenURLAction)
+    X(UIOpenURLAction)                                                                                                 \
+    X(UIScreen)
 // end sorted
 
 PHONE_CLASS_LIST(uiKitClasses, CLASSES)

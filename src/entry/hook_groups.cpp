@@ -9,7 +9,6 @@ const HookGroup IOS12_AND_OLDER_HOOKS { "IOS12_AND_OLDER_HOOKS" };
 const HookGroup AutoClearHooks { "AutoClearHooks" };
 const HookGroup ImmortalizerHooks { "ImmortalizerHooks" };
 const HookGroup HiddenAppHooks { "HiddenAppHooks" };
-const HookGroup AppMuteHooks { "AppMuteHooks" };
 const HookGroup GlobalIconHooks { "GlobalIconHooks" };
 const HookGroup SearchUIHooks { "SearchUIHooks" };
 const HookGroup NotificationHooks_iOS15 { "NotificationHooks_iOS15" };

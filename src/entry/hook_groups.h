@@ -4,6 +4,7 @@
 #include "launch/block_launch_hooks.h"
 #include "launch/redirect_hooks.h"
 #include "panel/shared_hooks.h"
+#include "state/app_mute_hooks.h"
 #include "state/running_indicator_hooks.h"
 
 #include <span>
@@ -19,7 +20,6 @@ extern const HookGroup IOS12_AND_OLDER_HOOKS;
 extern const HookGroup AutoClearHooks;
 extern const HookGroup ImmortalizerHooks;
 extern const HookGroup HiddenAppHooks;
-extern const HookGroup AppMuteHooks;
 extern const HookGroup GlobalIconHooks;
 extern const HookGroup SearchUIHooks;
 extern const HookGroup NotificationHooks_iOS15;
