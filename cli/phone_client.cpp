@@ -37,4 +37,12 @@ Json askPhone(std::string_view peer, const Json& request)
     return answer.is_object() ? answer : failed(" gave an answer that can't be read");
 }
 
+nlohmann::json askRunningPhone(
+    const phone::PhoneDirectory& directory, std::string_view peer, const nlohmann::json& request)
+{
+    if (!connectToPhone(directory))
+        return { { "ok", false }, { "error", "the phone at " + directory.root() + " isn't up" } };
+    return askPhone(peer, request);
+}
+
 } // namespace cli

@@ -17,4 +17,8 @@ bool connectToPhone(const phone::PhoneDirectory& directory);
 /// in time it says so in "error".
 nlohmann::json askPhone(std::string_view peer, const nlohmann::json& request);
 
+/// The same for a phone that may not be up.
+nlohmann::json askRunningPhone(
+    const phone::PhoneDirectory& directory, std::string_view peer, const nlohmann::json& request);
+
 } // namespace cli

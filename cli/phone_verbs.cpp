@@ -1,3 +1,4 @@
+#include "cli/device_verbs.h"
 #include "cli/phone_client.h"
 #include "cli/phone_commands.h"
 #include "phone/search/spotlight.h"
@@ -74,13 +75,6 @@ std::string describeJournal(const Json& journal)
     return text;
 }
 
-Json answerOf(const phone::PhoneDirectory& directory, std::string_view peer, const Json& request)
-{
-    if (!connectToPhone(directory))
-        return { { "ok", false }, { "error", "the phone at " + directory.root() + " isn't up" } };
-    return askPhone(peer, request);
-}
-
 } // namespace
 
 std::vector<std::string> roadNames()
@@ -96,11 +90,13 @@ std::vector<std::string> roadNames()
 ExitStatus phoneOpen(
     const phone::PhoneDirectory& directory, const std::string& road, const std::vector<std::string>& identifiers)
 {
-    const Json report = answerOf(directory, isSpotlightRoad(road) ? "Spotlight" : "SpringBoard",
+    const Json report = askRunningPhone(directory, isSpotlightRoad(road) ? "Spotlight" : "SpringBoard",
         { { "verb", "open" }, { "road", road }, { "applications", identifiers } });
     if (!report.value("ok", false))
         return refuse(report.value("error", "no answer"));
-    say(describeLaunch(report, joined(Json(identifiers))), report);
+    say(describeLaunch(report, joined(Json(identifiers)))
+            + (report.contains("device") ? " " + describeDevice(report["device"]) : ""),
+        report);
     return ExitStatus::Done;
 }
 
@@ -132,7 +128,8 @@ ExitStatus phoneOpenFrom(
     Json record = transitionRecord(transition, identifier);
     if (!transition.previousScene && record["previousScene"].is_null())
         record.erase("previousScene");
-    const Json report = answerOf(directory, "SpringBoard", { { "verb", "transition" }, { "transition", record } });
+    const Json report
+        = askRunningPhone(directory, "SpringBoard", { { "verb", "transition" }, { "transition", record } });
     if (!report.value("ok", false))
         return refuse(report.value("error", "no answer"));
     say(describeLaunch(report, identifier) + describeJournal(report["journal"]), report);
@@ -141,11 +138,13 @@ ExitStatus phoneOpenFrom(
 
 ExitStatus phoneHome(const phone::PhoneDirectory& directory)
 {
-    const Json report = answerOf(directory, "SpringBoard", { { "verb", "home" } });
+    const Json report = askRunningPhone(directory, "SpringBoard", { { "verb", "home" } });
     if (!report.value("ok", false))
         return refuse(report.value("error", "no answer"));
     const std::string left = report.value("left", "");
-    say(left.empty() ? "The Home Screen was in front already." : "Left " + left + " for the Home Screen.", report);
+    say((left.empty() ? "The Home Screen was in front already. " : "Left " + left + " for the Home Screen. ")
+            + describeDevice(report["device"]),
+        report);
     return ExitStatus::Done;
 }
 

@@ -12,7 +12,7 @@ namespace {
 constexpr JournalEvent everyEvent[] { JournalEvent::Sent, JournalEvent::Ran, JournalEvent::Opened,
     JournalEvent::OpenedInBackground, JournalEvent::Declined, JournalEvent::Prompt, JournalEvent::Haptic,
     JournalEvent::Volume, JournalEvent::VolumeHUD, JournalEvent::Brightness, JournalEvent::IdleTimer,
-    JournalEvent::Note };
+    JournalEvent::IconAccessory, JournalEvent::Note };
 
 Json subjects(const std::vector<JournalEntry>& entries, JournalEvent event)
 {

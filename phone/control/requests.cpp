@@ -2,10 +2,13 @@
 
 #include "phone/control/answers.h"
 #include "phone/control/authentication.h"
+#include "phone/control/device_state.h"
 #include "phone/control/transition_request.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/roads.h"
+#include "phone/springboard/switcher.h"
 #include "platform/darwin/system.h"
+#include "platform/dispatch/run_loop.h"
 
 #include <chrono>
 
@@ -17,10 +20,12 @@ namespace {
 
 Json reportOnLaunch(const std::vector<std::string>& identifiers)
 {
+    runUntilIdle();
     const std::vector<JournalEntry> entries = takeJournal();
     nameApplicationOfPrompt(entries, identifiers);
     Json report = launchReport(entries);
     report["front"] = frontmostApplication();
+    report["device"] = deviceState();
     return report;
 }
 
@@ -55,16 +60,40 @@ Json home(const Json&)
     takeJournal();
     const std::string left = frontmostApplication();
     pressHome();
+    runUntilIdle();
     Json report = launchReport(takeJournal());
     report["left"] = left;
     report["front"] = frontmostApplication();
+    report["device"] = deviceState();
     return report;
+}
+
+Json switcherCards(const Json&)
+{
+    Json cards = Json::array();
+    for (const SwitcherCard& card : presentSwitcher())
+        cards.push_back({ { "application", card.application }, { "name", card.name }, { "killable", card.killable },
+            { "running", card.running }, { "foreground", card.foreground } });
+    return { { "ok", true }, { "cards", cards } };
+}
+
+Json swipe(const Json& request)
+{
+    takeJournal();
+    const std::string identifier = text(request, "application");
+    const SwipeOutcome outcome = swipeCardAway(identifier);
+    if (outcome == SwipeOutcome::NoSuchCard)
+        return failure("the switcher has no card of " + identifier);
+    runUntilIdle();
+    return { { "ok", true }, { "killed", outcome == SwipeOutcome::Killed }, { "front", frontmostApplication() },
+        { "journal", toJson(takeJournal()) } };
 }
 
 Json springBoardStatus(const Json& request)
 {
     Json status = processStatus(request);
     status["front"] = frontmostApplication();
+    status["device"] = deviceState();
     status["prompt"] = promptStatus();
     return status;
 }
@@ -102,9 +131,9 @@ Json openFromSpotlight(const Json& request)
 
 void handleSpringBoardRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs
-        = new Verbs { { "home", home }, { "open", open }, { "open-request", openForAnotherProcess },
-              { "status", springBoardStatus }, { "transition", openFromAnotherApplication } };
+    static const auto* const verbs = new Verbs { { "brightness", brightness }, { "home", home }, { "open", open },
+        { "open-request", openForAnotherProcess }, { "status", springBoardStatus },
+        { "transition", openFromAnotherApplication }, { "volume", volume } };
     static const auto* const lateVerbs = new LateVerbs { { "authenticate", authenticateInSpringBoard } };
     answer(request, reply, *verbs, *lateVerbs);
 }

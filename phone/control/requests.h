@@ -11,7 +11,8 @@
 namespace phone {
 
 /// In SpringBoard: "status", "open" (a road and the applications), "home", "open-request" (from another
-/// process), "transition" (from another application), "authenticate" (answers the prompt that is up).
+/// process), "transition" (from another application), "authenticate" (answers the prompt that is up),
+/// "volume" and "brightness" (with a "level", sets it), "switcher" (its cards), "swipe" (a card away).
 void handleSpringBoardRequest(std::string_view request, platform::BusReply reply);
 
 /// In Spotlight: "status", "open" (a road of Spotlight's and one application), "authenticate".

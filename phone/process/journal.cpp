@@ -59,6 +59,8 @@ std::string_view journalEventName(JournalEvent event) noexcept
         return "brightness";
     case JournalEvent::IdleTimer:
         return "idle timer";
+    case JournalEvent::IconAccessory:
+        return "icon accessory";
     case JournalEvent::Note:
         return "note";
     }

@@ -21,6 +21,7 @@ enum class JournalEvent {
     VolumeHUD, ///< the volume's display appeared with the level that is the subject
     Brightness, ///< who set the screen's brightness; the detail is the level as it was given
     IdleTimer, ///< an assertion against it is "held" or "released"; the detail is its reason
+    IconAccessory, ///< the icon of that application, or of a "folder", asks anew for its label accessory
     Note, ///< anything else that a person would want to know
 };
 

@@ -1,3 +1,4 @@
+#include "phone/springboard/front_display.h"
 #include "platform/runtime/class_definition.h"
 
 namespace phone {
@@ -13,12 +14,17 @@ public:
     id displayName;
     id bundlePath;
     id processState;
+
+    NSInteger labelAccessoryTypeForIcon(const id&) const { return 0; }
+    void didExit(const id&) { applicationDidExit(this); }
 };
 
 constexpr MethodDefinition methods[] {
+    method<"_didExitWithContext:", &SBApplication::didExit>(),
     getter<"bundleIdentifier", &SBApplication::bundleIdentifier>(),
     getter<"bundlePath", &SBApplication::bundlePath>(),
     getter<"displayName", &SBApplication::displayName>(),
+    method<"labelAccessoryTypeForIcon:", &SBApplication::labelAccessoryTypeForIcon>(),
     getter<"processState", &SBApplication::processState>(),
     setter<"setBundleIdentifier:", &SBApplication::bundleIdentifier>(),
     setter<"setBundlePath:", &SBApplication::bundlePath>(),

@@ -1,3 +1,5 @@
+#include "phone/process/journal.h"
+#include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
 
@@ -14,6 +16,11 @@ public:
 
     id bundleIdentifier() const { return send<"bundleIdentifier">(application); }
     id displayName() const { return send<"displayName">(application); }
+    void notifyAccessoriesDidUpdate() const
+    {
+        const auto identifier = asString(bundleIdentifier());
+        journal(JournalEvent::IconAccessory, identifier ? identifier->view() : "");
+    }
     id initWithApplication(const id& newApplication)
     {
         application = newApplication;
@@ -22,6 +29,7 @@ public:
 };
 
 constexpr MethodDefinition methods[] {
+    method<"_notifyAccessoriesDidUpdate", &SBApplicationIcon::notifyAccessoriesDidUpdate>(),
     getter<"application", &SBApplicationIcon::application>(),
     method<"applicationBundleID", &SBApplicationIcon::bundleIdentifier>(),
     method<"applicationBundleIdentifier", &SBApplicationIcon::bundleIdentifier>().since(13),

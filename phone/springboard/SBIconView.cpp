@@ -1,4 +1,5 @@
 #include "phone/process/journal.h"
+#include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
 
@@ -22,6 +23,18 @@ public:
         send<"setIcon:", void>(iconImageView, icon);
     }
 
+    id bundleIdentifier() const { return askObject<"applicationBundleID">(icon); }
+
+    /// The Dock shows no labels.
+    NSInteger currentLabelAccessoryType() const
+    {
+        const auto place = asString(location);
+        if (place && place->view().find("Dock") != std::string_view::npos)
+            return 0;
+        const id application = askObject<"application">(icon);
+        return ask<"labelAccessoryTypeForIcon:", NSInteger>(application, icon).value_or(0);
+    }
+
     void handleTap()
     {
         journal(JournalEvent::Ran, "SBIconView _handleTap");
@@ -32,6 +45,9 @@ public:
 constexpr MethodDefinition methods[] {
     method<"_handleTap", &SBIconView::handleTap>(),
     getter<"_iconImageView", &SBIconView::iconImageView>(),
+    method<"applicationBundleID", &SBIconView::bundleIdentifier>().until(12),
+    method<"applicationBundleIdentifier", &SBIconView::bundleIdentifier>().since(13),
+    method<"currentLabelAccessoryType", &SBIconView::currentLabelAccessoryType>(),
     getter<"icon", &SBIconView::icon>(),
     getter<"location", &SBIconView::location>(),
     method<"setIcon:", &SBIconView::setIcon>(),

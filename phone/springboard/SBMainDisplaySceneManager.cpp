@@ -43,7 +43,20 @@ private:
     const id scenes_ = mutableDictionary();
 };
 
-void noteDidChangeToVisibility(const id&, SEL, NSUInteger, bool, const id&) { }
+/// The notification server has to know who is in front.
+void noteDidChangeToVisibility(const id&, SEL, NSUInteger visibility, bool, const id& scene)
+{
+    // As the system numbers them.
+    constexpr NSUInteger visibleInForeground = 2;
+    constexpr unsigned stateInBackground = 4;
+    constexpr unsigned stateInForeground = 8;
+    if (!isKindOfClass(scene, classNamed<"FBScene">()))
+        return;
+    const id server = askObject<"sharedInstance">(id(classNamed<"UNSUserNotificationServer">()));
+    ask<"_didChangeApplicationState:forBundleIdentifier:", void>(server,
+        visibility == visibleInForeground ? stateInForeground : stateInBackground,
+        send<"bundleIdentifier">(send<"clientProcess">(scene)));
+}
 
 id sharedInstance(const id& self, SEL)
 {

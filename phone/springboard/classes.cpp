@@ -9,9 +9,14 @@
     X(SBApplicationSceneEntity)                                                                                        \
     X(SBBrightnessController)                                                                                          \
     X(SBDeviceApplicationSceneEntity)                                                                                  \
+    X(SBDeviceApplicationSceneHandle)                                                                                  \
     X(SBDisplayBrightnessController)                                                                                   \
+    X(SBDisplayItem)                                                                                                   \
     X(SBFluidSwitcherItemContainer)                                                                                    \
     X(SBFluidSwitcherViewController)                                                                                   \
+    X(SBFolder)                                                                                                        \
+    X(SBFolderIcon)                                                                                                    \
+    X(SBFolderView)                                                                                                    \
     X(SBHIconManager)                                                                                                  \
     X(SBHIconModel)                                                                                                    \
     X(SBIcon)                                                                                                          \

@@ -1,6 +1,8 @@
 #include "phone/springboard/front_display.h"
 
 #include "phone/frontboard/scene_settings.h"
+#include "phone/springboard/switcher.h"
+#include "phone/springboard/transitions.h"
 #include "platform/foundation/notification_center.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -29,10 +31,22 @@ id sceneManager()
     return send<"sharedInstance">(id(classNamed<"SBMainDisplaySceneManager">()));
 }
 
+id sceneHandle(const id& application)
+{
+    id handle = send<"new">(id(classNamed<"SBDeviceApplicationSceneHandle">()));
+    send<"setApplication:", void>(handle, application);
+    return handle;
+}
+
 void updateScene(const id& application, bool foreground, const id& context)
 {
+    const id settings = makeSceneSettings(foreground);
+    const id entity = makeSceneEntity(application);
+    send<"_setupSceneSettings:transitionContext:", void>(entity, settings, context);
+    send<"_modifyApplicationSceneSettings:fromRequestContext:entity:", void>(
+        sceneHandle(application), settings, context, entity);
     const id scene = send<"sceneForApplication:">(sceneManager(), application);
-    send<"updateSettings:withTransitionContext:completion:", void>(scene, makeSceneSettings(foreground), context, nil);
+    send<"updateSettings:withTransitionContext:completion:", void>(scene, settings, context, nil);
 }
 
 void tellProcessState(const id& application)
@@ -43,6 +57,11 @@ void tellProcessState(const id& application)
 
 } // namespace
 
+bool isSceneInForeground(const id& application)
+{
+    return isForeground(send<"settings">(send<"existingSceneForApplication:">(sceneManager(), application)));
+}
+
 id applicationInFront()
 {
     return inFront();
@@ -52,6 +71,7 @@ void bringToFront(const id& application)
 {
     const id former = std::exchange(inFront(), application);
     if (application) {
+        addCard(application);
         send<"setProcessState:", void>(application, string("running"));
         updateScene(application, true, nil);
         tellProcessState(application);

@@ -9,6 +9,9 @@ namespace phone {
 /// The SBApplication in front; nil on the Home Screen.
 platform::id applicationInFront();
 
+/// Whether the application's own scene believes that it is in front. False without a scene.
+bool isSceneInForeground(const platform::id& application);
+
 /// Puts the application in front, or with nil the Home Screen: its scene comes to the foreground, SpringBoard
 /// hears of the display and of the processes whose state changes, and the scene that was in front goes to
 /// the background. Nothing happens to what is in front already but that SpringBoard hears of it.

@@ -1,4 +1,5 @@
 #include "platform/runtime/class_definition.h"
+#include "platform/runtime/message.h"
 
 namespace phone {
 
@@ -10,10 +11,20 @@ namespace {
 class UIImage : public NSObject {
 public:
     double scale = 1;
+    id systemName; ///< nil for a picture that isn't one of the system's symbols
 };
 
+id systemImageNamed(const id& self, SEL, const id& name)
+{
+    id image = send<"new">(self);
+    as<UIImage>(image)->systemName = name;
+    return image;
+}
+
 constexpr MethodDefinition methods[] {
+    getter<"_systemName", &UIImage::systemName>(),
     getter<"scale", &UIImage::scale>(),
+    classMethod<"systemImageNamed:", &systemImageNamed>().since(13),
 };
 
 } // namespace

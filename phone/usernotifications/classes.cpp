@@ -1,7 +1,9 @@
 #include "phone/usernotifications/classes.h"
 
 // sorted
-#define CLASSES(X) X(NCNotificationRequestContentProvider)
+#define CLASSES(X)                                                                                                     \
+    X(NCNotificationRequestContentProvider)                                                                            \
+    X(UNSUserNotificationServer)
 // end sorted
 
 PHONE_CLASS_LIST(userNotificationsClasses, CLASSES)

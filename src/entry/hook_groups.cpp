@@ -7,7 +7,6 @@ const HookGroup BaseHooks { "BaseHooks" };
 const HookGroup IOS13_AND_NEWER_HOOKS { "IOS13_AND_NEWER_HOOKS" };
 const HookGroup IOS12_AND_OLDER_HOOKS { "IOS12_AND_OLDER_HOOKS" };
 const HookGroup AutoClearHooks { "AutoClearHooks" };
-const HookGroup ImmortalizerHooks { "ImmortalizerHooks" };
 const HookGroup HiddenAppHooks { "HiddenAppHooks" };
 const HookGroup GlobalIconHooks { "GlobalIconHooks" };
 const HookGroup SearchUIHooks { "SearchUIHooks" };

@@ -5,6 +5,7 @@
 #include "launch/redirect_hooks.h"
 #include "panel/shared_hooks.h"
 #include "state/app_mute_hooks.h"
+#include "state/immortalizer_hooks.h"
 #include "state/running_indicator_hooks.h"
 
 #include <span>
@@ -18,7 +19,6 @@ extern const HookGroup BaseHooks;
 extern const HookGroup IOS13_AND_NEWER_HOOKS;
 extern const HookGroup IOS12_AND_OLDER_HOOKS;
 extern const HookGroup AutoClearHooks;
-extern const HookGroup ImmortalizerHooks;
 extern const HookGroup HiddenAppHooks;
 extern const HookGroup GlobalIconHooks;
 extern const HookGroup SearchUIHooks;
