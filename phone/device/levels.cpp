@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace phone {
 
@@ -22,30 +23,40 @@ constexpr double newDeviceLevel = 0.5;
 struct Levels {
     double mediaVolume;
     double brightness;
-    bool writing = false;
 
     double& operator[](HardwareLevel level) { return level == HardwareLevel::MediaVolume ? mediaVolume : brightness; }
+    friend bool operator==(const Levels&, const Levels&) = default;
 };
+
+Levels stored()
+{
+    const DictionaryValue stored = pairsOf(dictionaryWithContentsOfFile(file));
+    return { asDouble(stored[volumeKey]).value_or(newDeviceLevel),
+        asDouble(stored[brightnessKey]).value_or(newDeviceLevel) };
+}
 
 Levels& levels()
 {
-    static auto* const present = [] {
-        const DictionaryValue stored = pairsOf(dictionaryWithContentsOfFile(file));
-        return new Levels { asDouble(stored[volumeKey]).value_or(newDeviceLevel),
-            asDouble(stored[brightnessKey]).value_or(newDeviceLevel) };
-    }();
+    static auto* const present = new Levels(stored());
     return *present;
 }
 
+bool isWriteQueued = false;
+
 void write()
 {
-    levels().writing = false;
+    static auto* const written = new Levels(stored());
+    isWriteQueued = false;
+    if (*written == levels())
+        return;
     int error = createDirectories(pathByDeletingLastComponent(file));
     if (error == 0)
         error = writePropertyList(
             dictionary({ { brightnessKey, real(levels().brightness) }, { volumeKey, real(levels().mediaVolume) } }),
             file, PropertyListFormat::Binary);
-    if (error != 0)
+    if (error == 0)
+        *written = levels();
+    else
         std::fprintf(stderr, "the levels aren't kept: error %d\n", error);
 }
 
@@ -59,9 +70,8 @@ double hardwareLevel(HardwareLevel level)
 void setHardwareLevel(HardwareLevel level, double value)
 {
     levels()[level] = std::clamp(value, 0.0, 1.0);
-    if (!levels().writing)
+    if (!std::exchange(isWriteQueued, true))
         dispatch_async(dispatch_get_main_queue(), write);
-    levels().writing = true;
 }
 
 } // namespace phone

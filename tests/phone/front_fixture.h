@@ -2,6 +2,7 @@
 
 #include "phone/control/device_state.h"
 #include "phone/device/images.h"
+#include "phone/device/levels.h"
 #include "phone/springboard/front_display.h"
 #include "phone/springboard/idle_timer.h"
 #include "platform/dispatch/clock.h"
@@ -87,8 +88,8 @@ public:
     std::string state(std::chrono::nanoseconds time = {})
     {
         journal(time);
-        const phone::Json device = phone::deviceState();
-        std::string text = phone::levelText(device["volume"]) + " " + phone::levelText(device["brightness"]);
+        std::string text = phone::levelText(phone::hardwareLevel(phone::HardwareLevel::MediaVolume)) + " "
+            + phone::levelText(phone::hardwareLevel(phone::HardwareLevel::Brightness));
         for (const std::string& reason : phone::idleTimerAssertions())
             text += " " + reason;
         return text;

@@ -288,6 +288,7 @@ TEST(Immortalizer, HasTheLastListedApplicationDecideForItsFolder)
     send<"didTransitionAnimated:", void>(view, true);
     EXPECT_EQ(immortal.phone.journal(), "icon accessory folder");
     EXPECT_EQ(accessoryOf(icon, "SBIconLocationRoot"), 2);
+    send<"setFolder:", void>(icon, nil); // they hold each other
 }
 
 TEST(Immortalizer, LocksNames)
@@ -349,11 +350,11 @@ TEST(Immortalizer, HasTheServerShowTheNotificationsOfTheListed)
     const auto state = [&](const char* identifier) {
         return send<"_applicationStateForBundleIdentifier:", unsigned>(server, string(identifier));
     };
-    phone::bringToFront(app("b"));
-    EXPECT_EQ(state("b"), 8U);
+    send<"_didChangeApplicationState:forBundleIdentifier:", void>(server, 8U, string("b"));
+    send<"_didChangeApplicationState:forBundleIdentifier:", void>(server, 4U, string("a"));
     immortal.set({});
-    EXPECT_EQ(state("a"), 8U);
-    EXPECT_EQ(state("b"), 4U) << "a change of the lists tells the server";
+    EXPECT_EQ(state("a"), 8U) << "a change of the lists tells the server";
+    EXPECT_EQ(state("b"), 4U);
     EXPECT_EQ(state("d"), 4U);
     immortal.set({ { "ALImmortalEnabled", boolean(false) } });
     phone::bringToFront(nil);
