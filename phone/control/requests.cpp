@@ -132,8 +132,8 @@ Json openFromSpotlight(const Json& request)
 void handleSpringBoardRequest(std::string_view request, BusReply reply)
 {
     static const auto* const verbs = new Verbs { { "brightness", brightness }, { "home", home }, { "open", open },
-        { "open-request", openForAnotherProcess }, { "status", springBoardStatus },
-        { "transition", openFromAnotherApplication }, { "volume", volume } };
+        { "open-request", openForAnotherProcess }, { "status", springBoardStatus }, { "swipe", swipe },
+        { "switcher", switcherCards }, { "transition", openFromAnotherApplication }, { "volume", volume } };
     static const auto* const lateVerbs = new LateVerbs { { "authenticate", authenticateInSpringBoard } };
     answer(request, reply, *verbs, *lateVerbs);
 }
