@@ -31,12 +31,26 @@ TEST(FrontApplication, ChangesNothingOnAStockPhone)
     EXPECT_EQ(phone.state(), "0.80 0.60");
 }
 
+namespace {
+
+Original<double()> original_brightness;
+
+double UIScreen_brightness(const id& self, SEL cmd)
+{
+    phone::journal(phone::JournalEvent::Note, "brightness asked");
+    return original_brightness(self, cmd);
+}
+
+} // namespace
+
 TEST(FrontApplication, HasItsVolumeBrightnessAndWakefulnessInOneOrder)
 {
     FrontPhone phone(everything);
+    MSHookMessageEx(objc_getClass("UIScreen"), sel_registerName("brightness"),
+        reinterpret_cast<IMP>(&UIScreen_brightness), &original_brightness.implementation);
     FrontPhone::visibility("a", 2);
     EXPECT_EQ(phone.journal(),
-        "volume Audio/Video: 0.00 | brightness BKSDisplayBrightnessSet: 0.30 1 | "
+        "volume Audio/Video: 0.00 | note brightness asked | brightness BKSDisplayBrightnessSet: 0.30 1 | "
         "brightness SBDisplayBrightnessController: 0.30 | brightness SBBrightnessController: 0.30 | "
         "brightness UIScreen: 0.31 | brightness UIScreen: 0.30 | idle timer held: AppLedger_KeepAwake");
     EXPECT_EQ(phone.state(), "0.00 0.30" + keptAwake);
