@@ -39,7 +39,7 @@ void addDeviceVerbs(CLI::App& phone, DeviceOptions& options, const std::function
              std::pair { "brightness", "the brightness of the screen, or set it" } }) {
         CLI::App* const verb = phone.add_subcommand(name, description);
         verb->add_option("VALUE", options.level, "from 0 to 1")->check(CLI::Range(0.0, 1.0));
-        verb->callback([&options, chosen, name] {
+        verb->callback([&options, chosen, name = name] {
             chosen([&options, name](const auto& directory) { return setLevel(directory, name, options); });
         });
     }
