@@ -1,3 +1,4 @@
+#include "cli/device_verbs.h"
 #include "cli/explain_command.h"
 #include "cli/icon_verbs.h"
 #include "cli/notification_verbs.h"
@@ -5,6 +6,8 @@
 #include "cli/phone_store.h"
 #include "cli/plan_command.h"
 #include "cli/policy_commands.h"
+#include "cli/side_file_policies.h"
+#include "cli/switcher_command.h"
 #include "platform/foundation/values.h"
 
 #include <CLI/CLI.hpp>
@@ -64,8 +67,10 @@ private:
         const auto repaired = [](std::string& word) { word = platform::asString(platform::string(word))->text(); };
         for (std::string* const word : { &name_, &key_, &value_ })
             repaired(*word);
-        std::ranges::for_each(names_, repaired);
         std::ranges::for_each(store_.identifiers, repaired);
+        std::ranges::for_each(switcher_.applications, repaired);
+        for (std::string* const word : { &device_.identifier, &switcher_.application })
+            repaired(*word);
     }
 
     using Action = std::function<ExitStatus(const phone::PhoneDirectory&)>;
@@ -130,6 +135,8 @@ private:
         addNamed(addVerb(phone, "exit", "end an application's process",
                      [this](const auto& root) { return phoneExit(root, name_); }),
             "ID");
+        const auto chosen = [this](Action action) { action_ = std::move(action); };
+        addDeviceVerbs(*phone, device_, chosen);
         addRoad(phone, "tap", "tap an icon", "tap");
         addRoad(phone, "quick-action", "choose from an icon's quick-action menu", "quick-action");
         addRoad(phone, "spotlight", "tap a search result in Spotlight", "spotlight");
@@ -137,13 +144,7 @@ private:
         open->add_option("--road", road_, "how the request comes (default service)")->check(CLI::IsMember(roadNames()));
         addTransitionOptions(*open, transition_);
         open->get_option("--road")->excludes(open->get_option("--from"));
-        CLI::App* const switcher
-            = addVerb(phone, "switcher", "select the switcher's card of these applications", [this](const auto& root) {
-                  return phoneOpen(root, modifiers_ ? "switcher-modifiers" : "switcher", names_);
-              });
-        switcher->add_option("ID", names_, "bundle identifiers of the applications on the card")->required();
-        switcher->add_flag("--modifiers", modifiers_, "as with a keyboard attached");
-        const auto chosen = [this](Action action) { action_ = std::move(action); };
+        addSwitcher(*phone, switcher_, chosen);
         addNotificationVerbs(*phone, push_, chosen);
         addIconVerbs(*phone, uninstall_, chosen);
         addStore(phone);
@@ -214,6 +215,17 @@ private:
             [this](const auto& root) { return unsetPolicy(root, key_); })
             ->add_option("KEY", key_)
             ->required();
+        addNamed(addVerb(policy, "mute", "take the volume away while an application is in front",
+                     [this](const auto& root) { return mutePolicy(root, name_, true); }),
+            "ID");
+        addNamed(addVerb(policy, "unmute", "leave it the volume",
+                     [this](const auto& root) { return mutePolicy(root, name_, false); }),
+            "ID");
+        CLI::App* const brightness
+            = addVerb(policy, "brightness", "give an application a brightness of its own while it is in front",
+                [this](const auto& root) { return brightnessPolicy(root, name_, value_); });
+        addNamed(brightness, "ID");
+        brightness->add_option("VALUE", value_, "from 0 to 1, or off")->required();
     }
 
     void addListChange(CLI::App* policy, const char* name, const char* description, ListChange change)
@@ -228,7 +240,9 @@ private:
     std::string root_ = defaultRoot();
     bool json_ = false;
     Action action_;
+    DeviceOptions device_;
     ExplainOptions explain_;
+    SwitcherOptions switcher_;
     TransitionOptions transition_;
     PushOptions push_;
     UninstallOptions uninstall_;
@@ -238,9 +252,7 @@ private:
     AuthenticateOptions authenticate_;
     ScreenshotOptions screenshot_;
     std::string name_;
-    std::vector<std::string> names_;
     std::string road_;
-    bool modifiers_ = false;
     std::string key_;
     std::string value_;
 };

@@ -1,3 +1,4 @@
+#include "cli/device_verbs.h"
 #include "cli/phone_client.h"
 #include "cli/phone_commands.h"
 #include "phone/device/device_image.h"
@@ -118,6 +119,8 @@ std::string describeStatus(const Json& status)
         out << ", for " << static_cast<long>(prompt.value("secondsUp", 0.0)) << " s: \"" << prompt.value("reason", "")
             << "\"";
     }
+    if (status["device"].is_object())
+        out << '\n' << describeDevice(status["device"]);
     return out.str();
 }
 

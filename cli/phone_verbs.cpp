@@ -1,3 +1,4 @@
+#include "cli/device_verbs.h"
 #include "cli/phone_client.h"
 #include "cli/phone_commands.h"
 #include "phone/search/spotlight.h"
@@ -93,7 +94,9 @@ ExitStatus phoneOpen(
         { { "verb", "open" }, { "road", road }, { "applications", identifiers } });
     if (!report.value("ok", false))
         return refuse(report.value("error", "no answer"));
-    say(describeLaunch(report, joined(Json(identifiers))), report);
+    say(describeLaunch(report, joined(Json(identifiers)))
+            + (report.contains("device") ? " " + describeDevice(report["device"]) : ""),
+        report);
     return ExitStatus::Done;
 }
 
@@ -138,7 +141,9 @@ ExitStatus phoneHome(const phone::PhoneDirectory& directory)
     if (!report.value("ok", false))
         return refuse(report.value("error", "no answer"));
     const std::string left = report.value("left", "");
-    say(left.empty() ? "The Home Screen was in front already." : "Left " + left + " for the Home Screen.", report);
+    say((left.empty() ? "The Home Screen was in front already. " : "Left " + left + " for the Home Screen. ")
+            + describeDevice(report["device"]),
+        report);
     return ExitStatus::Done;
 }
 

@@ -3,6 +3,7 @@
 #include "cli/phone_client.h"
 #include "cli/policy_value.h"
 #include "cli/property_list_json.h"
+#include "cli/side_file_policies.h"
 #include "core/preference_domain.h"
 #include "platform/darwin/bus.h"
 #include "platform/darwin/notify.h"
@@ -48,17 +49,6 @@ void openForReading(const phone::PhoneDirectory& directory)
     setDeviceRoot(directory.root());
 }
 
-std::optional<std::string> openForWriting(const phone::PhoneDirectory& directory)
-{
-    std::error_code failed;
-    std::filesystem::create_directories(directory.root(), failed);
-    if (failed)
-        return "can't make " + directory.root() + ": " + failed.message();
-    if (!setDeviceRoot(directory.root()))
-        return "can't open " + directory.root() + " as the phone's root";
-    return std::nullopt;
-}
-
 /// The writer's steps after the change: publish, and only then tell the processes to reread.
 ExitStatus publish(const phone::PhoneDirectory& directory, NSUserDefaults& defaults, const PreferenceKey& row,
     const std::string& key, std::string_view what)
@@ -98,6 +88,17 @@ ExitStatus changeFlag(const phone::PhoneDirectory& directory, ListChange change,
 
 } // namespace
 
+std::optional<std::string> openForWriting(const phone::PhoneDirectory& directory)
+{
+    std::error_code failed;
+    std::filesystem::create_directories(directory.root(), failed);
+    if (failed)
+        return "can't make " + directory.root() + ": " + failed.message();
+    if (!setDeviceRoot(directory.root()))
+        return "can't open " + directory.root() + " as the phone's root";
+    return std::nullopt;
+}
+
 ExitStatus listPolicies(const phone::PhoneDirectory& directory)
 {
     openForReading(directory);
@@ -136,6 +137,7 @@ ExitStatus showPolicies(const phone::PhoneDirectory& directory, const std::strin
         text << row.name << (row.isPrefix ? identifier : "") << ": "
              << (!row.isPrefix && row.type == PreferenceType::IdentifierList ? "listed" : describe(value)) << '\n';
     }
+    describeSideFiles(identifier, text, object);
     say(text.str().empty() ? "Nothing is set for " + identifier + "." : text.str(),
         { { "ok", true }, { "application", identifier }, { "policies", object } });
     return ExitStatus::Done;

@@ -3,12 +3,16 @@
 #include "cli/output.h"
 #include "phone/supervisor/phone_directory.h"
 
+#include <optional>
 #include <string>
 
 /// `appledger policy …`: reads and writes the preference domain of a phone, running or not, as the panel
 /// would: write, synchronize, then post the change notification.
 
 namespace cli {
+
+/// Makes the phone's directory where it is missing, and opens it. Empty, or what went wrong.
+std::optional<std::string> openForWriting(const phone::PhoneDirectory& directory);
 
 /// Every key that has a value, and what it is.
 ExitStatus listPolicies(const phone::PhoneDirectory& directory);

@@ -11,7 +11,9 @@ namespace {
 
 constexpr JournalEvent everyEvent[] { JournalEvent::Sent, JournalEvent::Ran, JournalEvent::Opened,
     JournalEvent::OpenedInBackground, JournalEvent::Declined, JournalEvent::Prompt, JournalEvent::Installed,
-    JournalEvent::Published, JournalEvent::Sounded, JournalEvent::Alerted, JournalEvent::Haptic, JournalEvent::Note };
+    JournalEvent::Published, JournalEvent::Sounded, JournalEvent::Alerted, JournalEvent::Haptic, JournalEvent::Volume,
+    JournalEvent::VolumeHUD, JournalEvent::Brightness, JournalEvent::IdleTimer, JournalEvent::IconAccessory,
+    JournalEvent::Note };
 
 } // namespace
 

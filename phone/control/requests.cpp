@@ -2,6 +2,7 @@
 
 #include "phone/control/answers.h"
 #include "phone/control/authentication.h"
+#include "phone/control/device_state.h"
 #include "phone/control/exit.h"
 #include "phone/control/icon_requests.h"
 #include "phone/control/notification_requests.h"
@@ -10,7 +11,9 @@
 #include "phone/search/spotlight.h"
 #include "phone/springboard/home/home_screen.h"
 #include "phone/springboard/roads.h"
+#include "phone/springboard/switcher.h"
 #include "platform/darwin/system.h"
+#include "platform/dispatch/run_loop.h"
 #include "platform/uikit/framework.h"
 
 #include <chrono>
@@ -24,10 +27,12 @@ namespace {
 
 Json reportOnLaunch(const std::vector<std::string>& identifiers)
 {
+    runUntilIdle();
     const std::vector<JournalEntry> entries = takeJournal();
     nameApplicationOfPrompt(entries, identifiers);
     Json report = launchReport(entries);
     report["front"] = frontmostApplication();
+    report["device"] = deviceState();
     return report;
 }
 
@@ -62,9 +67,11 @@ Json home(const Json&)
     takeJournal();
     const std::string left = frontmostApplication();
     pressHome();
+    runUntilIdle();
     Json report = launchReport(takeJournal());
     report["left"] = left;
     report["front"] = frontmostApplication();
+    report["device"] = deviceState();
     return report;
 }
 
@@ -98,10 +105,32 @@ Json changeFolder(const Json& request)
     return closeFolder(name) ? Json { { "ok", true } } : failure("no folder called " + name + " is open");
 }
 
+Json switcherCards(const Json&)
+{
+    Json cards = Json::array();
+    for (const SwitcherCard& card : presentSwitcher())
+        cards.push_back({ { "application", card.application }, { "name", card.name }, { "killable", card.killable },
+            { "running", card.running }, { "foreground", card.foreground } });
+    return { { "ok", true }, { "cards", cards } };
+}
+
+Json swipe(const Json& request)
+{
+    takeJournal();
+    const std::string identifier = text(request, "application");
+    const SwipeOutcome outcome = swipeCardAway(identifier);
+    if (outcome == SwipeOutcome::NoSuchCard)
+        return failure("the switcher has no card of " + identifier);
+    runUntilIdle();
+    return { { "ok", true }, { "killed", outcome == SwipeOutcome::Killed }, { "front", frontmostApplication() },
+        { "journal", toJson(takeJournal()) } };
+}
+
 Json springBoardStatus(const Json& request)
 {
     Json status = processStatus(request);
     status["front"] = frontmostApplication();
+    status["device"] = deviceState();
     status["prompt"] = promptStatus();
     return status;
 }
@@ -139,11 +168,12 @@ Json openFromSpotlight(const Json& request)
 
 void handleSpringBoardRequest(std::string_view request, BusReply reply)
 {
-    static const auto* const verbs = new Verbs { { "describe", describeScreen }, { "folder", changeFolder },
-        { "home", home }, { "icons", listIcons }, { "notifications", listNotifications }, { "open", open },
-        { "open-request", openForAnotherProcess }, { "push", pushNotification }, { "screenshot", takeScreenshot },
-        { "status", springBoardStatus }, { "store-buy", buyInStore }, { "store-updates", showStoreUpdates },
-        { "transition", openFromAnotherApplication }, { "uninstall", uninstallApplication } };
+    static const auto* const verbs = new Verbs { { "brightness", brightness }, { "describe", describeScreen },
+        { "folder", changeFolder }, { "home", home }, { "icons", listIcons }, { "notifications", listNotifications },
+        { "open", open }, { "open-request", openForAnotherProcess }, { "push", pushNotification },
+        { "screenshot", takeScreenshot }, { "status", springBoardStatus }, { "store-buy", buyInStore },
+        { "store-updates", showStoreUpdates }, { "swipe", swipe }, { "switcher", switcherCards },
+        { "transition", openFromAnotherApplication }, { "uninstall", uninstallApplication }, { "volume", volume } };
     static const auto* const lateVerbs
         = new LateVerbs { { "authenticate", authenticateInSpringBoard }, { "exit", exitApplication } };
     answer(request, reply, *verbs, *lateVerbs);

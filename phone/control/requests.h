@@ -13,7 +13,8 @@ namespace phone {
 /// In SpringBoard: "status", "open" (a road and the applications), "home", "open-request" (from another
 /// process), "transition" (from another application), "screenshot" (into a file of the host, at a scale),
 /// "describe" (the views as text), "folder" (opens or closes one by its name), "icons", "uninstall", "push",
-/// "notifications", "authenticate" (answers the prompt that is up), "exit" (an application's process ends), and what
+/// "notifications", "volume" and "brightness" (with a "level", sets it), "switcher" (its
+/// cards), "swipe" (a card away), "authenticate" (answers the prompt that is up), "exit" (an application's process ends), and what
 /// the store's processes answer.
 void handleSpringBoardRequest(std::string_view request, platform::BusReply reply);
 

@@ -1,5 +1,6 @@
 #include "phone/device/images.h"
 
+#include "phone/backboard/brightness.h"
 #include "phone/process/journal.h"
 #include "platform/darwin/images.h"
 #include "platform/foundation/values.h"
@@ -39,6 +40,11 @@ int memorystatusControl(std::uint32_t command, int, std::uint32_t, void*, std::s
     return 0;
 }
 
+void setDisplayBrightness(float level, int transition)
+{
+    setBrightness("BKSDisplayBrightnessSet", level, std::to_string(transition));
+}
+
 template <class Function> IMP address(Function* function)
 {
     return reinterpret_cast<IMP>(function);
@@ -56,6 +62,8 @@ void declareSystemImages(const SystemVersion& version)
             ? "/System/Library/PrivateFrameworks/SpringBoard.framework/SpringBoard"
             : "/System/Library/PrivateFrameworks/SpringBoardServices.framework/SpringBoardServices",
         assertions);
+    const ImageSymbol backBoardServices[] { { "BKSDisplayBrightnessSet", address(setDisplayBrightness) } };
+    declareImage("/System/Library/PrivateFrameworks/BackBoardServices.framework/BackBoardServices", backBoardServices);
     const ImageSymbol libSystem[] { { "memorystatus_control", address(memorystatusControl) } };
     declareImage("/usr/lib/libSystem.B.dylib", libSystem);
 }

@@ -4,7 +4,9 @@
 #define CLASSES(X)                                                                                                     \
     X(FBProcess)                                                                                                       \
     X(FBProcessManager)                                                                                                \
-    X(FBSOpenApplicationService)
+    X(FBSMutableSceneSettings)                                                                                         \
+    X(FBSOpenApplicationService)                                                                                       \
+    X(FBScene)
 // end sorted
 
 PHONE_CLASS_LIST(frontBoardClasses, CLASSES)

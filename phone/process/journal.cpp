@@ -1,6 +1,7 @@
 #include "phone/process/journal.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <mutex>
 #include <utility>
 
@@ -58,10 +59,27 @@ std::string_view journalEventName(JournalEvent event) noexcept
         return "alerted";
     case JournalEvent::Haptic:
         return "haptic";
+    case JournalEvent::Volume:
+        return "volume";
+    case JournalEvent::VolumeHUD:
+        return "volume HUD";
+    case JournalEvent::Brightness:
+        return "brightness";
+    case JournalEvent::IdleTimer:
+        return "idle timer";
+    case JournalEvent::IconAccessory:
+        return "icon accessory";
     case JournalEvent::Note:
         return "note";
     }
     return "";
+}
+
+std::string levelText(double level)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.2f", level);
+    return text;
 }
 
 std::string journalText(const std::vector<JournalEntry>& entries)

@@ -21,6 +21,11 @@ enum class JournalEvent {
     Sounded, ///< and its sound was played
     Alerted, ///< and the screen lit up for it
     Haptic, ///< "impact", "selection", "success", "error"
+    Volume, ///< someone set the volume of the category that is the subject; the detail is the level
+    VolumeHUD, ///< the volume's display appeared with the level that is the subject
+    Brightness, ///< who set the screen's brightness; the detail is the level as it was given
+    IdleTimer, ///< an assertion against it is "held" or "released"; the detail is its reason
+    IconAccessory, ///< the icon of that application, or of a "folder", asks anew for its label accessory
     Note, ///< anything else that a person would want to know
 };
 
@@ -40,6 +45,9 @@ std::vector<JournalEntry> takeJournal();
 std::string journalText(const std::vector<JournalEntry>& entries);
 
 std::string_view journalEventName(JournalEvent event) noexcept;
+
+/// A level from 0 to 1, as the journal writes it: "0.30".
+std::string levelText(double level);
 
 /// The first method that was sent and whose body never ran: where a request was held up. "" for none.
 std::string heldUpAt(const std::vector<JournalEntry>& entries);

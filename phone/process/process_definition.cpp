@@ -1,7 +1,9 @@
 #include "phone/process/process_definition.h"
 
 #include "phone/appstoredaemon/classes.h"
+#include "phone/backboard/brightness.h"
 #include "phone/bulletinboard/classes.h"
+#include "phone/celestial/classes.h"
 #include "phone/control/requests.h"
 #include "phone/frontboard/classes.h"
 #include "phone/launchservices/classes.h"
@@ -14,6 +16,7 @@
 #include "phone/uikit/classes.h"
 #include "phone/usernotifications/classes.h"
 #include "platform/foundation/classes.h"
+#include "platform/uikit/backlight.h"
 #include "platform/uikit/feedback.h"
 
 #include <algorithm>
@@ -29,7 +32,7 @@ using Framework = ClassList (*)() noexcept;
 
 constexpr Framework springBoardFrameworks[] { foundationClasses, uiKitClasses, springBoardClasses, frontBoardClasses,
     launchServicesClasses, localAuthenticationClasses, appStoreDaemonClasses, userNotificationsClasses,
-    bulletinBoardClasses };
+    bulletinBoardClasses, celestialClasses };
 constexpr Framework spotlightFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
     localAuthenticationClasses, searchUIClasses };
 constexpr Framework appStoreFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
@@ -93,6 +96,7 @@ void registerClassesOfProcess(std::string_view name, std::string_view bundleIden
     std::span<const std::string> absent)
 {
     setFeedbackHandler([](std::string_view kind) { journal(JournalEvent::Haptic, kind); });
+    setBacklight({ brightness, [](double level) { setBrightness("UIScreen", level); } });
     for (const ClassDefinition* definition : classesByFramework(name, bundleIdentifier))
         if (std::ranges::find(absent, definition->name) == absent.end())
             registerClass(*definition, version.major);

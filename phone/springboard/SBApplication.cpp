@@ -1,3 +1,5 @@
+#include "phone/springboard/front_display.h"
+#include "phone/springboard/icon_list.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
 
@@ -18,24 +20,33 @@ public:
     id processState;
 
     bool isHidden() const { return send<"isHidden", bool>(info); }
+
+    /// What the icon shows.
+    id badgeNumberOrString() const { return badgeValue; }
+    void setBadgeValue(const id& newBadge)
+    {
+        badgeValue = newBadge;
+        const id icon = send<"applicationIconForBundleIdentifier:">(iconModel(), bundleIdentifier);
+        ask<"_notifyAccessoriesDidUpdate", void>(icon);
+    }
+
+    /// None before the name.
+    NSInteger labelAccessoryTypeForIcon(const id&) const { return 0; }
+    void didExit(const id&) { applicationDidExit(this); }
 };
 
-/// No mark before the name.
-NSInteger labelAccessoryType(const id&, SEL, const id&)
-{
-    return 0;
-}
-
 constexpr MethodDefinition methods[] {
+    method<"_didExitWithContext:", &SBApplication::didExit>(),
+    method<"badgeNumberOrString", &SBApplication::badgeNumberOrString>(),
     getter<"badgeValue", &SBApplication::badgeValue>(),
     getter<"bundleIdentifier", &SBApplication::bundleIdentifier>(),
     getter<"bundlePath", &SBApplication::bundlePath>(),
     getter<"displayName", &SBApplication::displayName>(),
     getter<"info", &SBApplication::info>(),
     method<"isHidden", &SBApplication::isHidden>(),
-    method<"labelAccessoryTypeForIcon:", &labelAccessoryType>(),
+    method<"labelAccessoryTypeForIcon:", &SBApplication::labelAccessoryTypeForIcon>(),
     getter<"processState", &SBApplication::processState>(),
-    setter<"setBadgeValue:", &SBApplication::badgeValue>(),
+    method<"setBadgeValue:", &SBApplication::setBadgeValue>(),
     setter<"setBundleIdentifier:", &SBApplication::bundleIdentifier>(),
     setter<"setBundlePath:", &SBApplication::bundlePath>(),
     setter<"setDisplayName:", &SBApplication::displayName>(),

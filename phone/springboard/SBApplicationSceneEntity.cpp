@@ -6,7 +6,10 @@ using namespace platform;
 
 namespace {
 
+void setupSceneSettings(const id&, SEL, const id&, const id&) { }
+
 constexpr MethodDefinition methods[] {
+    method<"_setupSceneSettings:transitionContext:", &setupSceneSettings>(),
     getter<"actions", &SceneEntity::actions>(),
     getter<"application", &SceneEntity::application>(),
     setter<"setActions:", &SceneEntity::actions>(),

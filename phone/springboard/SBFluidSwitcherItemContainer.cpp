@@ -10,11 +10,14 @@ namespace {
 class SBFluidSwitcherItemContainer : public NSObject {
 public:
     id appLayout;
+    bool killable = false;
 };
 
 constexpr MethodDefinition methods[] {
     getter<"appLayout", &SBFluidSwitcherItemContainer::appLayout>(),
+    getter<"isKillable", &SBFluidSwitcherItemContainer::killable>(),
     setter<"setAppLayout:", &SBFluidSwitcherItemContainer::appLayout>(),
+    setter<"setKillable:", &SBFluidSwitcherItemContainer::killable>(),
 };
 
 } // namespace

@@ -1,5 +1,8 @@
+#include "phone/process/journal.h"
 #include "phone/springboard/home/home_screen.h"
+#include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
+#include "platform/runtime/message.h"
 
 namespace phone {
 
@@ -14,6 +17,8 @@ id displayName(const id&, SEL)
 
 void accessoriesDidUpdate(const id& self, SEL)
 {
+    const auto identifier = asString(ask<"applicationBundleID">(self));
+    journal(JournalEvent::IconAccessory, identifier ? identifier->view() : "folder");
     refreshIcon(self, IconPart::Accessories);
 }
 

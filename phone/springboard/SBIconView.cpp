@@ -92,6 +92,11 @@ void setLocation(const id& self, SEL, const id& location)
     send<"setNeedsLayout", void>(self);
 }
 
+id applicationIdentifier(const id& self, SEL)
+{
+    return askObject<"applicationBundleID">(fieldsIn(self).icon);
+}
+
 /// 0: none. Other kinds are marks before the name.
 NSInteger currentLabelAccessoryType(const id& self, SEL)
 {
@@ -178,6 +183,8 @@ constexpr MethodDefinition methods[] {
     method<"_handleTap", &handleTap>(),
     getter<"_iconImageView", &IconViewFields::iconImageView>(),
     getter<"_labelView", &IconViewFields::labelView>(),
+    method<"applicationBundleID", &applicationIdentifier>().until(12),
+    method<"applicationBundleIdentifier", &applicationIdentifier>().since(13),
     method<"currentLabelAccessoryType", &currentLabelAccessoryType>(),
     getter<"icon", &IconViewFields::icon>(),
     getter<"iconImageView", &IconViewFields::iconImageView>(),

@@ -1,4 +1,6 @@
 #include "phone/process/journal.h"
+#include "phone/springboard/application_process.h"
+#include "phone/springboard/front_display.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
@@ -25,8 +27,6 @@ std::string destinationText(const id& request)
 /// What decides which scenes are in front, and carries requests out that change it.
 class SBMainWorkspace : public NSObject {
 public:
-    id frontmostApplication;
-
     bool execute(const id& request)
     {
         if (respondsTo<"_executeTransitionRequest:options:validator:voluntarily:">(this)) {
@@ -66,21 +66,10 @@ public:
         return !destinationText(request).empty();
     }
 
-    void goHome()
-    {
-        frontmostApplication = nil;
-        send<"frontDisplayDidChange:", void>(springBoard(), nil);
-    }
+    id frontmostApplication() const { return applicationInFront(); }
+    void goHome() { bringToFront(nil); }
 
 private:
-    static id springBoard() { return send<"sharedApplication">(id(classNamed<"SpringBoard">())); }
-
-    static void noteLaunch(const id& identifier)
-    {
-        const id processes = send<"sharedInstance">(id(classNamed<"FBProcessManager">()));
-        send<"launchProcessWithBundleIdentifier:">(processes, identifier);
-    }
-
     void perform(const id& request)
     {
         const id context = send<"applicationContext">(request);
@@ -88,15 +77,15 @@ private:
         const id primary = askObject<"application">(send<"applicationSceneEntityForLayoutRole:">(context, number(1)));
         for (const id& entity : itemsOf(send<"toApplicationSceneEntities">(request))) {
             const id application = send<"application">(entity);
-            send<"setProcessState:", void>(application, string("running"));
-            noteLaunch(send<"bundleIdentifier">(application));
             journal(background ? JournalEvent::OpenedInBackground : JournalEvent::Opened,
                 bundleIdentifierText(application));
+            if (background)
+                startInBackground(application, context);
+            else if (application != primary)
+                startProcessOf(application);
         }
-        if (background)
-            return;
-        frontmostApplication = primary;
-        send<"frontDisplayDidChange:", void>(springBoard(), primary);
+        if (!background)
+            bringToFront(primary);
     }
 };
 
@@ -112,7 +101,7 @@ constexpr MethodDefinition methods[] {
     method<"_executeTransitionRequest:options:validator:voluntarily:", &SBMainWorkspace::executeVoluntarily>().since(
         15),
     method<"executeTransitionRequest:", &SBMainWorkspace::execute>(),
-    getter<"frontmostApplication", &SBMainWorkspace::frontmostApplication>(),
+    method<"frontmostApplication", &SBMainWorkspace::frontmostApplication>(),
     method<"goHome", &SBMainWorkspace::goHome>(),
     classMethod<"sharedInstance", &sharedInstance>(),
 };

@@ -22,11 +22,14 @@ void didFinishLaunching(const id&, SEL, const id&)
 void frontDisplayDidChange(const id&, SEL, const id& application)
 {
     closeFolder();
-    showApplication(application);
+    showApplication(isKindOfClass(application, classNamed<"SBApplication">()) ? application : nil);
 }
+
+void processStateDidChange(const id&, SEL, const id&) { }
 
 constexpr MethodDefinition methods[] {
     method<"_accessibilityFrontMostApplication", &frontMostApplication>(),
+    method<"_handleApplicationProcessStateDidChangeNotification:", &processStateDidChange>(),
     method<"applicationDidFinishLaunching:", &didFinishLaunching>(),
     method<"frontDisplayDidChange:", &frontDisplayDidChange>(),
 };

@@ -7,8 +7,13 @@
     X(SBApplicationController)                                                                                         \
     X(SBApplicationIcon)                                                                                               \
     X(SBApplicationInfo)                                                                                               \
+    X(SBApplicationProcessState)                                                                                       \
     X(SBApplicationSceneEntity)                                                                                        \
+    X(SBBrightnessController)                                                                                          \
     X(SBDeviceApplicationSceneEntity)                                                                                  \
+    X(SBDeviceApplicationSceneHandle)                                                                                  \
+    X(SBDisplayBrightnessController)                                                                                   \
+    X(SBDisplayItem)                                                                                                   \
     X(SBFluidSwitcherItemContainer)                                                                                    \
     X(SBFluidSwitcherViewController)                                                                                   \
     X(SBFolder)                                                                                                        \
@@ -21,13 +26,18 @@
     X(SBIconImageView)                                                                                                 \
     X(SBIconModel)                                                                                                     \
     X(SBIconView)                                                                                                      \
+    X(SBIdleTimerDisableAssertion)                                                                                     \
+    X(SBIdleTimerGlobalCoordinator)                                                                                    \
     X(SBLayoutElement)                                                                                                 \
     X(SBLayoutState)                                                                                                   \
     X(SBLeafIcon)                                                                                                      \
+    X(SBMainDisplaySceneManager)                                                                                       \
     X(SBMainWorkspace)                                                                                                 \
     X(SBMainWorkspaceTransitionRequest)                                                                                \
+    X(SBMediaController)                                                                                               \
     X(SBNCAlertingController)                                                                                          \
     X(SBSApplicationShortcutItem)                                                                                      \
+    X(SBVolumeControl)                                                                                                 \
     X(SBWorkspaceApplicationSceneTransitionContext)                                                                    \
     X(SBWorkspaceTransitionRequest)                                                                                    \
     X(SpringBoard)

@@ -3,6 +3,7 @@
 #include "phone/control/requests.h"
 #include "phone/frontboard/open_request.h"
 #include "phone/springboard/transitions.h"
+#include "phone/springboard/volume_hud.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
@@ -34,6 +35,7 @@ bool openInWorkspace(const OpenRequest& request)
 void startSpringBoard()
 {
     setOpenApplicationHandler(openInWorkspace);
+    startVolumeControl();
     const id application = send<"sharedApplication">(id(classNamed<"SpringBoard">()));
     send<"applicationDidFinishLaunching:", void>(application, nil);
 }

@@ -43,7 +43,7 @@ void Supervisor::answerStatus(BusReply reply)
 {
     auto gathered = std::make_shared<GatheredStatus>();
     gathered->status = { { "ok", true }, { "root", options_.root }, { "ios", options_.version.text() },
-        { "stock", options_.stock }, { "front", "" }, { "prompts", Json::array() },
+        { "stock", options_.stock }, { "front", "" }, { "device", Json() }, { "prompts", Json::array() },
         { "supervisor", processIdentifier() }, { "processes", Json::array() } };
     gathered->reply = std::move(reply);
     gathered->missing = processes_.size();
@@ -55,8 +55,9 @@ void Supervisor::answerStatus(BusReply reply)
             const Json own = Json::parse(outcome.reply, nullptr, false);
             if (own.is_object()) {
                 gathered->status["processes"][index]["injected"] = own.value("injected", Json::array());
-                if (own.contains("front"))
-                    gathered->status["front"] = own["front"];
+                for (const char* const key : { "front", "device" })
+                    if (own.contains(key))
+                        gathered->status[key] = own[key];
                 if (own.value("prompt", Json()).is_object())
                     gathered->status["prompts"].push_back(own["prompt"]);
             }

@@ -3,7 +3,8 @@
 // sorted
 #define CLASSES(X)                                                                                                     \
     X(NCNotificationRequest)                                                                                           \
-    X(NCNotificationRequestContentProvider)
+    X(NCNotificationRequestContentProvider)                                                                            \
+    X(UNSUserNotificationServer)
 // end sorted
 
 PHONE_CLASS_LIST(userNotificationsClasses, CLASSES)

@@ -8,8 +8,6 @@ namespace appledger {
 
 const HookGroup IOS13_AND_NEWER_HOOKS { "IOS13_AND_NEWER_HOOKS" };
 const HookGroup IOS12_AND_OLDER_HOOKS { "IOS12_AND_OLDER_HOOKS" };
-const HookGroup ImmortalizerHooks { "ImmortalizerHooks" };
-const HookGroup AppMuteHooks { "AppMuteHooks" };
 const HookGroup GlobalIconHooks { "GlobalIconHooks" };
 const HookGroup SearchUIHooks { "SearchUIHooks" };
 const HookGroup NotificationHooks_iOS15 { "NotificationHooks_iOS15" };

@@ -3,6 +3,8 @@
 #include "core/hook_group.h"
 #include "launch/block_launch_hooks.h"
 #include "launch/redirect_hooks.h"
+#include "state/app_mute_hooks.h"
+#include "state/immortalizer_hooks.h"
 #include "state/running_indicator_hooks.h"
 #include "surfaces/auto_clear_hooks.h"
 #include "surfaces/hidden_app_hooks.h"
@@ -16,8 +18,6 @@ namespace appledger {
 // come with the replacements.
 extern const HookGroup IOS13_AND_NEWER_HOOKS;
 extern const HookGroup IOS12_AND_OLDER_HOOKS;
-extern const HookGroup ImmortalizerHooks;
-extern const HookGroup AppMuteHooks;
 extern const HookGroup GlobalIconHooks;
 extern const HookGroup SearchUIHooks;
 extern const HookGroup NotificationHooks_iOS15;

@@ -2,6 +2,7 @@
 
 #include "platform/runtime/object.h"
 #include "platform/runtime/reclamation.h"
+#include "state/front_state.h"
 
 #include <map>
 #include <optional>
@@ -14,7 +15,12 @@ namespace appledger {
 /// identifier to a level from 0.0 to 1.0.
 std::string appBrightnessPreferencePath();
 
-/// Which applications have a brightness of their own while they are in front. One instance.
+/// Gives the application a level of its own, held to 0.0 to 1.0, or takes it away where `level` is empty or
+/// negative; opens the file to every writer and then posts the change notification. 0, or an `errno` with
+/// nothing posted.
+[[nodiscard]] int writeBrightness(std::string_view bundleIdentifier, std::optional<double> level);
+
+/// Gives an application a brightness of its own while it is in front. One instance, on the main queue.
 class AppBrightnessManager {
 public:
     static AppBrightnessManager& sharedManager();
@@ -22,8 +28,15 @@ public:
     /// Rereads the table; the change shows when an application next comes to front. Any thread.
     void reloadConfig();
 
-    /// The application's level as stored, or empty.
+    /// The application's level as stored, or empty. Any thread.
     std::optional<double> levelFor(std::string_view bundleIdentifier) const;
+
+    /// The application came to the front, or went to the background. The work is queued on the main queue;
+    /// an empty identifier is ignored.
+    void processAppForeground(std::string_view bundleIdentifier);
+    void processAppBackground(std::string_view bundleIdentifier);
+
+    const std::string& lastFrontmostBundleID() const noexcept { return state_.lastFrontmostBundleID; }
 
 private:
     using Levels = std::map<std::string, double, std::less<>>;
@@ -31,7 +44,12 @@ private:
     AppBrightnessManager();
 
     platform::Published<Levels> levels_;
+    BrightnessState state_;
 };
+
+/// Queues the level, held to 0.0 to 1.0, on the main queue for everyone on the system who keeps one. Any
+/// thread.
+void setSystemBrightness(double level);
 
 /// The observer of the change notification.
 void BrightnessChangedCallback();

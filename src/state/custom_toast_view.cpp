@@ -70,10 +70,9 @@ void activate(const id& constraint)
 /// Has the edges of a view keep their distance from those of its superview.
 void pinEdges(const id& view, const id& superview, CGFloat inset)
 {
-    activate(send<"constraintEqualToAnchor:constant:">(
-        send<"topAnchor">(view), send<"topAnchor">(superview), inset));
-    activate(send<"constraintEqualToAnchor:constant:">(
-        send<"bottomAnchor">(view), send<"bottomAnchor">(superview), -inset));
+    activate(send<"constraintEqualToAnchor:constant:">(send<"topAnchor">(view), send<"topAnchor">(superview), inset));
+    activate(
+        send<"constraintEqualToAnchor:constant:">(send<"bottomAnchor">(view), send<"bottomAnchor">(superview), -inset));
     activate(send<"constraintEqualToAnchor:constant:">(
         send<"leadingAnchor">(view), send<"leadingAnchor">(superview), inset));
     activate(send<"constraintEqualToAnchor:constant:">(
@@ -204,8 +203,8 @@ void presentToast(const id& self, SEL)
     send<"addSubview:", void>(window, self);
     send<"setTranslatesAutoresizingMaskIntoConstraints:", void>(self, false);
     activate(send<"constraintEqualToAnchor:">(send<"centerXAnchor">(self), send<"centerXAnchor">(window)));
-    activate(send<"constraintEqualToAnchor:constant:">(
-        send<"topAnchor">(self), send<"topAnchor">(window), distanceFromTop));
+    activate(
+        send<"constraintEqualToAnchor:constant:">(send<"topAnchor">(self), send<"topAnchor">(window), distanceFromTop));
     setSize(self, send<"bounds", CGRect>(window).size.width - narrowerThanWindow, height);
     send<"layoutIfNeeded", void>(self);
     send<"setTransform:", void>(self, down(-heightOf(self)));
@@ -241,14 +240,14 @@ constexpr MethodDefinition methods[] {
     getter<"vStack", &ToastFields::vStack>(),
 };
 
-constexpr ClassDefinition definition {
-    .name = "CustomToastView", .superclassName = "UIView", .methods = methods
-};
+constexpr ClassDefinition definition { .name = "CustomToastView", .superclassName = "UIView", .methods = methods };
 
 } // namespace
 
 Class customToastViewClass()
 {
+    if (const Class present = classNamed<"CustomToastView">())
+        return present;
     return registerClass(definition);
 }
 

@@ -4,6 +4,7 @@
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
+#include "state/immortalizer_decision.h"
 
 namespace appledger {
 
@@ -11,31 +12,32 @@ using namespace platform;
 
 namespace {
 
-/// The application states that the notification server is told, as the platform numbers them.
-enum class ApplicationState : unsigned { Background = 4, Running = 8 };
-
-void refreshIconAccessories(const id& model, std::string_view identifier)
-{
-    const id icon = askObject<"applicationIconForBundleIdentifier:">(model, string(identifier));
-    ask<"_notifyAccessoriesDidUpdate", void>(icon);
-}
-
 void refreshImmortalApplications()
 {
-    const id controller = askObject<"sharedInstance">(id(NSClassFromString("SBIconController")));
-    const id model = askObject<"model">(controller);
     const id server = askObject<"sharedInstance">(id(NSClassFromString("UNSUserNotificationServer")));
     const auto foreground = g_ImmortalForegroundApps.read();
     for (const std::string_view identifier : foreground.list())
-        refreshIconAccessories(model, identifier);
-    for (const std::string_view identifier : foreground.list()) {
-        const auto state
-            = g_ImmortalNotifApps.contains(identifier) ? ApplicationState::Background : ApplicationState::Running;
-        ask<"_didChangeApplicationState:forBundleIdentifier:", void>(server, state, string(identifier));
-    }
+        refreshIconAccessories(identifier);
+    for (const std::string_view identifier : foreground.list())
+        tellApplicationState(server, identifier);
 }
 
 } // namespace
+
+id refreshIconAccessories(std::string_view bundleIdentifier)
+{
+    const id controller = askObject<"sharedInstance">(id(classNamed<"SBIconController">()));
+    id icon
+        = askObject<"applicationIconForBundleIdentifier:">(askObject<"model">(controller), string(bundleIdentifier));
+    ask<"_notifyAccessoriesDidUpdate", void>(icon);
+    return icon;
+}
+
+void tellApplicationState(const id& server, std::string_view bundleIdentifier)
+{
+    ask<"_didChangeApplicationState:forBundleIdentifier:", void>(
+        server, toldState(g_ImmortalNotifApps.contains(bundleIdentifier)), string(bundleIdentifier));
+}
 
 void ImmortalizerChangedCallback()
 {

@@ -136,8 +136,8 @@ CGFloat nameWidth(const id& icon, const id& label)
 
 LabelBox labelBoxOf(const id& label)
 {
-    return { send<"center", CGPoint>(label), send<"bounds", CGRect>(label).size.width,
-        send<"alpha", CGFloat>(label), send<"isHidden", bool>(label) };
+    return { send<"center", CGPoint>(label), send<"bounds", CGRect>(label).size.width, send<"alpha", CGFloat>(label),
+        send<"isHidden", bool>(label) };
 }
 
 struct Placement {
@@ -209,8 +209,7 @@ void SBIconView_layoutSubviews(const id& self, SEL cmd)
 
 void layOutIconsOf(const StringValue& bundleIdentifier)
 {
-    const id manager
-        = askObject<"iconManager">(askObject<"sharedInstance">(id(classNamed<"SBIconController">())));
+    const id manager = askObject<"iconManager">(askObject<"sharedInstance">(id(classNamed<"SBIconController">())));
     const id layOut = block([bundleIdentifier](const id& iconView) {
         const auto identifier = applicationOfIcon(askObject<"icon">(iconView));
         if (!identifier || *identifier != bundleIdentifier)

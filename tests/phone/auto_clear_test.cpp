@@ -1,6 +1,6 @@
 #include "support/phone_fixture.h"
 
-#include "phone/springboard/application_exit.h"
+#include "phone/springboard/application_process.h"
 #include "platform/dispatch/clock.h"
 #include "platform/runtime/message.h"
 #include "surfaces/auto_clear_decision.h"

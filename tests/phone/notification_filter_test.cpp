@@ -124,7 +124,7 @@ protected:
 
     std::string push(std::string_view road)
     {
-        phone::push(road, { .bundleIdentifier = notes, .title = "Note", .badge = 3, .hasSound = true });
+        phone::push(road, { .bundleIdentifier = notes, .title = "Note", .hasSound = true });
         return phone_.journal();
     }
 
@@ -180,7 +180,7 @@ TEST_F(NotificationFilter, LeavesAllOfAMutedBulletinButItsSound)
 {
     phone_.with({ notes }).inject().start();
     want({ .muted = listed });
-    push("request");
+    phone::push("request", { .bundleIdentifier = notes, .title = "Note", .badge = 3, .hasSound = true });
     const std::vector<phone::Notification> held = phone::publishedNotifications();
     ASSERT_EQ(held.size(), 1U);
     EXPECT_EQ(held[0].title, "Note");

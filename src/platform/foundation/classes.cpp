@@ -23,6 +23,7 @@ std::span<const ClassDefinition* const> foundationClasses() noexcept
         &detail::MutableArray::definition,
         &detail::MutableDictionary::definition,
         &detail::MutableSet::definition,
+        &detail::NSNotification_class,
         &detail::NSNumber_class,
         &detail::Set::definition,
         &detail::String::definition,

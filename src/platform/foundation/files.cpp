@@ -105,6 +105,14 @@ int createDirectories(std::string_view path)
     return path.empty() ? ENOENT : 0;
 }
 
+int setFileMode(std::string_view path, unsigned mode)
+{
+    const detail::Opening opening = detail::openDevicePath(path, O_RDONLY | O_NONBLOCK);
+    if (!opening.descriptor)
+        return opening.error;
+    return ::fchmod(opening.descriptor.get(), mode & 07777) == 0 ? 0 : errno;
+}
+
 int removeFile(std::string_view path)
 {
     const detail::Entry entry = detail::openEntry(path);

@@ -59,6 +59,9 @@ std::optional<std::string> readFile(
 /// file keeps its own. A link there is replaced, not followed.
 [[nodiscard]] int writeFileAtomically(std::string_view path, std::string_view content, unsigned mode = 0644);
 
+/// Sets who may do what with the file or directory (`NSFilePosixPermissions`). 0, or an `errno`.
+[[nodiscard]] int setFileMode(std::string_view path, unsigned mode);
+
 /// Makes the directory and those above it. 0, or an `errno`; a directory that is there already is a success.
 [[nodiscard]] int createDirectories(std::string_view path);
 

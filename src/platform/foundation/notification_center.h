@@ -15,4 +15,7 @@ std::uint64_t addLocalObserver(std::string_view name, LocalObserver observer);
 void removeLocalObserver(std::uint64_t number);
 void postLocalNotification(std::string_view name, const id& object = nil);
 
+/// An NSNotification, for who is handed one as an argument: it answers `name` and `object`.
+id notification(std::string_view name, const id& object);
+
 } // namespace platform

@@ -35,6 +35,7 @@ template <> inline constexpr std::string_view typeEncoding<float> = "f";
 template <> inline constexpr std::string_view typeEncoding<double> = "d";
 template <> inline constexpr std::string_view typeEncoding<SEL> = ":";
 template <> inline constexpr std::string_view typeEncoding<Class> = "#";
+template <> inline constexpr std::string_view typeEncoding<float*> = "^f";
 template <> inline constexpr std::string_view typeEncoding<void*> = "^v";
 template <> inline constexpr std::string_view typeEncoding<double*> = "^d";
 template <> inline constexpr std::string_view typeEncoding<void (*)()> = "^?";

@@ -1,6 +1,7 @@
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 #include "platform/uikit/application.h"
+#include "platform/uikit/backlight.h"
 #include "platform/uikit/views.h"
 
 namespace platform {
@@ -57,11 +58,10 @@ constexpr MethodDefinition applicationMethods[] {
 
 class UIScreen : public NSObject {
 public:
-    double brightness = 0.5;
-
     CGRect bounds() const { return { {}, screenFacts().size }; }
     double scale() const { return screenFacts().scale; }
-    void setBrightness(double value) { brightness = value > 0 ? std::min(value, 1.0) : 0; }
+    double brightness() const { return backlight().level(); }
+    void setBrightness(double level) { backlight().setLevel(level); }
 };
 
 id mainScreen(const id& self, SEL)
@@ -72,7 +72,7 @@ id mainScreen(const id& self, SEL)
 
 constexpr MethodDefinition screenMethods[] {
     method<"bounds", &UIScreen::bounds>(),
-    getter<"brightness", &UIScreen::brightness>(),
+    method<"brightness", &UIScreen::brightness>(),
     classMethod<"mainScreen", &mainScreen>(),
     method<"nativeScale", &UIScreen::scale>(),
     method<"scale", &UIScreen::scale>(),

@@ -1,0 +1,77 @@
+#include "phone/device/levels.h"
+
+#include "platform/dispatch/queue.h"
+#include "platform/foundation/files.h"
+#include "platform/foundation/property_list.h"
+#include "platform/foundation/values.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+constexpr std::string_view file = "/var/db/hardware_levels.plist";
+constexpr std::string_view volumeKey = "media volume";
+constexpr std::string_view brightnessKey = "brightness";
+constexpr double newDeviceLevel = 0.5;
+
+struct Levels {
+    double mediaVolume;
+    double brightness;
+
+    double& operator[](HardwareLevel level) { return level == HardwareLevel::MediaVolume ? mediaVolume : brightness; }
+    friend bool operator==(const Levels&, const Levels&) = default;
+};
+
+Levels stored()
+{
+    const DictionaryValue stored = pairsOf(dictionaryWithContentsOfFile(file));
+    return { asDouble(stored[volumeKey]).value_or(newDeviceLevel),
+        asDouble(stored[brightnessKey]).value_or(newDeviceLevel) };
+}
+
+Levels& levels()
+{
+    static auto* const present = new Levels(stored());
+    return *present;
+}
+
+bool isWriteQueued = false;
+
+void write()
+{
+    static auto* const written = new Levels(stored());
+    isWriteQueued = false;
+    if (*written == levels())
+        return;
+    int error = createDirectories(pathByDeletingLastComponent(file));
+    if (error == 0)
+        error = writePropertyList(
+            dictionary({ { brightnessKey, real(levels().brightness) }, { volumeKey, real(levels().mediaVolume) } }),
+            file, PropertyListFormat::Binary);
+    if (error == 0)
+        *written = levels();
+    else
+        std::fprintf(stderr, "the levels aren't kept: error %d\n", error);
+}
+
+} // namespace
+
+double hardwareLevel(HardwareLevel level)
+{
+    return levels()[level];
+}
+
+void setHardwareLevel(HardwareLevel level, double value)
+{
+    levels()[level] = std::clamp(value, 0.0, 1.0);
+    if (!std::exchange(isWriteQueued, true))
+        dispatch_async(dispatch_get_main_queue(), write);
+}
+
+} // namespace phone

@@ -1,0 +1,41 @@
+#include "phone/springboard/application_process.h"
+
+#include "phone/process/journal.h"
+#include "platform/foundation/values.h"
+#include "platform/runtime/message.h"
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+id processManager()
+{
+    return send<"sharedInstance">(id(classNamed<"FBProcessManager">()));
+}
+
+} // namespace
+
+void startProcessOf(const id& application)
+{
+    if (send<"processState">(application))
+        return;
+    send<"setProcessState:", void>(application, send<"new">(id(classNamed<"SBApplicationProcessState">())));
+    send<"launchProcessWithBundleIdentifier:">(processManager(), send<"bundleIdentifier">(application));
+}
+
+bool endProcessOf(const std::string& bundleIdentifier)
+{
+    const id identifier = string(bundleIdentifier);
+    const id process = send<"processForBundleIdentifier:">(processManager(), identifier);
+    if (!process)
+        return false;
+    journal(JournalEvent::Sent, "FBProcess _processDidExitWithContext:");
+    send<"_processDidExitWithContext:", void>(process, nil);
+    const id applications = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
+    send<"_didExitWithContext:", void>(send<"applicationWithBundleIdentifier:">(applications, identifier), nil);
+    return true;
+}
+
+} // namespace phone
