@@ -1,6 +1,6 @@
 #include "phone/process/journal.h"
 #include "phone/process/process_definition.h"
-#include "phone/springboard/application_exit.h"
+#include "phone/springboard/application_process.h"
 #include "phone/springboard/roads.h"
 #include "platform/darwin/system.h"
 #include "platform/dispatch/clock.h"
