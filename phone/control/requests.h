@@ -14,8 +14,8 @@ namespace phone {
 /// process), "transition" (from another application), "screenshot" (into a file of the host, at a scale),
 /// "describe" (the views as text), "folder" (opens or closes one by its name), "icons", "uninstall", "push",
 /// "notifications", "volume" and "brightness" (with a "level", sets it), "switcher" (its
-/// cards), "swipe" (a card away), "authenticate" (answers the prompt that is up), "exit" (an application's process ends), and what
-/// the store's processes answer.
+/// cards), "swipe" (a card away), "authenticate" (answers the prompt that is up), "exit" (an application's process
+/// ends), and what the store's processes answer.
 void handleSpringBoardRequest(std::string_view request, platform::BusReply reply);
 
 /// In Spotlight: "status", "open" (a road of Spotlight's and one application), "authenticate".

@@ -25,8 +25,8 @@ std::vector<InstalledApplication> installedApplications();
 /// Device path of the folder in which the application keeps its data; empty when it has none.
 std::optional<std::string> dataContainerOf(std::string_view bundleIdentifier);
 
-/// Removes the folder and the data of an application that isn't the system's. "" when it has gone, else a sentence that says what
-/// couldn't be done.
+/// Removes the folder and the data of an application that isn't the system's. "" when it has gone, else a sentence that
+/// says what couldn't be done.
 std::string removeInstalledApplication(const std::string& bundleIdentifier);
 
 } // namespace phone

@@ -17,8 +17,8 @@ class FakeToast : public NSObject {
 public:
     id initWithTitle(const id& title, const id& subtitle, const id& icon, NSInteger autoHide)
     {
-        text_ = asString(title)->text() + " / " + asString(subtitle)->text() + " / "
-            + (icon ? "picture" : "no picture") + " / " + std::to_string(autoHide) + " s";
+        text_ = asString(title)->text() + " / " + asString(subtitle)->text() + " / " + (icon ? "picture" : "no picture")
+            + " / " + std::to_string(autoHide) + " s";
         return this;
     }
     void present() { phone::journal(phone::JournalEvent::Note, "toast " + text_); }
