@@ -1,7 +1,10 @@
 #include "platform/graphics/text.h"
 
+#include <array>
 #include <memory>
 #include <pango/pangocairo.h>
+#include <string>
+#include <unordered_map>
 
 namespace platform {
 
@@ -94,6 +97,22 @@ LayoutPointer makeLayout(PangoContext* context, std::string_view text, const Tex
     return layout;
 }
 
+/// Where the size of a text stands that this thread has measured lately, empty if it hasn't: the same few names are
+/// measured at every layout.
+CGSize& measuredLately(std::string_view text, const TextLayout& wanted, double width)
+{
+    constexpr std::size_t mostKept = 1024;
+    thread_local std::unordered_map<std::string, CGSize> sizes;
+    const std::array<double, 6> how { wanted.font.size, static_cast<double>(wanted.font.weight),
+        static_cast<double>(wanted.alignment), static_cast<double>(wanted.lineBreak), static_cast<double>(wanted.lines),
+        width };
+    std::string key(text);
+    key.append(reinterpret_cast<const char*>(how.data()), sizeof how);
+    if (sizes.size() >= mostKept && !sizes.contains(key))
+        sizes.clear();
+    return sizes[std::move(key)];
+}
+
 } // namespace
 
 FontMetrics metricsOf(const Font& font)
@@ -111,11 +130,15 @@ CGSize measureText(std::string_view text, const TextLayout& wanted, double width
 {
     if (text.empty())
         return {};
-    const ContextPointer context = makeContext();
-    const LayoutPointer layout = makeLayout(context.get(), text, wanted, width);
-    PangoRectangle extents;
-    pango_layout_get_extents(layout.get(), nullptr, &extents);
-    return { extents.width / double { PANGO_SCALE }, extents.height / double { PANGO_SCALE } };
+    CGSize& size = measuredLately(text, wanted, width);
+    if (size == CGSize {}) {
+        const ContextPointer context = makeContext();
+        const LayoutPointer layout = makeLayout(context.get(), text, wanted, width);
+        PangoRectangle extents;
+        pango_layout_get_extents(layout.get(), nullptr, &extents);
+        size = { extents.width / double { PANGO_SCALE }, extents.height / double { PANGO_SCALE } };
+    }
+    return size;
 }
 
 void drawText(Canvas& canvas, std::string_view text, const TextLayout& wanted, const CGRect& rect, const Color& color)
