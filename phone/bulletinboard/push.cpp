@@ -1,6 +1,7 @@
 #include "phone/bulletinboard/push.h"
 
 #include "phone/process/journal.h"
+#include "phone/process/text.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
@@ -65,12 +66,6 @@ constexpr PushRoad roads[] {
     { "request", "BBServer publishBulletinRequest:destinations:", pushRequest },
     { "section", "BBServer _publishBulletinRequest:forSectionID:forDestinations:", pushForSection },
 };
-
-std::string textOf(const id& value)
-{
-    const auto text = asString(value);
-    return text ? text->text() : "";
-}
 
 } // namespace
 

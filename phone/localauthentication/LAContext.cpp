@@ -1,4 +1,5 @@
 #include "phone/localauthentication/prompts.h"
+#include "phone/process/text.h"
 #include "platform/dispatch/clock.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
@@ -8,12 +9,6 @@ namespace phone {
 using namespace platform;
 
 namespace {
-
-std::string textOf(const id& value)
-{
-    const auto text = asString(value);
-    return text ? text->text() : "";
-}
 
 /// One authentication of the owner. Its prompt is up for as long as somebody keeps the context.
 class LAContext : public NSObject {

@@ -1,3 +1,4 @@
+#include "phone/process/text.h"
 #include "phone/springboard/home/icon_pictures.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
@@ -19,8 +20,8 @@ public:
     id homeScreenImage()
     {
         if (!image_)
-            image_ = pictureOfApplication(text(send<"bundleIdentifier">(application)),
-                text(send<"displayName">(application)), text(send<"bundlePath">(application)));
+            image_ = pictureOfApplication(textOf(send<"bundleIdentifier">(application)),
+                textOf(send<"displayName">(application)), textOf(send<"bundlePath">(application)));
         return image_;
     }
 
@@ -32,12 +33,6 @@ public:
     }
 
 private:
-    static std::string text(const id& value)
-    {
-        const auto found = asString(value);
-        return found ? found->text() : "";
-    }
-
     id image_; ///< nil until someone looks at it
 };
 

@@ -1,4 +1,5 @@
 #include "phone/process/journal.h"
+#include "phone/springboard/applications.h"
 #include "phone/springboard/transitions.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
@@ -15,7 +16,7 @@ void openCard(const id& container)
     const auto identifiers = asArray(askObject<"bundleIdentifiers">(send<"appLayout">(container)));
     if (!identifiers)
         return;
-    const id controller = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
+    const id controller = applicationController();
     TransitionDescription transition { .applications = {}, .label = "SwitcherSelection" };
     for (const id& identifier : *identifiers)
         if (id application = send<"applicationWithBundleIdentifier:">(controller, identifier))

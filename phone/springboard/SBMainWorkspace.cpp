@@ -1,4 +1,5 @@
 #include "phone/process/journal.h"
+#include "phone/process/text.h"
 #include "phone/springboard/application_process.h"
 #include "phone/springboard/front_display.h"
 #include "platform/foundation/block.h"
@@ -14,8 +15,7 @@ namespace {
 
 std::string bundleIdentifierText(const id& application)
 {
-    const auto identifier = asString(askObject<"bundleIdentifier">(application));
-    return identifier ? identifier->text() : "";
+    return textOf(askObject<"bundleIdentifier">(application));
 }
 
 std::string destinationText(const id& request)

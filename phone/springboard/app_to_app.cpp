@@ -1,5 +1,6 @@
 #include "phone/springboard/app_to_app.h"
 
+#include "phone/springboard/applications.h"
 #include "phone/springboard/transitions.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -17,8 +18,7 @@ constexpr std::string_view viewServices[] { "com.apple.SafariViewService", "com.
 
 id applicationOf(const std::string& identifier)
 {
-    const id controller = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
-    if (id installed = send<"applicationWithBundleIdentifier:">(controller, string(identifier)))
+    if (id installed = applicationNamed(identifier))
         return installed;
     if (std::ranges::find(viewServices, identifier) == std::end(viewServices))
         return nil;

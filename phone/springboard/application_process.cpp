@@ -1,6 +1,7 @@
 #include "phone/springboard/application_process.h"
 
 #include "phone/process/journal.h"
+#include "phone/springboard/applications.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
@@ -27,14 +28,12 @@ void startProcessOf(const id& application)
 
 bool endProcessOf(const std::string& bundleIdentifier)
 {
-    const id identifier = string(bundleIdentifier);
-    const id process = send<"processForBundleIdentifier:">(processManager(), identifier);
+    const id process = send<"processForBundleIdentifier:">(processManager(), string(bundleIdentifier));
     if (!process)
         return false;
     journal(JournalEvent::Sent, "FBProcess _processDidExitWithContext:");
     send<"_processDidExitWithContext:", void>(process, nil);
-    const id applications = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
-    send<"_didExitWithContext:", void>(send<"applicationWithBundleIdentifier:">(applications, identifier), nil);
+    send<"_didExitWithContext:", void>(applicationNamed(bundleIdentifier), nil);
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "phone/springboard/icon_list.h"
 
+#include "phone/process/text.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
@@ -12,12 +13,6 @@ namespace {
 id iconController()
 {
     return send<"sharedInstance">(id(classNamed<"SBIconController">()));
-}
-
-std::string textOf(const id& value)
-{
-    const auto text = asString(value);
-    return text ? text->text() : "";
 }
 
 } // namespace

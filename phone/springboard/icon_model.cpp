@@ -1,5 +1,6 @@
 #include "phone/springboard/icon_model.h"
 
+#include "phone/springboard/applications.h"
 #include "phone/springboard/home/home_screen.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -29,8 +30,7 @@ void IconModel::reloadIcons()
 {
     const auto former = asDictionary(icons_);
     std::vector<std::pair<id, id>> pairs;
-    const id controller = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
-    for (const id& application : itemsOf(send<"allApplications">(controller))) {
+    for (const id& application : itemsOf(send<"allApplications">(applicationController()))) {
         const id identifier = send<"bundleIdentifier">(application);
         id icon = former ? (*former)[identifier] : nil;
         if (!icon)

@@ -2,6 +2,7 @@
 
 #include "phone/launchservices/installed_applications.h"
 #include "phone/process/journal.h"
+#include "phone/springboard/applications.h"
 #include "phone/springboard/icon_list.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
@@ -20,12 +21,6 @@ constexpr RemovalRoad roads[] {
     { "animate", "SBHIconManager uninstallIcon:animate:" },
     { "plain", "SBHIconManager uninstallIcon:" },
 };
-
-id applicationNamed(const std::string& identifier)
-{
-    const id controller = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
-    return send<"applicationWithBundleIdentifier:">(controller, string(identifier));
-}
 
 } // namespace
 
@@ -72,8 +67,7 @@ bool removeApplicationOfIcon(const id& icon)
         journal(JournalEvent::Note, failure);
         return false;
     }
-    const id controller = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
-    send<"removeApplicationWithBundleIdentifier:", void>(controller, identifier->object());
+    send<"removeApplicationWithBundleIdentifier:", void>(applicationController(), identifier->object());
     send<"reloadIcons", void>(iconModel());
     return true;
 }

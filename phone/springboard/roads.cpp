@@ -1,6 +1,8 @@
 #include "phone/springboard/roads.h"
 
 #include "phone/process/journal.h"
+#include "phone/process/text.h"
+#include "phone/springboard/applications.h"
 #include "phone/springboard/transitions.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -16,12 +18,6 @@ namespace {
 id workspace()
 {
     return send<"sharedInstance">(id(classNamed<"SBMainWorkspace">()));
-}
-
-id applicationNamed(const std::string& identifier)
-{
-    const id controller = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
-    return send<"applicationWithBundleIdentifier:">(controller, string(identifier));
 }
 
 id iconViewFor(const std::string& identifier)
@@ -156,8 +152,7 @@ void pressHome()
 
 std::string frontmostApplication()
 {
-    const auto identifier = asString(askObject<"bundleIdentifier">(send<"frontmostApplication">(workspace())));
-    return identifier ? identifier->text() : "";
+    return textOf(askObject<"bundleIdentifier">(send<"frontmostApplication">(workspace())));
 }
 
 } // namespace phone

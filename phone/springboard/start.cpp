@@ -2,6 +2,7 @@
 
 #include "phone/control/requests.h"
 #include "phone/frontboard/open_request.h"
+#include "phone/springboard/applications.h"
 #include "phone/springboard/transitions.h"
 #include "phone/springboard/volume_hud.h"
 #include "platform/foundation/values.h"
@@ -15,8 +16,7 @@ namespace {
 
 bool openInWorkspace(const OpenRequest& request)
 {
-    const id controller = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
-    const id application = send<"applicationWithBundleIdentifier:">(controller, string(request.bundleIdentifier));
+    const id application = applicationNamed(request.bundleIdentifier);
     if (!application)
         return false;
     TransitionDescription transition { .applications = { application }, .label = {} };

@@ -1,5 +1,6 @@
 #include "phone/springboard/switcher.h"
 
+#include "phone/process/text.h"
 #include "phone/springboard/application_process.h"
 #include "phone/springboard/front_display.h"
 #include "platform/foundation/values.h"
@@ -28,12 +29,6 @@ bool isKillable(const id& application)
     send<"setAppLayout:", void>(container, layout);
     send<"setKillable:", void>(container, true);
     return send<"isKillable", bool>(container);
-}
-
-std::string textOf(const id& value)
-{
-    const auto text = asString(value);
-    return text ? text->text() : "";
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "phone/process/journal.h"
+#include "phone/process/text.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
@@ -12,12 +13,6 @@ namespace {
 
 // As the system numbers the states.
 constexpr unsigned foreground = 8;
-
-std::string textOf(const id& value)
-{
-    const auto text = asString(value);
-    return text ? text->text() : "";
-}
 
 /// Decides whether a notification is shown: an application in the foreground is left to show its own.
 class UNSUserNotificationServer : public NSObject {
