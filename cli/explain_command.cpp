@@ -15,7 +15,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <iostream>
-#include <sstream>
+#include <span>
 
 namespace cli {
 
@@ -138,6 +138,32 @@ Json objectWithRoad(const ExplainedLaunch& explained)
     return object;
 }
 
+struct RoadAnswer {
+    std::string text; ///< one line for people
+    Json object;
+};
+
+/// What `explain` says of one road, or of all where the options name none, behind what `answer` says already.
+template <class Road, class Explain> ExitStatus answerRoads(
+    std::span<const Road> roads, const Road* wanted, const ExplainOptions& options, Json answer, Explain explain)
+{
+    if (!options.road.empty() && !wanted)
+        return refuse("there is no road " + options.road);
+    std::string text;
+    answer["roads"] = Json::array();
+    for (const Road& road : roads) {
+        if (wanted && wanted != &road)
+            continue;
+        for (RoadAnswer& verdict : explain(road)) {
+            text += verdict.text + '\n';
+            verdict.object["road"] = roadName(road);
+            answer["roads"].push_back(std::move(verdict.object));
+        }
+    }
+    say(text, answer);
+    return ExitStatus::Done;
+}
+
 } // namespace
 
 void addExplain(CLI::App& command, ExplainOptions& options, const std::function<void(ExplainAction)>& chosen)
@@ -194,24 +220,11 @@ ExitStatus explainLaunches(const phone::PhoneDirectory& directory, const Explain
     if (options.destination.empty())
         return answerLines(policies, explainLaunchLine);
 
-    std::vector<ExplainedLaunch> verdicts;
-    if (!options.road.empty()) {
-        const LaunchRoadTraits* const road = roadNamed(roadFrom(options.road));
-        if (!road)
-            return refuse("there is no road " + options.road);
-        verdicts.push_back(explainOn(*road, options, policies));
-    } else {
-        for (const LaunchRoadTraits& road : launchRoads())
-            verdicts.push_back(explainOn(road, options, policies));
-    }
-    std::ostringstream text;
-    Json roads = Json::array();
-    for (const ExplainedLaunch& explained : verdicts) {
-        text << describeLaunchVerdict(explained) << '\n';
-        roads.push_back(objectWithRoad(explained));
-    }
-    say(text.str(), { { "bundleIdentifier", options.destination }, { "roads", roads } });
-    return ExitStatus::Done;
+    return answerRoads(launchRoads(), options.road.empty() ? nullptr : roadNamed(roadFrom(options.road)), options,
+        { { "bundleIdentifier", options.destination } }, [&](const LaunchRoadTraits& road) {
+            const ExplainedLaunch explained = explainOn(road, options, policies);
+            return std::vector { RoadAnswer { describeLaunchVerdict(explained), objectWithRoad(explained) } };
+        });
 }
 
 ExitStatus explainRedirects(const phone::PhoneDirectory& directory, const ExplainOptions& options)
@@ -248,22 +261,13 @@ ExitStatus explainNotifications(const phone::PhoneDirectory& directory, const Ex
     const ExplainPolicies policies(*preferences);
     if (options.destination.empty())
         return answerLines(policies, explainNotificationLine);
-    const NotificationRoadTraits* const wanted = options.road.empty() ? nullptr : notificationRoad(options.road);
-    if (!options.road.empty() && !wanted)
-        return refuse("there is no road " + options.road);
-    std::ostringstream text;
-    Json roads = Json::array();
-    for (const NotificationRoadTraits& road : notificationRoads()) {
-        if (wanted && wanted != &road)
-            continue;
-        const ExplainedNotification explained = explainNotification(
-            { { "road", roadName(road) }, { "notification", { { "sectionID", options.destination } } } }, policies);
-        text << describeNotificationVerdict(explained) << '\n';
-        roads.push_back(notificationVerdictObject(explained));
-        roads.back()["road"] = roadName(road);
-    }
-    say(text.str(), { { "bundleIdentifier", options.destination }, { "roads", roads } });
-    return ExitStatus::Done;
+    return answerRoads(notificationRoads(), options.road.empty() ? nullptr : notificationRoad(options.road), options,
+        { { "bundleIdentifier", options.destination } }, [&](const NotificationRoadTraits& road) {
+            const ExplainedNotification explained = explainNotification(
+                { { "road", roadName(road) }, { "notification", { { "sectionID", options.destination } } } }, policies);
+            return std::vector { RoadAnswer {
+                describeNotificationVerdict(explained), notificationVerdictObject(explained) } };
+        });
 }
 
 ExitStatus explainPurchases(const phone::PhoneDirectory& directory, const ExplainOptions& options)
@@ -274,22 +278,13 @@ ExitStatus explainPurchases(const phone::PhoneDirectory& directory, const Explai
     const ExplainPolicies policies(*preferences);
     if (options.purchases.empty())
         return answerLines(policies, explainPurchaseLine);
-    const StoreRoadTraits* const wanted = options.road.empty() ? nullptr : storeRoad(options.road);
-    if (!options.road.empty() && !wanted)
-        return refuse("there is no road " + options.road);
-    std::ostringstream text;
-    Json roads = Json::array();
-    for (const StoreRoadTraits& road : storeRoads()) {
-        if (wanted && wanted != &road)
-            continue;
-        for (const ExplainedPurchase& explained : explainOn(road, options.purchases, policies)) {
-            text << describePurchaseVerdict(explained) << '\n';
-            roads.push_back(purchaseVerdictObject(explained));
-            roads.back()["road"] = roadName(road);
-        }
-    }
-    say(text.str(), { { "identifiers", options.purchases }, { "roads", roads } });
-    return ExitStatus::Done;
+    return answerRoads(storeRoads(), options.road.empty() ? nullptr : storeRoad(options.road), options,
+        { { "identifiers", options.purchases } }, [&](const StoreRoadTraits& road) {
+            std::vector<RoadAnswer> answers;
+            for (const ExplainedPurchase& explained : explainOn(road, options.purchases, policies))
+                answers.push_back({ describePurchaseVerdict(explained), purchaseVerdictObject(explained) });
+            return answers;
+        });
 }
 
 std::string explainLaunchLine(std::string_view text, const ExplainPolicies& policies)
