@@ -1,13 +1,48 @@
 # Reads "file:line:#include …" and prints each include that the rules forbid; ends with 1 when there is one.
 #
-# The library's folders include the folders below them, the platform's headers and the standard library. The
-# platform's headers include themselves and the standard library. The phone doesn't know the library.
+# A row says what the files of a folder may include beside their own folder: other folders, or the trees above them. A
+# folder without a row, and an arrow that isn't in one, is a fault: so the arrows point one way, and a new folder says
+# where it stands.
 
 BEGIN {
-    below["core"] = ""
-    below["launch"] = below["state"] = below["surfaces"] = below["icons"] = below["record"] = "core"
-    below["panel"] = "core launch state surfaces icons record"
-    below["entry"] = below["panel"] " panel"
+    # The library: its folders below, and the platform's headers.
+    below["src"] = "core entry"
+    below["src/core"] = "platform"
+    below["src/launch"] = below["src/state"] = below["src/surfaces"] = below["src/icons"] = below["src/record"] \
+        = "platform core"
+    below["src/panel"] = "platform core launch state surfaces icons record"
+    below["src/entry"] = below["src/panel"] " panel"
+
+    # The platform knows nobody.
+    below["platform"] = "platform"
+
+    # The phone: process and supervisor, control, the frameworks, device and system. A framework names those below it.
+    ground = "platform phone/system"
+    below["phone/system"] = "platform"
+    below["phone/substrate"] = ground
+    below["phone/device"] = ground " phone/substrate"
+    below["phone/backboard"] = below["phone/celestial"] = ground " phone/device"
+    below["phone/bulletinboard"] = below["phone/frontboard"] = below["phone/localauthentication"] \
+        = below["phone/search"] = below["phone/uikit"] = below["phone/usernotifications"] = ground
+    below["phone/launchservices"] = ground " phone/frontboard"
+    below["phone/appstoredaemon"] = ground " phone/launchservices"
+    below["phone/storekitui"] = ground " phone/appstoredaemon"
+    below["phone/springboard"] = ground " phone/backboard phone/device phone/frontboard phone/launchservices"
+    frameworks = "phone/appstoredaemon phone/backboard phone/bulletinboard phone/celestial phone/frontboard" \
+        " phone/launchservices phone/localauthentication phone/search phone/springboard phone/storekitui" \
+        " phone/uikit phone/usernotifications"
+    below["phone/control"] = ground " phone/device phone/substrate " frameworks
+    below["phone/process"] = below["phone/supervisor"] = below["phone/control"] " phone/control phone/process"
+    below["phone"] = "phone/process phone/supervisor"
+
+    # The command: its groups of verbs, on what they share.
+    shared = "platform phone core entry launch state surfaces icons record panel cli/command"
+    below["cli/command"] = "platform phone"
+    below["cli/explain"] = below["cli/phone"] = below["cli/plan"] = below["cli/policy"] = shared
+    below["cli"] = "platform phone cli"
+
+    # Tests and benchmarks include what they try.
+    below["tests"] = below["bench"] = "*"
 }
 
 function forbid(reason) {
@@ -18,8 +53,26 @@ function forbid(reason) {
 # A header of the standard library has neither a slash nor a suffix.
 function standard(name) { return name ~ /^[a-z_0-9]+$/ }
 
-# Whether the space-separated list holds the word.
-function holds(list, word) { return index(" " list " ", " " word " ") > 0 }
+# The row of a file: that of its longest folder that has one; "" for none. Only trees have rows for all below them.
+function rowOf(path,    folder, last) {
+    folder = path
+    while ((last = match(folder, /\/[^\/]*$/)) > 0) {
+        folder = substr(folder, 1, last - 1)
+        if (folder in below) {
+            # A folder of the library, the phone or the command must have a row of its own.
+            if (folder ~ /^(src|phone|cli)$/ && path ~ ("^" folder "/[^/]*/")) return ""
+            return folder
+        }
+    }
+    return ""
+}
+
+# Whether a folder of the list is that of the included file, or stands above it.
+function allows(list, name,    count, words, i) {
+    count = split(list, words, " ")
+    for (i = 1; i <= count; i++) if (words[i] == "*" || index(name, words[i] "/") == 1) return 1
+    return 0
+}
 
 {
     split($0, parts, ":")
@@ -29,26 +82,20 @@ function holds(list, word) { return index(" " list " ", " " word " ") > 0 }
     included = substr($0, RSTART, RLENGTH)
     quoted = included ~ /^"/
     name = substr(included, 2, length(included) - 2)
-    target = name
-    sub(/\/.*/, "", target)
 
-    count = split(file, path, "/")
-    folder = path[1] == "src" ? path[2] : path[1]
-
-    if (path[1] == "src" && folder in below) {
-        if (!quoted) {
-            if (!standard(name)) forbid("the library includes the platform and the standard library alone")
-        } else if (target != "platform" && target != folder && !holds(below[folder], target)) {
-            forbid("src/" folder " knows the platform" (below[folder] == "" ? " alone" : " and src/{" below[folder] "}"))
-        }
-    } else if (path[1] == "src" && folder == "platform") {
-        if (quoted && target != "platform") forbid("the platform knows nobody")
-        if (!quoted && file ~ /\.h$/ && !standard(name)) forbid("third-party and system headers stand in .cpp files")
-    } else if (path[1] == "src") {
-        forbid("src/" folder " is not a folder of the design; give it its rule in scripts/include-rules.awk")
-    } else if (path[1] == "phone") {
-        if (quoted && target in below) forbid("the phone meets the library through dlopen alone")
+    row = rowOf(file)
+    if (row == "") {
+        forbid("its folder has no row in scripts/include-rules.awk")
+        next
     }
+    own = row
+    sub(/^(src|tests)\//, "", own)
+    if (quoted && !allows(below[row], name) && index(name, own "/") != 1)
+        forbid(row " includes itself and " below[row])
+    if (!quoted && row ~ /^src/ && !standard(name))
+        forbid("the library includes the platform and the standard library alone")
+    if (!quoted && row == "platform" && file ~ /\.h$/ && !standard(name))
+        forbid("third-party and system headers stand in .cpp files")
 }
 
 END { exit wrong }

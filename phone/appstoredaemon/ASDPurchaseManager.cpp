@@ -1,5 +1,5 @@
 #include "phone/appstoredaemon/orders.h"
-#include "phone/process/journal.h"
+#include "phone/system/journal.h"
 #include "platform/foundation/block.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"

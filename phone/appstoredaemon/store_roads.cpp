@@ -1,7 +1,7 @@
 #include "phone/appstoredaemon/store_roads.h"
 
 #include "phone/launchservices/installed_applications.h"
-#include "phone/process/journal.h"
+#include "phone/system/journal.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"

@@ -1,7 +1,7 @@
 #include "phone/backboard/brightness.h"
 
 #include "phone/device/levels.h"
-#include "phone/process/journal.h"
+#include "phone/system/journal.h"
 
 namespace phone {
 

@@ -1,4 +1,4 @@
-#include "phone/process/journal.h"
+#include "phone/system/journal.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"

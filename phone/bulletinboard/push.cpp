@@ -1,7 +1,7 @@
 #include "phone/bulletinboard/push.h"
 
-#include "phone/process/journal.h"
-#include "phone/process/text.h"
+#include "phone/system/journal.h"
+#include "phone/system/text.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 

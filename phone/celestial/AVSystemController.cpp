@@ -1,5 +1,5 @@
 #include "phone/device/levels.h"
-#include "phone/process/journal.h"
+#include "phone/system/journal.h"
 #include "platform/foundation/notification_center.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"

@@ -1,6 +1,6 @@
 #include "phone/control/answers.h"
 
-#include "phone/process/host.h"
+#include "phone/substrate/injection.h"
 #include "platform/darwin/system.h"
 
 namespace phone {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "phone/process/journal.h"
+#include "phone/system/journal.h"
 #include "platform/darwin/bus.h"
 
 #include <functional>

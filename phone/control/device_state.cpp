@@ -2,8 +2,8 @@
 
 #include "phone/backboard/brightness.h"
 #include "phone/device/levels.h"
-#include "phone/springboard/idle_timer.h"
-#include "phone/springboard/volume_hud.h"
+#include "phone/springboard/idle_timer/idle_timer.h"
+#include "phone/springboard/levels/volume_hud.h"
 #include "platform/dispatch/clock.h"
 #include "platform/dispatch/run_loop.h"
 #include "platform/foundation/values.h"

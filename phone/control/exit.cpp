@@ -1,7 +1,7 @@
 #include "phone/control/exit.h"
 
 #include "phone/launchservices/installed_applications.h"
-#include "phone/springboard/application_process.h"
+#include "phone/springboard/applications/application_process.h"
 #include "phone/springboard/roads.h"
 #include "platform/dispatch/clock.h"
 #include "platform/dispatch/queue.h"

@@ -1,7 +1,7 @@
 #include "phone/control/icon_requests.h"
 
-#include "phone/springboard/icon_list.h"
-#include "phone/springboard/removal.h"
+#include "phone/springboard/icons/icon_list.h"
+#include "phone/springboard/icons/removal.h"
 
 namespace phone {
 

@@ -11,10 +11,10 @@
 #include "phone/search/spotlight.h"
 #include "phone/springboard/home/home_screen.h"
 #include "phone/springboard/roads.h"
-#include "phone/springboard/switcher.h"
+#include "phone/springboard/switcher/switcher.h"
 #include "platform/darwin/system.h"
 #include "platform/dispatch/run_loop.h"
-#include "platform/uikit/framework.h"
+#include "platform/screen/framework.h"
 
 #include <chrono>
 #include <fstream>

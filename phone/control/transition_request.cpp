@@ -1,8 +1,8 @@
 #include "phone/control/transition_request.h"
 
 #include "phone/control/authentication.h"
-#include "phone/springboard/app_to_app.h"
 #include "phone/springboard/roads.h"
+#include "phone/springboard/workspace/app_to_app.h"
 
 #include <algorithm>
 

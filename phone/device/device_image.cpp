@@ -2,7 +2,7 @@
 
 #include "phone/device/mach_o.h"
 #include "phone/device/sample_applications.h"
-#include "phone/process/injection.h"
+#include "phone/substrate/injection.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/values.h"

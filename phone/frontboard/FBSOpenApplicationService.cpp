@@ -1,5 +1,5 @@
 #include "phone/frontboard/open_request.h"
-#include "phone/process/journal.h"
+#include "phone/system/journal.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/error.h"
 #include "platform/foundation/values.h"

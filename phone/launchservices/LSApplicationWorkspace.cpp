@@ -1,6 +1,6 @@
 #include "phone/frontboard/open_request.h"
 #include "phone/launchservices/installed_applications.h"
-#include "phone/process/journal.h"
+#include "phone/system/journal.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"

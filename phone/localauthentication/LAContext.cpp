@@ -1,5 +1,5 @@
 #include "phone/localauthentication/prompts.h"
-#include "phone/process/text.h"
+#include "phone/system/text.h"
 #include "platform/dispatch/clock.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "phone/process/class_list.h"
+#include "phone/system/class_list.h"
 
 namespace phone {
 

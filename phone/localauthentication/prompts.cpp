@@ -1,6 +1,6 @@
 #include "phone/localauthentication/prompts.h"
 
-#include "phone/process/journal.h"
+#include "phone/system/journal.h"
 #include "platform/darwin/system.h"
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/block.h"

@@ -1,8 +1,8 @@
 #include "phone/process/host.h"
 
-#include "phone/device/images.h"
-#include "phone/process/injection.h"
 #include "phone/process/process_definition.h"
+#include "phone/process/system_images.h"
+#include "phone/substrate/injection.h"
 #include "platform/darwin/bus.h"
 #include "platform/dispatch/run_loop.h"
 #include "platform/foundation/files.h"
@@ -20,12 +20,6 @@ namespace phone {
 using namespace platform;
 
 namespace {
-
-std::vector<std::string>& injected()
-{
-    static auto* const libraries = new std::vector<std::string>;
-    return *libraries;
-}
 
 /// What the owner has set on the device; without a setting the languages stay as they are.
 void takeLanguages()
@@ -73,9 +67,7 @@ int runProcess(const HostOptions& options)
     registerClassesOfProcess(definition->name, definition->bundleIdentifier, options.version);
     declareSystemImages(options.version);
     if (!options.stock) {
-        std::vector<std::string> failures;
-        injected() = injectLibraries(failures);
-        for (const std::string& failure : failures)
+        for (const std::string& failure : injectLibraries())
             std::fprintf(stderr, "%s: %s\n", options.processName.c_str(), failure.c_str());
     }
     definition->start();
@@ -83,11 +75,6 @@ int runProcess(const HostOptions& options)
     runRunLoop();
     disconnectBus();
     return 0;
-}
-
-const std::vector<std::string>& injectedLibraries() noexcept
-{
-    return injected();
 }
 
 } // namespace phone

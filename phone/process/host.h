@@ -24,7 +24,4 @@ struct HostOptions {
 /// the exit status.
 int runProcess(const HostOptions& options);
 
-/// Of this process, for answers.
-const std::vector<std::string>& injectedLibraries() noexcept;
-
 } // namespace phone

@@ -6,18 +6,19 @@
 #include "phone/celestial/classes.h"
 #include "phone/control/requests.h"
 #include "phone/frontboard/classes.h"
+#include "phone/frontboard/open_request.h"
 #include "phone/launchservices/classes.h"
 #include "phone/localauthentication/classes.h"
-#include "phone/process/journal.h"
 #include "phone/search/classes.h"
 #include "phone/springboard/classes.h"
 #include "phone/springboard/start.h"
 #include "phone/storekitui/classes.h"
+#include "phone/system/journal.h"
 #include "phone/uikit/classes.h"
 #include "phone/usernotifications/classes.h"
 #include "platform/foundation/classes.h"
-#include "platform/uikit/backlight.h"
-#include "platform/uikit/feedback.h"
+#include "platform/screen/backlight.h"
+#include "platform/screen/feedback.h"
 
 #include <algorithm>
 #include <array>
@@ -39,6 +40,12 @@ constexpr Framework appStoreFrameworks[] { foundationClasses, uiKitClasses, fron
     appStoreDaemonClasses, storeKitUIClasses };
 constexpr Framework appstoredFrameworks[] { foundationClasses, appStoreDaemonClasses };
 constexpr Framework itunesstoredFrameworks[] { foundationClasses, appStoreDaemonClasses, storeKitUIClasses };
+/// The system's own code in a process that has SpringBoard open applications for it.
+void openThroughSpringBoard()
+{
+    setOpenApplicationHandler(forwardOpenRequest);
+}
+
 constexpr Framework applicationFrameworks[] { foundationClasses, uiKitClasses, launchServicesClasses };
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "phone/search/spotlight.h"
 
-#include "phone/process/journal.h"
+#include "phone/system/journal.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 

@@ -1,9 +1,9 @@
 #include "phone/springboard/roads.h"
 
-#include "phone/process/journal.h"
-#include "phone/process/text.h"
-#include "phone/springboard/applications.h"
-#include "phone/springboard/transitions.h"
+#include "phone/springboard/applications/applications.h"
+#include "phone/springboard/workspace/transitions.h"
+#include "phone/system/journal.h"
+#include "phone/system/text.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 

@@ -1,10 +1,9 @@
 #include "phone/springboard/start.h"
 
-#include "phone/control/requests.h"
 #include "phone/frontboard/open_request.h"
-#include "phone/springboard/applications.h"
-#include "phone/springboard/transitions.h"
-#include "phone/springboard/volume_hud.h"
+#include "phone/springboard/applications/applications.h"
+#include "phone/springboard/levels/volume_hud.h"
+#include "phone/springboard/workspace/transitions.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
@@ -38,11 +37,6 @@ void startSpringBoard()
     startVolumeControl();
     const id application = send<"sharedApplication">(id(classNamed<"SpringBoard">()));
     send<"applicationDidFinishLaunching:", void>(application, nil);
-}
-
-void openThroughSpringBoard()
-{
-    setOpenApplicationHandler([](const OpenRequest& request) { return forwardOpenRequest(request); });
 }
 
 } // namespace phone

@@ -1,6 +1,6 @@
 #include "phone/uikit/classes.h"
 
-#include "platform/uikit/framework.h"
+#include "platform/screen/framework.h"
 
 #include <vector>
 

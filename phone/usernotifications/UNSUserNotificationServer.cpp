@@ -1,5 +1,5 @@
-#include "phone/process/journal.h"
-#include "phone/process/text.h"
+#include "phone/system/journal.h"
+#include "phone/system/text.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"

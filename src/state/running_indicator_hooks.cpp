@@ -8,7 +8,7 @@
 #include "platform/foundation/values.h"
 #include "platform/runtime/exception.h"
 #include "platform/runtime/message.h"
-#include "platform/uikit/framework.h"
+#include "platform/screen/framework.h"
 #include "state/running_dot.h"
 
 namespace appledger {

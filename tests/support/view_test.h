@@ -2,7 +2,7 @@
 
 #include "platform/dispatch/clock.h"
 #include "platform/runtime/message.h"
-#include "platform/uikit/framework.h"
+#include "platform/screen/framework.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "phone/springboard/home/drawing.h"
 
-#include "platform/uikit/framework.h"
+#include "platform/screen/framework.h"
 
 namespace phone {
 

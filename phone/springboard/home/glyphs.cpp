@@ -1,7 +1,7 @@
 #include "phone/springboard/home/glyphs.h"
 
 #include "phone/springboard/home/drawing.h"
-#include "platform/uikit/framework.h"
+#include "platform/screen/framework.h"
 
 #include <algorithm>
 #include <cmath>

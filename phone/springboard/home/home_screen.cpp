@@ -1,10 +1,10 @@
 #include "phone/springboard/home/home_screen.h"
 
-#include "phone/springboard/SBIconView.h"
 #include "phone/springboard/home/arrangement.h"
 #include "phone/springboard/home/drawing.h"
 #include "phone/springboard/home/icon_pictures.h"
 #include "phone/springboard/home/scenery.h"
+#include "phone/springboard/icons/SBIconView.h"
 
 #include <map>
 #include <memory>

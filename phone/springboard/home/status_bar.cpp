@@ -2,7 +2,7 @@
 #include "phone/springboard/home/scenery.h"
 #include "platform/dispatch/clock.h"
 #include "platform/dispatch/queue.h"
-#include "platform/uikit/framework.h"
+#include "platform/screen/framework.h"
 
 #include <array>
 #include <chrono>

@@ -3,7 +3,7 @@
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
-#include "platform/uikit/framework.h"
+#include "platform/screen/framework.h"
 #include "support/view_test.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,85 @@
+#include "phone/springboard/home/arrangement.h"
+#include "phone/springboard/home/drawing.h"
+#include "phone/springboard/home/home_screen.h"
+#include "phone/springboard/icons/SBIconView.h"
+#include "platform/runtime/class_definition.h"
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+/// A folder that is open, over the page that it stands on.
+struct FolderViewFields {
+    id folder;
+    id panel;
+    id iconViews; ///< array
+};
+
+id initWithFolder(const id& self, SEL, const id& folder)
+{
+    const CGRect screen = send<"bounds", CGRect>(send<"mainScreen">(id(classNamed<"UIScreen">())));
+    id view = send<"initWithFrame:">(self, screen);
+    FolderViewFields& fields = fieldsOf<FolderViewFields>(view);
+    fields.folder = folder;
+    send<"setBackgroundColor:", void>(view, color(0x0B1026, 0.45));
+
+    constexpr double side = 320;
+    const double left = (screen.size.width - side) / 2;
+    constexpr double top = 262;
+    fields.panel
+        = send<"initWithFrame:">(send<"alloc">(id(classNamed<"UIView">())), CGRectMake(left, top, side, side + 16));
+    send<"setBackgroundColor:", void>(fields.panel, color(0xE6E8F0, 0.5));
+    send<"setCornerRadius:", void>(send<"layer">(fields.panel), 38.0);
+    send<"addSubview:", void>(view, fields.panel);
+
+    const id title = send<"initWithFrame:">(
+        send<"alloc">(id(classNamed<"UILabel">())), CGRectMake(20, top - 76, screen.size.width - 40, 44));
+    send<"setText:", void>(title, send<"displayName">(folder));
+    send<"setFont:", void>(title, systemFont(34, true));
+    send<"setTextColor:", void>(title, color(0xFFFFFF));
+    send<"setTextAlignment:", void>(title, 1L);
+    send<"addSubview:", void>(view, title);
+
+    std::vector<id> views;
+    for (const id& icon : itemsOf(send<"icons">(folder))) {
+        views.push_back(makeIconView(icon, "SBIconLocationFolder", frameInFolder(views.size())));
+        send<"addSubview:", void>(fields.panel, views.back());
+    }
+    fields.iconViews = array(std::move(views));
+    const id tap = send<"initWithTarget:action:">(
+        send<"alloc">(id(classNamed<"UITapGestureRecognizer">())), view, sel_registerName("_handleOutsideTap:"));
+    send<"addGestureRecognizer:", void>(view, tap);
+    return view;
+}
+
+void handleOutsideTap(const id& self, SEL, const id& tap)
+{
+    const id& panel = fieldsOf<FolderViewFields>(self).panel;
+    const CGRect frame = send<"frame", CGRect>(panel);
+    if (!CGRectContainsPoint(frame, send<"locationInView:", CGPoint>(tap, self)))
+        closeFolder();
+}
+
+void transition(const id&, SEL, bool, const id&) { }
+
+void transitioned(const id&, SEL, bool) { }
+
+constexpr MethodDefinition methods[] {
+    method<"_handleOutsideTap:", &handleOutsideTap>(),
+    method<"didTransitionAnimated:", &transitioned>(),
+    getter<"folder", &FolderViewFields::folder>(),
+    getter<"iconViews", &FolderViewFields::iconViews>(),
+    method<"initWithFolder:", &initWithFolder>(),
+    getter<"panel", &FolderViewFields::panel>(),
+    method<"willTransitionAnimated:withSettings:", &transition>(),
+};
+
+} // namespace
+
+extern const ClassDefinition SBFolderView_class {
+    .name = "SBFolderView", .superclassName = "UIView", .methods = methods
+};
+
+} // namespace phone

@@ -1,0 +1,57 @@
+#include "phone/springboard/home/home_screen.h"
+#include "phone/springboard/icons/removal.h"
+#include "platform/foundation/block.h"
+#include "platform/foundation/values.h"
+#include "platform/runtime/class_definition.h"
+#include "platform/runtime/message.h"
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+/// What lays the icons of the model out, and takes them away.
+class SBHIconManager : public NSObject {
+public:
+    id iconModel;
+
+    void uninstallWithCompletion(const id& icon, bool, const id& completion)
+    {
+        const bool removed = removeApplicationOfIcon(icon);
+        if (completion)
+            callBlock<void>(completion, removed);
+    }
+
+    void uninstallAnimated(const id& icon, bool) { removeApplicationOfIcon(icon); }
+
+    void uninstall(const id& icon) { removeApplicationOfIcon(icon); }
+};
+
+void enumerateKnown(const id&, SEL, const id& block)
+{
+    forEachKnownIconView([&](const id& view) { callBlock(block, view); });
+}
+
+void enumerateDisplayed(const id&, SEL, const id& block)
+{
+    forEachDisplayedIconView([&](const id& view) { callBlock(block, view); });
+}
+
+constexpr MethodDefinition methods[] {
+    method<"enumerateDisplayedIconViewsUsingBlock:", &enumerateDisplayed>(),
+    method<"enumerateKnownIconViewsUsingBlock:", &enumerateKnown>(),
+    getter<"iconModel", &SBHIconManager::iconModel>(),
+    setter<"setIconModel:", &SBHIconManager::iconModel>(),
+    method<"uninstallIcon:", &SBHIconManager::uninstall>(),
+    method<"uninstallIcon:animate:", &SBHIconManager::uninstallAnimated>(),
+    method<"uninstallIcon:animate:completion:", &SBHIconManager::uninstallWithCompletion>(),
+};
+
+} // namespace
+
+extern const ClassDefinition SBHIconManager_class {
+    .name = "SBHIconManager", .allocate = allocate<SBHIconManager>, .methods = methods, .versions = { .first = 13 }
+};
+
+} // namespace phone

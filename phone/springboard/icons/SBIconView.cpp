@@ -1,0 +1,218 @@
+#include "phone/springboard/icons/SBIconView.h"
+
+#include "phone/springboard/home/arrangement.h"
+#include "phone/springboard/home/drawing.h"
+#include "phone/springboard/home/home_screen.h"
+#include "phone/springboard/home/icon_pictures.h"
+#include "phone/system/journal.h"
+#include "platform/runtime/class_definition.h"
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+/// An icon on the Home Screen: its picture, its label, and on the picture's corner its badge.
+struct IconViewFields {
+    id icon;
+    id iconImageView;
+    id labelView;
+    id accessoryView;
+    id badgeView;
+    id location;
+};
+
+IconViewFields& fieldsIn(const id& self)
+{
+    return fieldsOf<IconViewFields>(self);
+}
+
+constexpr double labelTop = 64;
+constexpr double labelHeight = 16;
+constexpr double labelFontSize = 12;
+constexpr double accessorySide = 7;
+
+bool isInDock(const id& self)
+{
+    const auto location = asString(fieldsIn(self).location);
+    return location && location->view().find("Dock") != std::string_view::npos;
+}
+
+id makeLabel()
+{
+    id label = send<"new">(id(classNamed<"UILabel">()));
+    send<"setFrame:", void>(label, CGRectMake(0, labelTop, iconViewSize.width, labelHeight));
+    send<"setFont:", void>(label, systemFont(labelFontSize, false));
+    send<"setTextAlignment:", void>(label, 1L);
+    send<"setTextColor:", void>(label, color(0xFFFFFF));
+    const id layer = send<"layer">(label);
+    send<"setShadowOpacity:", void>(layer, 0.35F);
+    send<"setShadowRadius:", void>(layer, 1.5);
+    send<"setShadowOffset:", void>(layer, CGSizeMake(0, 0.5));
+    return label;
+}
+
+id makeBadge()
+{
+    id badge = send<"new">(id(classNamed<"UILabel">()));
+    send<"setFont:", void>(badge, systemFont(14, false));
+    send<"setTextAlignment:", void>(badge, 1L);
+    send<"setTextColor:", void>(badge, color(0xFFFFFF));
+    send<"setBackgroundColor:", void>(badge, color(0xFF3B30));
+    send<"setCornerRadius:", void>(send<"layer">(badge), 12.0);
+    return badge;
+}
+
+id initWithFrame(const id& self, SEL, CGRect frame)
+{
+    id view = sendSuper<"initWithFrame:">(classNamed<"UIView">(), self, frame);
+    IconViewFields& fields = fieldsIn(view);
+    fields.iconImageView = send<"initWithFrame:">(send<"alloc">(id(classNamed<"SBIconImageView">())),
+        CGRectMake((iconViewSize.width - iconSide) / 2, 0, iconSide, iconSide));
+    fields.labelView = makeLabel();
+    send<"addSubview:", void>(view, fields.iconImageView);
+    send<"addSubview:", void>(view, fields.labelView);
+    const id tap = send<"initWithTarget:action:">(
+        send<"alloc">(id(classNamed<"UITapGestureRecognizer">())), view, sel_registerName("_handleTap"));
+    send<"addGestureRecognizer:", void>(view, tap);
+    return view;
+}
+
+void setIcon(const id& self, SEL, const id& icon)
+{
+    fieldsIn(self).icon = icon;
+    send<"setIcon:", void>(fieldsIn(self).iconImageView, icon);
+    send<"setNeedsLayout", void>(self);
+}
+
+void setLocation(const id& self, SEL, const id& location)
+{
+    fieldsIn(self).location = location;
+    send<"setNeedsLayout", void>(self);
+}
+
+id applicationIdentifier(const id& self, SEL)
+{
+    return askObject<"applicationBundleID">(fieldsIn(self).icon);
+}
+
+/// 0: none. Other kinds are marks before the name.
+NSInteger currentLabelAccessoryType(const id& self, SEL)
+{
+    if (isInDock(self))
+        return 0;
+    const id icon = fieldsIn(self).icon;
+    return ask<"labelAccessoryTypeForIcon:", NSInteger>(askObject<"application">(icon), icon).value_or(0);
+}
+
+void layoutAccessory(const id& self, const id& name)
+{
+    IconViewFields& fields = fieldsIn(self);
+    const NSInteger type = send<"currentLabelAccessoryType", NSInteger>(self);
+    if (type == 0 || send<"isHidden", bool>(fields.labelView)) {
+        send<"removeFromSuperview", void>(fields.accessoryView);
+        fields.accessoryView = nil;
+        return;
+    }
+    if (!fields.accessoryView) {
+        fields.accessoryView = send<"initWithFrame:">(
+            send<"alloc">(id(classNamed<"UIView">())), CGRectMake(0, 0, accessorySide, accessorySide));
+        send<"setCornerRadius:", void>(send<"layer">(fields.accessoryView), accessorySide / 2);
+        send<"addSubview:", void>(self, fields.accessoryView);
+    }
+    constexpr NSInteger runningType = 4;
+    send<"setBackgroundColor:", void>(fields.accessoryView, color(type == runningType ? 0x34C759 : 0x5AC8FA));
+    const auto text = asString(name);
+    const double width
+        = std::min(text ? sizeOfText(*text, systemFont(labelFontSize, false)).width : 0, iconViewSize.width);
+    constexpr double gap = 3;
+    send<"setCenter:", void>(fields.accessoryView,
+        CGPointMake((iconViewSize.width - width) / 2 - gap - accessorySide / 2, labelTop + labelHeight / 2));
+}
+
+void layoutBadge(const id& self)
+{
+    IconViewFields& fields = fieldsIn(self);
+    const id badge = askObject<"badgeNumberOrString">(askObject<"application">(fields.icon));
+    std::string text;
+    if (const auto written = asString(badge))
+        text = written->text();
+    else if (const auto count = asInteger(badge); count && *count > 0)
+        text = std::to_string(*count);
+    if (text.empty()) {
+        send<"removeFromSuperview", void>(fields.badgeView);
+        fields.badgeView = nil;
+        return;
+    }
+    if (!fields.badgeView) {
+        fields.badgeView = makeBadge();
+        send<"addSubview:", void>(self, fields.badgeView);
+    }
+    send<"setText:", void>(fields.badgeView, string(text));
+    constexpr double height = 24;
+    constexpr double padding = 14;
+    const double width = std::max(height, sizeOfText(text, send<"font">(fields.badgeView)).width + padding);
+    constexpr double overhang = 10;
+    const double right = (iconViewSize.width + iconSide) / 2 + overhang;
+    send<"setFrame:", void>(fields.badgeView, CGRectMake(right - width, -overhang, width, height));
+}
+
+void layoutSubviews(const id& self, SEL)
+{
+    IconViewFields& fields = fieldsIn(self);
+    const id name = askObject<"displayName">(fields.icon);
+    send<"setText:", void>(fields.labelView, name);
+    send<"setHidden:", void>(fields.labelView, isInDock(self));
+    layoutAccessory(self, name);
+    layoutBadge(self);
+}
+
+void handleTap(const id& self, SEL)
+{
+    journal(JournalEvent::Ran, "SBIconView _handleTap");
+    const id icon = fieldsIn(self).icon;
+    if (isKindOfClass(icon, classNamed<"SBFolderIcon">())) {
+        openFolder(send<"folder">(icon));
+        return;
+    }
+    send<"_launchFromIconView:", void>(send<"sharedInstance">(id(classNamed<"SBIconController">())), self);
+}
+
+constexpr MethodDefinition methods[] {
+    method<"_handleTap", &handleTap>(),
+    getter<"_iconImageView", &IconViewFields::iconImageView>(),
+    getter<"_labelView", &IconViewFields::labelView>(),
+    method<"applicationBundleID", &applicationIdentifier>().until(12),
+    method<"applicationBundleIdentifier", &applicationIdentifier>().since(13),
+    method<"currentLabelAccessoryType", &currentLabelAccessoryType>(),
+    getter<"icon", &IconViewFields::icon>(),
+    getter<"iconImageView", &IconViewFields::iconImageView>(),
+    method<"initWithFrame:", &initWithFrame>(),
+    getter<"labelView", &IconViewFields::labelView>(),
+    method<"layoutSubviews", &layoutSubviews>(),
+    getter<"location", &IconViewFields::location>(),
+    method<"setIcon:", &setIcon>(),
+    method<"setLocation:", &setLocation>(),
+};
+
+constexpr InstanceVariableDefinition instanceVariables[] {
+    instanceVariable<"_iconImageView", &IconViewFields::iconImageView>(),
+    instanceVariable<"_labelView", &IconViewFields::labelView>(),
+};
+
+} // namespace
+
+extern const ClassDefinition SBIconView_class {
+    .name = "SBIconView", .superclassName = "UIView", .methods = methods, .instanceVariables = instanceVariables
+};
+
+id makeIconView(const id& icon, std::string_view location, const CGRect& frame)
+{
+    id view = send<"initWithFrame:">(send<"alloc">(id(classNamed<"SBIconView">())), frame);
+    send<"setLocation:", void>(view, string(location));
+    send<"setIcon:", void>(view, icon);
+    return view;
+}
+
+} // namespace phone

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace phone {
+
+/// The folder on the device in which the injection substrate finds libraries, each with a filter beside it.
+inline constexpr std::string_view substrateFolder = "/Library/MobileSubstrate/DynamicLibraries";
+
+/// What the substrate does in every process before the system's own code runs: loads each library of the
+/// folder whose filter (a property list of the same name: `Filter` with the lists `Bundles` and
+/// `Executables`) names this process. A library without a readable filter, and one that can't be loaded, is
+/// passed over; returns why, a line for each of the latter.
+std::vector<std::string> injectLibraries();
+
+/// What was loaded into this process, by device path.
+const std::vector<std::string>& injectedLibraries() noexcept;
+
+} // namespace phone

@@ -1,0 +1,95 @@
+#include "platform/foundation/values.h"
+#include "platform/runtime/message.h"
+#include "platform/screen/backlight.h"
+#include "platform/uikit/application.h"
+#include "platform/uikit/views.h"
+
+namespace platform {
+
+namespace {
+
+/// The first application object of the process, of whatever class it is; never freed.
+id& theApplication()
+{
+    static auto* const application = new id;
+    return *application;
+}
+
+id init(const id& self, SEL)
+{
+    if (!theApplication())
+        theApplication() = self;
+    return self;
+}
+
+id sharedApplication(const id& self, SEL)
+{
+    if (!theApplication())
+        send<"new">(self);
+    return theApplication();
+}
+
+id windows(const id&, SEL)
+{
+    const auto present = allWindows();
+    return array({ present.begin(), present.end() });
+}
+
+id keyWindow(const id&, SEL)
+{
+    return currentKeyWindow();
+}
+
+/// To the window that the touches are in.
+void sendEvent(const id&, SEL, const id& event)
+{
+    const ArrayValue touches = itemsOf(send<"allTouches">(event));
+    if (!touches.empty())
+        send<"sendEvent:", void>(send<"window">(touches[0]), event);
+}
+
+constexpr MethodDefinition applicationMethods[] {
+    method<"init", &init>(),
+    method<"keyWindow", &keyWindow>(),
+    method<"sendEvent:", &sendEvent>(),
+    classMethod<"sharedApplication", &sharedApplication>(),
+    method<"windows", &windows>(),
+};
+
+class UIScreen : public NSObject {
+public:
+    CGRect bounds() const { return { {}, screenFacts().size }; }
+    double scale() const { return screenFacts().scale; }
+    double brightness() const { return backlight().level(); }
+    void setBrightness(double level) { backlight().setLevel(level); }
+};
+
+id mainScreen(const id& self, SEL)
+{
+    static NSObject* const screen = send<"new">(self).leak();
+    return screen;
+}
+
+constexpr MethodDefinition screenMethods[] {
+    method<"bounds", &UIScreen::bounds>(),
+    method<"brightness", &UIScreen::brightness>(),
+    classMethod<"mainScreen", &mainScreen>(),
+    method<"nativeScale", &UIScreen::scale>(),
+    method<"scale", &UIScreen::scale>(),
+    method<"setBrightness:", &UIScreen::setBrightness>(),
+};
+
+} // namespace
+
+const ClassDefinition UIApplication_class {
+    .name = "UIApplication", .superclass = &UIResponder_class, .methods = applicationMethods
+};
+const ClassDefinition UIScreen_class { .name = "UIScreen", .allocate = allocate<UIScreen>, .methods = screenMethods };
+
+ScreenFacts& screenFacts() noexcept
+{
+    static ScreenFacts facts;
+    return facts;
+}
+
+} // namespace platform
