@@ -1,5 +1,6 @@
 #include "platform/dispatch/main_queue.h"
 
+#include "platform/dispatch/activity.h"
 #include "platform/dispatch/clock.h"
 
 #include <algorithm>
@@ -31,6 +32,8 @@ std::chrono::nanoseconds timeAfter(std::chrono::nanoseconds now, std::chrono::na
 
 void run(const Work& work) noexcept
 {
+    // Not for the activity in which a thread happens to run the loop.
+    const ActivityScope scope(Activity::None);
     work();
 }
 

@@ -1,5 +1,6 @@
 #include "platform/dispatch/queue.h"
 
+#include "platform/dispatch/activity.h"
 #include "platform/dispatch/clock.h"
 #include "platform/dispatch/main_queue.h"
 #include "platform/dispatch/thread_pool.h"
@@ -119,6 +120,18 @@ const StandingQueues& standingQueues()
     return *queues;
 }
 
+/// The work, done for the activity that queues it.
+Work forPresentActivity(Work work)
+{
+    const Activity activity = currentActivity();
+    if (activity == Activity::None)
+        return work;
+    return [activity, work = std::move(work)] {
+        const ActivityScope scope(activity);
+        work();
+    };
+}
+
 enum OnceState : int { NotBegun = 0, Running = 1, Done = 2 };
 
 } // namespace
@@ -155,6 +168,7 @@ std::string_view dispatch_queue_get_label(const dispatch_queue_t& queue) noexcep
 
 void dispatch_async(const dispatch_queue_t& queue, Work work)
 {
+    work = forPresentActivity(std::move(work));
     if (clockIsHeld())
         detail::MainQueue::shared().add(std::move(work));
     else
@@ -163,6 +177,7 @@ void dispatch_async(const dispatch_queue_t& queue, Work work)
 
 void dispatch_after(std::chrono::nanoseconds delay, const dispatch_queue_t& queue, Work work)
 {
+    work = forPresentActivity(std::move(work));
     const std::chrono::nanoseconds time = detail::timeAfter(clockNow(), delay);
     if (clockIsHeld())
         detail::MainQueue::shared().addAt(time, std::move(work));

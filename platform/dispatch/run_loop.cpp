@@ -101,10 +101,11 @@ void stopRunLoop()
     MainQueue::shared().requestStop();
 }
 
-bool runUntilIdle()
+bool runUntilIdle(milliseconds limit)
 {
+    const steady_clock::time_point end = steady_clock::now() + limit;
     bool ranAny = false;
-    for (bool ran = true; ran; ranAny |= ran) {
+    for (bool ran = true; ran && steady_clock::now() < end; ranAny |= ran) {
         ran = MainQueue::shared().runBatch(MainQueue::Stop::WhenBatchIsDone);
         ran |= serveSources(nanoseconds::zero());
     }

@@ -16,9 +16,9 @@ void runRunLoop();
 /// running, the next runRunLoop() ends at once. Any thread.
 void stopRunLoop();
 
-/// Runs what is ready, and what that makes ready, and returns; with the clock held, the global and serial
-/// queues too. Main thread. True when it ran anything.
-bool runUntilIdle();
+/// Runs what is ready, and what that makes ready, and returns, after `limit` (of the machine's time) at the latest;
+/// with the clock held, the global and serial queues too. Main thread. True when it ran anything.
+bool runUntilIdle(std::chrono::milliseconds limit = std::chrono::hours(1));
 
 /// Runs the loop until the condition holds or the time (of the machine, not of a held clock) is over; true
 /// when it holds. Main thread.
