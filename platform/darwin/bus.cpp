@@ -2,6 +2,7 @@
 
 #include "platform/darwin/bus_connection.h"
 #include "platform/darwin/notification_delivery.h"
+#include "platform/dispatch/activity.h"
 #include "platform/dispatch/queue.h"
 
 #include <deque>
@@ -174,7 +175,11 @@ void requestFromPeer(std::string_view peerName, std::string_view request, millis
         return;
     }
     sendPosts();
-    bus().connection->request(peerName, request, limit, std::move(done));
+    bus().connection->request(peerName, request, limit,
+        [activity = currentActivity(), done = std::move(done)](const BusOutcome& outcome) {
+            const ActivityScope scope(activity);
+            done(outcome);
+        });
 }
 
 BusOutcome requestFromPeerAndWait(std::string_view peerName, std::string_view request, milliseconds limit)

@@ -34,7 +34,7 @@ struct BusOutcome {
 /// to receive Darwin notifications: those posted from now on are delivered once the run loop runs, and all
 /// processes hear all posts in one and the same order. `lost` is called on the main thread when the
 /// connection ends by itself; then, and after disconnectBus(), the process may connect again. False when it
-/// can't be made or is there already. Main thread.
+/// can't be made within seconds or is there already. Main thread.
 bool connectBus(const std::string& address, std::string_view peerName, std::function<void()> lost);
 
 /// Hands over what was posted, waiting for it a second at most, and closes the connection; later posts are

@@ -22,6 +22,8 @@ constexpr const char* requestMethod = "Request";
 constexpr std::string_view peerNamePrefix = "org.appledger.phone.";
 constexpr std::size_t longestPeerName = 200;
 constexpr milliseconds longestLimit = std::chrono::hours(24 * 365);
+/// A daemon that hasn't answered by then is as good as none.
+constexpr milliseconds patienceWithDaemon(3000);
 
 struct Unreference {
     void operator()(sd_bus_message* message) const noexcept { sd_bus_message_unref(message); }
@@ -101,6 +103,20 @@ BusOutcome outcomeOfReply(sd_bus_message* reply)
     if (!text)
         return { BusOutcome::Status::NoSuchPeer, {} };
     return { BusOutcome::Status::Replied, std::move(*text) };
+}
+
+/// Waits until the daemon has taken the connection; the bus library itself would wait a minute and a half.
+bool waitUntilReady(sd_bus* bus)
+{
+    const steady_clock::time_point end = steady_clock::now() + patienceWithDaemon;
+    while (sd_bus_is_ready(bus) == 0) {
+        const int processed = sd_bus_process(bus, nullptr);
+        const auto remaining = std::chrono::duration_cast<milliseconds>(end - steady_clock::now());
+        if (processed < 0 || remaining <= milliseconds::zero()
+            || (processed == 0 && sd_bus_wait(bus, microseconds(remaining)) < 0))
+            return false;
+    }
+    return sd_bus_is_ready(bus) > 0;
 }
 
 void callSoon(std::function<void(const BusOutcome&)> done, BusOutcome outcome)
@@ -218,7 +234,9 @@ bool BusConnection::start(const std::string& address, std::string_view peerName)
         return false;
     const char* ownName = nullptr;
     const bool started = sd_bus_new(&bus_) >= 0 && sd_bus_set_address(bus_, address.c_str()) >= 0
-        && sd_bus_set_bus_client(bus_, 1) >= 0 && sd_bus_start(bus_) >= 0 && sd_bus_get_unique_name(bus_, &ownName) >= 0
+        && sd_bus_set_bus_client(bus_, 1) >= 0
+        && sd_bus_set_method_call_timeout(bus_, microseconds(patienceWithDaemon)) >= 0 && sd_bus_start(bus_) >= 0
+        && waitUntilReady(bus_) && sd_bus_get_unique_name(bus_, &ownName) >= 0
         && sd_bus_add_object(bus_, nullptr, objectPath, &Callbacks::called, this) >= 0
         && sd_bus_match_signal(
                bus_, nullptr, nullptr, nullptr, notificationInterface, notificationSignal, &Callbacks::received, this)
