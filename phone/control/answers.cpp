@@ -1,7 +1,8 @@
 #include "phone/control/answers.h"
 
-#include "phone/substrate/injection.h"
-#include "platform/darwin/system.h"
+#include "platform/dispatch/run_loop.h"
+
+#include <chrono>
 
 namespace phone {
 
@@ -26,20 +27,6 @@ Json subjects(const std::vector<JournalEntry>& entries, JournalEvent event)
     return found;
 }
 
-void answer(std::string_view request, const BusReply& reply, const Verbs& verbs, const LateVerbs& lateVerbs)
-{
-    const Json parsed = Json::parse(request, nullptr, false);
-    const std::string name = parsed.is_object() ? text(parsed, "verb") : "";
-    const auto send
-        = [reply](const Json& answered) { reply(answered.dump(-1, ' ', false, Json::error_handler_t::replace)); };
-    if (const auto verb = verbs.find(name); verb != verbs.end())
-        send(verb->second(parsed));
-    else if (const auto lateVerb = lateVerbs.find(name); lateVerb != lateVerbs.end())
-        lateVerb->second(parsed, send);
-    else
-        send(failure("this process doesn't know that request"));
-}
-
 Json failure(std::string_view error)
 {
     return { { "ok", false }, { "error", error } };
@@ -62,10 +49,10 @@ std::string text(const Json& request, std::string_view key)
     return value != request.end() && value->is_string() ? value->get<std::string>() : "";
 }
 
-Json processStatus(const Json&)
+void settle()
 {
-    return { { "ok", true }, { "name", processFacts().processName }, { "pid", processIdentifier() },
-        { "ios", processFacts().version.text() }, { "injected", injectedLibraries() } };
+    constexpr std::chrono::seconds patience { 1 };
+    runUntilIdle(patience);
 }
 
 Json launchReport(const std::vector<JournalEntry>& entries)

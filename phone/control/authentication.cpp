@@ -1,9 +1,12 @@
 #include "phone/control/authentication.h"
 
+#include "phone/control/request_rows.h"
 #include "phone/localauthentication/prompts.h"
+#include "phone/springboard/roads.h"
 #include "platform/darwin/system.h"
 #include "platform/dispatch/clock.h"
 #include "platform/dispatch/queue.h"
+#include "platform/runtime/class.h"
 
 #include <algorithm>
 #include <chrono>
@@ -91,10 +94,11 @@ void nameApplicationOfPrompt(const std::vector<JournalEntry>& entries, const std
         nameApplicationOfPrompt(beingOpened.front());
 }
 
+namespace {
+
 void authenticate(const Json& request, const Reply& reply)
 {
     const Json prompt = promptStatus();
-    takeJournal();
     if (!answerPrompt(answerIn(request))) {
         Json refusal = failure("no prompt is up");
         refusal["prompt"] = nullptr;
@@ -104,9 +108,17 @@ void authenticate(const Json& request, const Reply& reply)
     const auto watch = std::make_shared<Watch>([reply, prompt](const std::vector<JournalEntry>& entries) {
         Json report = launchReport(entries);
         report["prompt"] = prompt;
+        if (objc_getClass("SBMainWorkspace"))
+            report["front"] = frontmostApplication();
         reply(report);
     });
     watch->look();
 }
+
+constexpr RequestRow rows[] { { "authenticate", authenticate } };
+
+} // namespace
+
+extern const RequestRows authenticationRequests { rows };
 
 } // namespace phone

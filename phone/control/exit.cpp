@@ -1,5 +1,5 @@
-#include "phone/control/exit.h"
-
+#include "phone/control/answers.h"
+#include "phone/control/request_rows.h"
 #include "phone/launchservices/installed_applications.h"
 #include "phone/springboard/applications/application_process.h"
 #include "phone/springboard/roads.h"
@@ -19,69 +19,99 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr std::array<std::string_view, 2> cacheFolders { "Library/Caches", "tmp" };
+using Counts = std::array<std::size_t, cacheFolders.size()>;
 
-/// Counts off the main thread: a folder may hold very many items.
-class CacheWatch : public std::enable_shared_from_this<CacheWatch> {
+/// So long nothing may change before a clearing counts as not begun, or as ended.
+constexpr auto patience = 1s;
+/// So long a clearing is watched.
+constexpr auto longestWatch = 3s;
+
+Counts countItems(const std::optional<std::string>& container)
+{
+    Counts counts {};
+    for (std::size_t index = 0; container && index < counts.size(); ++index)
+        counts[index] = directoryEntries(pathByAppending(*container, cacheFolders[index])).size();
+    return counts;
+}
+
+/// Ends an application's process and tells what becomes of its caches. A folder may hold very many items, which are
+/// counted off the main thread; the watch, and the reply in it, stay on it.
+class Exit : public std::enable_shared_from_this<Exit> {
 public:
-    CacheWatch(std::optional<std::string> container, std::function<void(const Json& folders)> done)
-        : container_(std::move(container))
-        , before_(count())
-        , done_(std::move(done))
+    Exit(std::string identifier, Reply reply)
+        : identifier_(std::move(identifier))
+        , reply_(std::move(reply))
     {
     }
 
-    void look()
-    {
-        dispatch_after(20ms, dispatch_get_global_queue(QueuePriority::Default), [self = shared_from_this()] {
-            const Counts now = self->count();
-            if (now == Counts {} || clockNow() >= self->end_)
-                dispatch_async(dispatch_get_main_queue(), [self, now] { self->done_(self->report(now)); });
-            else
-                self->look();
-        });
-    }
+    void begin() { count(0ms, &Exit::end); }
 
 private:
-    using Counts = std::array<std::size_t, cacheFolders.size()>;
-
-    Counts count() const
+    void count(std::chrono::milliseconds delay, void (Exit::*next)(const Counts& counts))
     {
-        Counts counts {};
-        for (std::size_t index = 0; container_ && index < counts.size(); ++index)
-            counts[index] = directoryEntries(pathByAppending(*container_, cacheFolders[index])).size();
-        return counts;
+        dispatch_after(delay, dispatch_get_global_queue(QueuePriority::Default),
+            [self = shared_from_this(), next, container = container_]() mutable {
+                const Counts counts = countItems(container);
+                dispatch_async(
+                    dispatch_get_main_queue(), [self = std::move(self), next, counts] { ((*self).*next)(counts); });
+            });
     }
 
-    Json report(const Counts& after) const
+    void end(const Counts& counts)
+    {
+        before_ = last_ = counts;
+        if (!endProcessOf(identifier_)) {
+            reply_(failure(identifier_ + " isn't running"));
+            return;
+        }
+        began_ = changed_ = clockNow();
+        count(0ms, &Exit::look);
+    }
+
+    void look(const Counts& counts)
+    {
+        const std::chrono::nanoseconds now = clockNow();
+        if (std::exchange(last_, counts) != counts)
+            changed_ = now;
+        const bool isOver = counts == Counts {} || now - changed_ >= patience;
+        if (isOver || now - began_ >= longestWatch)
+            report(!isOver);
+        else
+            count(20ms, &Exit::look);
+    }
+
+    void report(bool goesOn) const
     {
         Json folders = Json::array();
-        for (std::size_t index = 0; index < after.size(); ++index)
+        for (std::size_t index = 0; index < last_.size(); ++index)
             folders.push_back(
-                { { "folder", cacheFolders[index] }, { "before", before_[index] }, { "after", after[index] } });
-        return folders;
+                { { "folder", cacheFolders[index] }, { "before", before_[index] }, { "after", last_[index] } });
+        reply_({ { "ok", true }, { "application", identifier_ }, { "front", frontmostApplication() },
+            { "folders", folders }, { "clearingGoesOn", goesOn }, { "journal", toJson(takeJournal()) } });
     }
 
-    const std::optional<std::string> container_;
-    const Counts before_;
-    const std::function<void(const Json&)> done_;
-    const std::chrono::nanoseconds end_ = clockNow() + 1s;
+    const std::string identifier_;
+    const Reply reply_;
+    const std::optional<std::string> container_ = dataContainerOf(identifier_);
+    Counts before_ {};
+    Counts last_ {};
+    std::chrono::nanoseconds began_ {};
+    std::chrono::nanoseconds changed_ {}; ///< when the counts last did
 };
+
+/// "exit": the process of "application" ends. The answer, {"ok", "application", "front", "folders": [{"folder",
+/// "before", "after"}], "clearingGoesOn", "journal"}, tells how many items its folders for caches held before, and once
+/// both are empty or stay as they are; after three seconds it says that the clearing goes on. Refused when the
+/// application doesn't run.
+void exitApplication(const Json& request, const Reply& reply)
+{
+    std::make_shared<Exit>(text(request, "application"), reply)->begin();
+}
+
+constexpr RequestRow rows[] { { "exit", exitApplication } };
 
 } // namespace
 
-void exitApplication(const Json& request, const Reply& reply)
-{
-    const std::string identifier = text(request, "application");
-    takeJournal();
-    const auto watch
-        = std::make_shared<CacheWatch>(dataContainerOf(identifier), [reply, identifier](const Json& folders) {
-              reply({ { "ok", true }, { "application", identifier }, { "front", frontmostApplication() },
-                  { "folders", folders }, { "journal", toJson(takeJournal()) } });
-          });
-    if (endProcessOf(identifier))
-        watch->look();
-    else
-        reply(failure(identifier + " isn't running"));
-}
+extern const RequestRows exitRequests { rows };
 
 } // namespace phone

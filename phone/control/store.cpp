@@ -1,6 +1,6 @@
-#include "phone/control/store.h"
-
 #include "phone/appstoredaemon/store_roads.h"
+#include "phone/control/answers.h"
+#include "phone/control/request_rows.h"
 #include "platform/darwin/system.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -46,8 +46,8 @@ Json toJson(const std::vector<std::vector<id>>& completions)
     return calls;
 }
 
-} // namespace
-
+/// "store-updates": {"ok", "process", "updates": [{"bundleIdentifier", "isUpdateAvailable", "updateAvailable",
+/// "newestVersion"}]}. Refused where the process knows no applications of the store.
 Json showStoreUpdates(const Json&)
 {
     const std::string& process = processFacts().processName;
@@ -61,6 +61,8 @@ Json showStoreUpdates(const Json&)
     return { { "ok", true }, { "process", process }, { "updates", updates } };
 }
 
+/// "store-buy" with "road" and "applications": {"ok", "process", "road", "kept", "refused", "requestExists",
+/// "reachedStore" (whether the system's own method ran), "completions" (each call's arguments), "journal"}.
 Json buyInStore(const Json& request)
 {
     const std::string name = text(request, "road");
@@ -70,7 +72,6 @@ Json buyInStore(const Json& request)
     if (!existsHere(*road))
         return failure(processFacts().processName + " has no " + std::string(road->method));
     const std::vector<std::string> wanted = strings(request, "applications");
-    takeJournal();
     const StoreReceipt receipt = buy(*road, wanted);
     const std::vector<JournalEntry> entries = takeJournal();
     const auto installed = [&entries](const std::string& identifier) {
@@ -88,5 +89,14 @@ Json buyInStore(const Json& request)
             std::ranges::any_of(entries, [](const JournalEntry& entry) { return entry.event == JournalEvent::Ran; }) },
         { "completions", toJson(receipt.completions) }, { "journal", toJson(entries) } };
 }
+
+constexpr RequestRow rows[] {
+    { "store-buy", buyInStore },
+    { "store-updates", showStoreUpdates },
+};
+
+} // namespace
+
+extern const RequestRows storeRequests { rows };
 
 } // namespace phone

@@ -1,5 +1,6 @@
 #include "phone/process/host.h"
 
+#include "phone/control/request_queue.h"
 #include "phone/process/process_definition.h"
 #include "phone/process/system_images.h"
 #include "phone/substrate/injection.h"
@@ -61,7 +62,7 @@ int runProcess(const HostOptions& options)
         return fail("can't open the device's root " + options.root);
     setProcessFacts({ std::string(definition->bundleIdentifier), options.processName, options.version });
     takeLanguages();
-    setBusHandler(definition->handleRequest);
+    setBusHandler(requestHandler(definition->requests));
     if (!connectBus(options.busAddress, options.processName, [] { stopRunLoop(); }))
         return fail("can't reach the bus at " + options.busAddress);
     registerClassesOfProcess(definition->name, definition->bundleIdentifier, options.version);

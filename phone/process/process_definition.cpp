@@ -4,7 +4,7 @@
 #include "phone/backboard/brightness.h"
 #include "phone/bulletinboard/classes.h"
 #include "phone/celestial/classes.h"
-#include "phone/control/requests.h"
+#include "phone/control/launch.h"
 #include "phone/frontboard/classes.h"
 #include "phone/frontboard/open_request.h"
 #include "phone/launchservices/classes.h"
@@ -48,20 +48,26 @@ void openThroughSpringBoard()
 
 constexpr Framework applicationFrameworks[] { foundationClasses, uiKitClasses, launchServicesClasses };
 
+constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &authenticationRequests,
+    &deviceRequests, &exitRequests, &iconRequests, &launchRequests, &notificationRequests, &screenRequests,
+    &storeRequests, &switcherRequests, &transitionRequests };
+constexpr const RequestRows* searchRequestTables[] { &searchStatusRequests, &authenticationRequests, &searchRequests };
+constexpr const RequestRows* storeRequestTables[] { &statusRequests, &storeRequests };
+
 } // namespace
 
 std::span<const ProcessDefinition> processDefinitions()
 {
     static const auto* const definitions = new std::array {
         ProcessDefinition {
-            "SpringBoard", "com.apple.springboard", springBoardFrameworks, startSpringBoard, handleSpringBoardRequest },
+            "SpringBoard", "com.apple.springboard", springBoardFrameworks, startSpringBoard, springBoardRequestTables },
         ProcessDefinition {
-            "Spotlight", "com.apple.Spotlight", spotlightFrameworks, openThroughSpringBoard, handleSpotlightRequest },
+            "Spotlight", "com.apple.Spotlight", spotlightFrameworks, openThroughSpringBoard, searchRequestTables },
         ProcessDefinition {
-            "AppStore", "com.apple.AppStore", appStoreFrameworks, openThroughSpringBoard, handleStoreRequest },
-        ProcessDefinition { "appstored", "com.apple.appstored", appstoredFrameworks, [] {}, handleStoreRequest },
+            "AppStore", "com.apple.AppStore", appStoreFrameworks, openThroughSpringBoard, storeRequestTables },
+        ProcessDefinition { "appstored", "com.apple.appstored", appstoredFrameworks, [] {}, storeRequestTables },
         ProcessDefinition {
-            "itunesstored", "com.apple.itunesstored", itunesstoredFrameworks, [] {}, handleStoreRequest },
+            "itunesstored", "com.apple.itunesstored", itunesstoredFrameworks, [] {}, storeRequestTables },
     };
     return *definitions;
 }

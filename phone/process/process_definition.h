@@ -1,7 +1,7 @@
 #pragma once
 
+#include "phone/control/request_rows.h"
 #include "phone/system/class_list.h"
-#include "platform/darwin/bus.h"
 #include "platform/darwin/system.h"
 
 #include <span>
@@ -18,7 +18,7 @@ struct ProcessDefinition {
     std::string_view bundleIdentifier;
     std::span<ClassList (*const)() noexcept> frameworks;
     void (*start)(); ///< the system's own code at the process's start
-    platform::BusHandler handleRequest; ///< answers one request of the command or of another process
+    std::span<const RequestRows* const> requests; ///< of the command and of other processes
 };
 
 /// The processes that a phone runs, SpringBoard first.

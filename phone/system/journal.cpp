@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <deque>
+#include <map>
 #include <mutex>
 #include <utility>
 
@@ -9,15 +11,19 @@ namespace phone {
 
 namespace {
 
-struct Journal {
+using platform::Activity;
+
+constexpr std::size_t keptBesideRequests = 1000;
+
+struct Journals {
     std::mutex mutex;
-    std::vector<JournalEntry> entries;
+    std::map<Activity, std::deque<JournalEntry>> open { { Activity::None, {} } };
 };
 
-Journal& shared()
+Journals& shared()
 {
-    static auto* const journal = new Journal;
-    return *journal;
+    static auto* const journals = new Journals;
+    return *journals;
 }
 
 } // namespace
@@ -25,13 +31,35 @@ Journal& shared()
 void journal(JournalEvent event, std::string_view subject, std::string_view detail)
 {
     const std::lock_guard lock(shared().mutex);
-    shared().entries.push_back({ event, std::string(subject), std::string(detail) });
+    const auto found = shared().open.find(platform::currentActivity());
+    if (found == shared().open.end())
+        return;
+    found->second.push_back({ event, std::string(subject), std::string(detail) });
+    if (found->first == Activity::None && found->second.size() > keptBesideRequests)
+        found->second.pop_front();
 }
 
 std::vector<JournalEntry> takeJournal()
 {
     const std::lock_guard lock(shared().mutex);
-    return std::exchange(shared().entries, {});
+    const auto found = shared().open.find(platform::currentActivity());
+    if (found == shared().open.end())
+        return {};
+    const std::deque<JournalEntry> entries = std::exchange(found->second, {});
+    return { entries.begin(), entries.end() };
+}
+
+OpenJournal::OpenJournal(Activity activity)
+    : activity_(activity)
+{
+    const std::lock_guard lock(shared().mutex);
+    shared().open.try_emplace(activity);
+}
+
+OpenJournal::~OpenJournal()
+{
+    const std::lock_guard lock(shared().mutex);
+    shared().open.erase(activity_);
 }
 
 std::string_view journalEventName(JournalEvent event) noexcept

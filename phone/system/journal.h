@@ -1,11 +1,14 @@
 #pragma once
 
+#include "platform/dispatch/activity.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 /// What happens in this process while it answers one request: the system classes write it, the answer and
-/// the tests read it.
+/// the tests read it. Each request has a journal of its own, in which stands what is done for its activity: what happens
+/// beside it, and what comes of it when its journal is closed, doesn't.
 
 namespace phone {
 
@@ -35,11 +38,24 @@ struct JournalEntry {
     std::string detail {};
 };
 
-/// Any thread.
+/// Into the journal of the calling thread's activity, if it is open. That of no activity is always open, and keeps its
+/// latest 1,000 entries. Any thread.
 void journal(JournalEvent event, std::string_view subject, std::string_view detail = {});
 
-/// What was written since the last call.
+/// What was written into the journal of the calling thread's activity since the last call.
 std::vector<JournalEntry> takeJournal();
+
+/// A journal is open for as long as this lives.
+class OpenJournal {
+public:
+    explicit OpenJournal(platform::Activity activity);
+    ~OpenJournal();
+    OpenJournal(const OpenJournal&) = delete;
+    OpenJournal& operator=(const OpenJournal&) = delete;
+
+private:
+    const platform::Activity activity_;
+};
 
 /// One line for tests, without what was sent and ran: "haptic impact | declined com.example.a: reason".
 std::string journalText(const std::vector<JournalEntry>& entries);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "phone/control/device_state.h"
+#include "phone/control/device.h"
 #include "phone/device/levels.h"
 #include "phone/process/system_images.h"
 #include "phone/springboard/idle_timer/idle_timer.h"

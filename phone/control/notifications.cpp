@@ -1,6 +1,6 @@
-#include "phone/control/notification_requests.h"
-
 #include "phone/bulletinboard/push.h"
+#include "phone/control/answers.h"
+#include "phone/control/request_rows.h"
 
 #include <algorithm>
 
@@ -13,11 +13,9 @@ bool happened(const std::vector<JournalEntry>& entries, JournalEvent event)
     return std::ranges::find(entries, event, &JournalEntry::event) != entries.end();
 }
 
-} // namespace
-
+/// "push": publishes "title", "body", "badge" and "sound" for "application" by "road", and says what came of it.
 Json pushNotification(const Json& request)
 {
-    takeJournal();
     Notification notification { text(request, "application"), text(request, "title"), text(request, "body") };
     if (const auto badge = request.find("badge"); badge != request.end() && badge->is_number_integer())
         notification.badge = badge->get<long>();
@@ -33,6 +31,7 @@ Json pushNotification(const Json& request)
         { "stoppedAt", heldUp.empty() ? Json(nullptr) : Json(heldUp) }, { "journal", toJson(entries) } };
 }
 
+/// "notifications": what the notification centre holds, the oldest first.
 Json listNotifications(const Json&)
 {
     Json list = Json::array();
@@ -42,5 +41,14 @@ Json listNotifications(const Json&)
             { "sound", notification.hasSound } });
     return { { "ok", true }, { "notifications", list } };
 }
+
+constexpr RequestRow rows[] {
+    { "push", pushNotification },
+    { "notifications", listNotifications },
+};
+
+} // namespace
+
+extern const RequestRows notificationRequests { rows };
 
 } // namespace phone

@@ -1,6 +1,6 @@
-#include "phone/control/transition_request.h"
-
+#include "phone/control/answers.h"
 #include "phone/control/authentication.h"
+#include "phone/control/request_rows.h"
 #include "phone/springboard/roads.h"
 #include "phone/springboard/workspace/app_to_app.h"
 
@@ -49,11 +49,13 @@ bool wasValidated(const std::vector<JournalEntry>& entries)
     });
 }
 
-} // namespace
-
+/// "transition": one application opens another. The request names the transition under "transition" as {"eventLabel",
+/// "sourceEntity": {"bundleIdentifier", "action"}, "requester": {"name", "bundleIdentifier"}, "previousScene",
+/// "destination"}; what is null or absent the transition doesn't have, but for the scene, which is then that of what is
+/// in front. The answer is a launch report with "outcome" ("pass", "decline", "background"; null when the transition
+/// was stopped before its validation), "reason" and "inBackground".
 Json openFromAnotherApplication(const Json& request)
 {
-    takeJournal();
     const AppToAppTransition transition = readTransition(objectOrEmpty(request, "transition"));
     const AppToAppAnswer answer = openFromApplication(transition);
     switch (answer.asked) {
@@ -76,5 +78,11 @@ Json openFromAnotherApplication(const Json& request)
     report["front"] = frontmostApplication();
     return report;
 }
+
+constexpr RequestRow rows[] { { "transition", openFromAnotherApplication } };
+
+} // namespace
+
+extern const RequestRows transitionRequests { rows };
 
 } // namespace phone

@@ -1,11 +1,11 @@
-#include "phone/control/device_state.h"
+#include "phone/control/device.h"
 
 #include "phone/backboard/brightness.h"
+#include "phone/control/request_rows.h"
 #include "phone/device/levels.h"
 #include "phone/springboard/idle_timer/idle_timer.h"
 #include "phone/springboard/levels/volume_hud.h"
 #include "platform/dispatch/clock.h"
-#include "platform/dispatch/run_loop.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
@@ -17,13 +17,31 @@ namespace {
 
 Json changeLevel(const Json& request, void (*change)(double level))
 {
-    takeJournal();
     if (const auto level = request.find("level"); level != request.end() && level->is_number()) {
         change(level->get<double>());
-        runUntilIdle();
+        settle();
     }
     return { { "ok", true }, { "device", deviceState() }, { "journal", toJson(takeJournal()) } };
 }
+
+Json changeVolume(const Json& request)
+{
+    return changeLevel(request, [](double level) {
+        const id controller = send<"sharedAVSystemController">(id(classNamed<"AVSystemController">()));
+        send<"setVolumeTo:forCategory:", bool>(controller, static_cast<float>(level), string("Audio/Video"));
+    });
+}
+
+Json changeBrightness(const Json& request)
+{
+    return changeLevel(request,
+        [](double level) { send<"setBrightness:", void>(send<"mainScreen">(id(classNamed<"UIScreen">())), level); });
+}
+
+constexpr RequestRow rows[] {
+    { "volume", changeVolume },
+    { "brightness", changeBrightness },
+};
 
 } // namespace
 
@@ -37,18 +55,6 @@ Json deviceState()
         { "assertions", idleTimerAssertions() } };
 }
 
-Json volume(const Json& request)
-{
-    return changeLevel(request, [](double level) {
-        const id controller = send<"sharedAVSystemController">(id(classNamed<"AVSystemController">()));
-        send<"setVolumeTo:forCategory:", bool>(controller, static_cast<float>(level), string("Audio/Video"));
-    });
-}
-
-Json brightness(const Json& request)
-{
-    return changeLevel(request,
-        [](double level) { send<"setBrightness:", void>(send<"mainScreen">(id(classNamed<"UIScreen">())), level); });
-}
+extern const RequestRows deviceRequests { rows };
 
 } // namespace phone

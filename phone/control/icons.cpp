@@ -1,10 +1,13 @@
-#include "phone/control/icon_requests.h"
-
+#include "phone/control/answers.h"
+#include "phone/control/request_rows.h"
 #include "phone/springboard/icons/icon_list.h"
 #include "phone/springboard/icons/removal.h"
 
 namespace phone {
 
+namespace {
+
+/// "icons": those of all installed applications, and which of them stand on the Home Screen.
 Json listIcons(const Json&)
 {
     Json icons = Json::array();
@@ -14,9 +17,9 @@ Json listIcons(const Json&)
     return { { "ok", true }, { "icons", icons } };
 }
 
+/// "uninstall": asks the system by "road" to remove "application", and says what came of it.
 Json uninstallApplication(const Json& request)
 {
-    takeJournal();
     const RemovalOutcome outcome = requestRemoval(text(request, "road"), text(request, "application"));
     if (!outcome.error.empty())
         return failure(outcome.error);
@@ -27,5 +30,14 @@ Json uninstallApplication(const Json& request)
         { "haptics", subjects(entries, JournalEvent::Haptic) }, { "notes", subjects(entries, JournalEvent::Note) },
         { "journal", toJson(entries) } };
 }
+
+constexpr RequestRow rows[] {
+    { "icons", listIcons },
+    { "uninstall", uninstallApplication },
+};
+
+} // namespace
+
+extern const RequestRows iconRequests { rows };
 
 } // namespace phone

@@ -1,0 +1,56 @@
+#include "phone/control/answers.h"
+#include "phone/control/request_rows.h"
+#include "phone/springboard/home/home_screen.h"
+#include "platform/screen/framework.h"
+
+#include <fstream>
+
+namespace phone {
+
+using namespace platform;
+
+namespace {
+
+/// "describe": the views as text.
+Json describeScreen(const Json&)
+{
+    return { { "ok", true }, { "screen", descriptionOfScreen() } };
+}
+
+/// "screenshot": into the file "path" of the machine that the phone runs on, "scale" pixels a point.
+Json takeScreenshot(const Json& request)
+{
+    const std::string path = text(request, "path");
+    const double scale = request.contains("scale") && request["scale"].is_number() ? request["scale"].get<double>() : 3;
+    const std::string picture = pictureOfScreen(scale);
+    if (picture.empty())
+        return failure("no picture can have that scale");
+    std::ofstream file(path, std::ios::binary);
+    file.write(picture.data(), static_cast<std::streamsize>(picture.size()));
+    file.close();
+    if (!file)
+        return failure("can't write " + path);
+    return { { "ok", true }, { "path", path }, { "bytes", picture.size() } };
+}
+
+/// "folder": "change" ("open" or "close") the one called "name".
+Json changeFolder(const Json& request)
+{
+    const std::string name = text(request, "name");
+    if (text(request, "change") == "open")
+        return openFolderNamed(name) ? Json { { "ok", true } }
+                                     : failure("no folder called " + name + " can be opened now");
+    return closeFolder(name) ? Json { { "ok", true } } : failure("no folder called " + name + " is open");
+}
+
+constexpr RequestRow rows[] {
+    { "describe", describeScreen },
+    { "screenshot", takeScreenshot },
+    { "folder", changeFolder },
+};
+
+} // namespace
+
+extern const RequestRows screenRequests { rows };
+
+} // namespace phone
