@@ -13,7 +13,7 @@ int main(int argumentCount, char** arguments)
     command.add_option("--bus", options.busAddress, "address of the device's bus")->required();
     command.add_option("--ios", version, "version of the platform")->required();
     command.add_flag("--stock", options.stock, "load no library");
-    command.add_option("--ready-fd", options.readyDescriptor, "descriptor that gets a byte when all is ready");
+    command.add_option("--report-fd", options.reportDescriptor, "descriptor that is told of each step of the start");
     CLI11_PARSE(command, argumentCount, arguments);
 
     const auto parsed = platform::parseSystemVersion(version);

@@ -6,6 +6,7 @@
 #include "phone/substrate/injection.h"
 #include "platform/darwin/bus.h"
 #include "platform/dispatch/run_loop.h"
+#include "platform/foundation/descriptor.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/locale.h"
 #include "platform/foundation/user_defaults.h"
@@ -40,20 +41,30 @@ int fail(const std::string& what)
     return 1;
 }
 
-void tellReady(int descriptor)
-{
-    if (descriptor < 0)
-        return;
-    const char ready = '1';
-    if (::write(descriptor, &ready, 1) != 1)
-        std::fprintf(stderr, "nobody waits for this process to be ready\n");
-    ::close(descriptor);
-}
+/// Tells who started this process of each step of its start.
+class StartReport {
+public:
+    explicit StartReport(int descriptor)
+        : descriptor_(descriptor)
+    {
+    }
+
+    void tell(const std::string& line) const
+    {
+        const std::string text = line + "\n";
+        if (descriptor_ && ::write(descriptor_.get(), text.data(), text.size()) < 0)
+            std::fprintf(stderr, "nobody waits for this process to be ready\n");
+    }
+
+private:
+    const platform::detail::Descriptor descriptor_;
+};
 
 } // namespace
 
 int runProcess(const HostOptions& options)
 {
+    std::optional<StartReport> report(options.reportDescriptor);
     const ProcessDefinition* const definition = processDefinition(options.processName);
     if (!definition)
         return fail("no process of the phone is called " + options.processName);
@@ -68,11 +79,13 @@ int runProcess(const HostOptions& options)
     registerClassesOfProcess(definition->name, definition->bundleIdentifier, options.version);
     declareSystemImages(options.version);
     if (!options.stock) {
-        for (const std::string& failure : injectLibraries())
+        const auto loading = [&report](const std::string& path) { report->tell("loading " + path); };
+        for (const std::string& failure : injectLibraries(loading))
             std::fprintf(stderr, "%s: %s\n", options.processName.c_str(), failure.c_str());
     }
     definition->start();
-    tellReady(options.readyDescriptor);
+    report->tell("ready");
+    report.reset();
     runRunLoop();
     disconnectBus();
     return 0;

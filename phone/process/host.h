@@ -16,7 +16,9 @@ struct HostOptions {
     std::string busAddress;
     platform::SystemVersion version;
     bool stock = false; ///< without the injection substrate
-    int readyDescriptor = -1; ///< gets one byte once the process answers requests; -1: nobody waits
+    /// Gets the lines "loading PATH" before each library that is injected, and "ready" once the process answers
+    /// requests; -1: nobody waits.
+    int reportDescriptor = -1;
 };
 
 /// Runs a process of the phone until its bus goes or it is told to end. The order is that of the device:

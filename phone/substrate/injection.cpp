@@ -34,7 +34,7 @@ std::vector<std::string>& injected()
 
 } // namespace
 
-std::vector<std::string> injectLibraries()
+std::vector<std::string> injectLibraries(const std::function<void(const std::string& path)>& loading)
 {
     constexpr std::string_view librarySuffix = ".dylib";
     std::vector<std::string> failures;
@@ -45,6 +45,7 @@ std::vector<std::string> injectLibraries()
         const std::string filter = path.substr(0, path.size() - librarySuffix.size()) + ".plist";
         if (!filterNamesThisProcess(filter))
             continue;
+        loading(path);
         if (::dlopen((deviceRoot() + path).c_str(), RTLD_NOW | RTLD_LOCAL))
             injected().push_back(path);
         else

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +14,8 @@ inline constexpr std::string_view substrateFolder = "/Library/MobileSubstrate/Dy
 /// folder whose filter (a property list of the same name: `Filter` with the lists `Bundles` and
 /// `Executables`) names this process. A library without a readable filter, and one that can't be loaded, is
 /// passed over; returns why, a line for each of the latter.
-std::vector<std::string> injectLibraries();
+/// `loading` is told of each library before it is loaded.
+std::vector<std::string> injectLibraries(const std::function<void(const std::string& path)>& loading);
 
 /// What was loaded into this process, by device path.
 const std::vector<std::string>& injectedLibraries() noexcept;

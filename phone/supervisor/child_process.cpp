@@ -1,18 +1,43 @@
 #include "phone/supervisor/child_process.h"
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <linux/close_range.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
 namespace phone {
+
+namespace {
+
+constexpr int exitWhenNotExecuted = 127;
+
+[[noreturn]] void become(char* const* arguments, pid_t parent, int reportDescriptor)
+{
+    sigset_t none;
+    sigemptyset(&none);
+    // One that outlived its supervisor would run in a phone that is down.
+    if (::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && ::getppid() == parent
+        && ::sigprocmask(SIG_SETMASK, &none, nullptr) == 0 && closeOnExecAllBut(reportDescriptor))
+        ::execv(arguments[0], arguments);
+    ::_exit(exitWhenNotExecuted);
+}
+
+} // namespace
+
+bool closeOnExecAllBut(int kept) noexcept
+{
+    return ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC) == 0
+        && (kept <= STDERR_FILENO || ::fcntl(kept, F_SETFD, 0) == 0);
+}
 
 ChildProcess startChild(std::vector<std::string> arguments)
 {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0)
         return {};
-    arguments.emplace_back("--ready-fd");
+    arguments.emplace_back("--report-fd");
     arguments.push_back(std::to_string(ends[1]));
     std::vector<char*> pointers;
     for (std::string& argument : arguments)
@@ -21,20 +46,13 @@ ChildProcess startChild(std::vector<std::string> arguments)
 
     const pid_t supervisor = ::getpid();
     const pid_t pid = ::fork();
-    if (pid == 0) {
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        if (::getppid() != supervisor)
-            ::_exit(1);
-        sigset_t none;
-        sigemptyset(&none);
-        ::sigprocmask(SIG_SETMASK, &none, nullptr);
-        ::fcntl(ends[1], F_SETFD, 0);
-        ::execv(pointers.front(), pointers.data());
-        ::_exit(127);
-    }
+    if (pid == 0)
+        become(pointers.data(), supervisor, ends[1]);
+    const int error = errno;
     ::close(ends[1]);
     if (pid < 0) {
         ::close(ends[0]);
+        errno = error;
         return {};
     }
     return { pid, ends[0] };

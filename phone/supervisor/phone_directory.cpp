@@ -1,25 +1,21 @@
 #include "phone/supervisor/phone_directory.h"
 
-#include <cstdlib>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 namespace phone {
 
 int PhoneDirectory::supervisorProcess() const
 {
-    const int descriptor = ::open(lockFile().c_str(), O_RDONLY | O_CLOEXEC);
+    const int descriptor = ::open(lockFile().c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
     if (descriptor < 0)
         return 0;
-    int process = 0;
-    if (::flock(descriptor, LOCK_SH | LOCK_NB) != 0) {
-        char text[32] {};
-        if (::read(descriptor, text, sizeof text - 1) > 0)
-            process = std::atoi(text);
-    }
+    struct flock lock { };
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    const bool isHeld = ::fcntl(descriptor, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
     ::close(descriptor);
-    return process;
+    return isHeld ? lock.l_pid : 0;
 }
 
 } // namespace phone

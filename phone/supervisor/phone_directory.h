@@ -19,7 +19,7 @@ public:
     const std::string& root() const noexcept { return root_; }
     std::string runDirectory() const { return root_ + "/.phone"; }
     std::string busAddress() const { return platform::busAddress(platform::busSocketPath(runDirectory())); }
-    /// Held exclusively by the supervisor as long as the phone is up; holds its process id as text.
+    /// Held exclusively by the supervisor as long as the phone is up; the kernel says by whom, and it is empty.
     std::string lockFile() const { return runDirectory() + "/lock"; }
     std::string logFile() const { return runDirectory() + "/log"; }
 

@@ -10,8 +10,10 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
+#include <poll.h>
+#include <sys/inotify.h>
 #include <sys/signalfd.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -19,6 +21,7 @@ namespace phone {
 
 using namespace platform;
 using namespace std::chrono_literals;
+using platform::detail::Descriptor;
 
 namespace {
 
@@ -28,6 +31,35 @@ constexpr int patience = 5;
 std::string hostProgram()
 {
     return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "phone-process";
+}
+
+/// Into the phone's log, which standard error is.
+void log(const std::string& line)
+{
+    std::fprintf(stderr, "supervisor: %s\n", line.c_str());
+}
+
+std::string because(const std::string& what)
+{
+    return what + ": " + std::strerror(errno);
+}
+
+/// Waits for a child's end until then; false when it hasn't ended.
+bool waitUntil(SupervisedProcess::Clock::time_point deadline, pid_t child)
+{
+    constexpr int pauseInMilliseconds = 2;
+    while (::waitpid(child, nullptr, WNOHANG) == 0) {
+        if (SupervisedProcess::Clock::now() > deadline)
+            return false;
+        ::poll(nullptr, 0, pauseInMilliseconds);
+    }
+    return true;
+}
+
+void signalOrLog(pid_t process, int signal)
+{
+    if (::kill(process, signal) != 0 && errno != ESRCH)
+        log(because("can't signal process " + std::to_string(process)));
 }
 
 } // namespace
@@ -40,32 +72,20 @@ Supervisor::Supervisor(SupervisorOptions options)
         processes_.push_back({ .name = std::string(definition.name) });
 }
 
-Supervisor::~Supervisor()
-{
-    for (const int descriptor : { lock_, signals_ })
-        if (descriptor >= 0)
-            ::close(descriptor);
-}
-
 int Supervisor::run()
 {
     // The processes must not hold the starter's pipe open.
-    if (options_.readyDescriptor >= 0)
-        ::fcntl(options_.readyDescriptor, F_SETFD, FD_CLOEXEC);
-    if (!takeLock())
+    if (options_.readyDescriptor >= 0 && ::fcntl(options_.readyDescriptor, F_SETFD, FD_CLOEXEC) != 0)
+        log(because("the starter's descriptor can't be used"));
+    if (!takeLock() || !handleSignalsInLoop())
         return 1;
-    sigset_t handled;
-    sigemptyset(&handled);
-    for (const int signal : { SIGTERM, SIGINT, SIGCHLD })
-        sigaddset(&handled, signal);
-    ::sigprocmask(SIG_BLOCK, &handled, nullptr);
-    ::signal(SIGPIPE, SIG_IGN);
-    signals_ = ::signalfd(-1, &handled, SFD_CLOEXEC | SFD_NONBLOCK);
-    addRunLoopSource(signals_, [this] { handleSignals(); });
-
+    watchDirectory();
     setBusHandler([this](std::string_view request, BusReply reply) { answer(request, std::move(reply)); });
-    if (!startBus())
+    std::string error;
+    if (!startBus(error)) {
+        tellStarter(error);
         return 1;
+    }
     for (Process& process : processes_)
         startProcess(process);
     runRunLoop();
@@ -75,77 +95,157 @@ int Supervisor::run()
 
 bool Supervisor::takeLock()
 {
-    std::error_code ignored;
-    std::filesystem::create_directories(directory_.runDirectory(), ignored);
-    lock_ = ::open(directory_.lockFile().c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
-    if (lock_ < 0) {
-        tellStarter("can't write " + directory_.lockFile() + ": " + std::strerror(errno));
+    std::error_code failed;
+    std::filesystem::create_directories(directory_.runDirectory(), failed);
+    lock_ = Descriptor(
+        ::open(directory_.lockFile().c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
+    struct stat status { };
+    if (!lock_ || ::fstat(lock_.get(), &status) != 0) {
+        tellStarter(because("can't write " + directory_.lockFile()));
         return false;
     }
-    if (::flock(lock_, LOCK_EX | LOCK_NB) != 0) {
-        tellStarter("the phone at " + options_.root + " is up already");
+    if (!S_ISREG(status.st_mode) || ::fchmod(lock_.get(), 0600) != 0) {
+        tellStarter(directory_.lockFile() + " isn't a file of this account");
         return false;
     }
-    const std::string process = std::to_string(::getpid());
-    if (::ftruncate(lock_, 0) != 0 || ::write(lock_, process.data(), process.size()) < 0) {
-        tellStarter("can't write " + directory_.lockFile() + ": " + std::strerror(errno));
+    // Not a lock that children inherit: it goes with this process and no other.
+    struct flock whole { };
+    whole.l_type = F_WRLCK;
+    whole.l_whence = SEEK_SET;
+    if (::fcntl(lock_.get(), F_SETLK, &whole) != 0) {
+        tellStarter(errno == EACCES || errno == EAGAIN ? "the phone at " + options_.root + " is up already"
+                                                       : because("can't lock " + directory_.lockFile()));
         return false;
     }
     return true;
 }
 
-bool Supervisor::startBus()
+bool Supervisor::handleSignalsInLoop()
 {
-    std::string error;
-    busDaemon_ = startBusDaemon(directory_.runDirectory(), error);
-    if (busDaemon_ < 0) {
-        tellStarter(error);
+    sigset_t handled;
+    sigemptyset(&handled);
+    for (const int signal : { SIGTERM, SIGINT, SIGCHLD })
+        sigaddset(&handled, signal);
+    if (::sigprocmask(SIG_BLOCK, &handled, nullptr) == 0 && ::signal(SIGPIPE, SIG_IGN) != SIG_ERR)
+        signals_ = Descriptor(::signalfd(-1, &handled, SFD_CLOEXEC | SFD_NONBLOCK));
+    if (!signals_) {
+        tellStarter(because("can't listen for signals"));
         return false;
     }
-    if (!connectBus(directory_.busAddress(), supervisorPeer, [] {})) {
-        tellStarter("can't reach the phone's bus");
-        return false;
-    }
+    addRunLoopSource(signals_.get(), [this] { handleSignals(); });
     return true;
 }
 
-void Supervisor::restartBus()
+void Supervisor::watchDirectory()
+{
+    directoryWatch_ = Descriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
+    constexpr std::uint32_t changes = IN_DELETE | IN_MOVED_FROM | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
+    if (!directoryWatch_ || ::inotify_add_watch(directoryWatch_.get(), directory_.runDirectory().c_str(), changes) < 0
+        || ::inotify_add_watch(directoryWatch_.get(), options_.root.c_str(), changes) < 0) {
+        log(because("the phone's folder can't be watched"));
+        directoryWatch_ = Descriptor();
+        return;
+    }
+    addRunLoopSource(directoryWatch_.get(), [this] { endWithDirectory(); });
+}
+
+void Supervisor::endWithDirectory()
+{
+    char events[4096];
+    while (::read(directoryWatch_.get(), events, sizeof events) > 0) { }
+    struct stat held { };
+    struct stat present { };
+    const bool isThere = ::fstat(lock_.get(), &held) == 0 && ::stat(directory_.lockFile().c_str(), &present) == 0
+        && held.st_ino == present.st_ino && held.st_dev == present.st_dev;
+    if (isThere)
+        return;
+    log("the folder of the phone is gone, and so the phone ends");
+    stopRunLoop();
+}
+
+bool Supervisor::startBus(std::string& error)
+{
+    busDaemon_ = startBusDaemon(directory_.runDirectory(), error);
+    if (busDaemon_ < 0)
+        return false;
+    if (connectBus(directory_.busAddress(), supervisorPeer, [] {}))
+        return true;
+    error = "can't reach the phone's bus";
+    endBus();
+    return false;
+}
+
+void Supervisor::keepBusUp()
 {
     disconnectBus();
-    if (!startBus()) {
-        exitStatus_ = 1;
-        stopRunLoop();
+    std::string error;
+    if (startBus(error)) {
+        if (std::exchange(failedBusStarts_, 0) > 0)
+            log("the bus is up again");
+        return;
     }
+    if (failedBusStarts_++ == 0)
+        log(error + "; trying again until it does");
+    dispatch_after(pauseAfter(failedBusStarts_), dispatch_get_main_queue(), [this] {
+        if (!comingDown_)
+            keepBusUp();
+    });
 }
 
 void Supervisor::startProcess(Process& process)
 {
     std::vector<std::string> arguments { hostProgram(), "--root", options_.root, "--process", process.name, "--bus",
         directory_.busAddress(), "--ios", options_.version.text() };
-    if (options_.stock)
+    if (options_.stock || process.comesUpWithoutLibraries())
         arguments.emplace_back("--stock");
     process.ready = false;
+    process.report.clear();
+    process.libraries.clear();
+    process.started = Clock::now();
     process.child = startChild(std::move(arguments));
-    ++process.starts;
     if (process.child.pid < 0) {
-        giveUp("can't start " + process.name + ": " + std::strerror(errno));
+        if (process.failedStarts++ == 0)
+            log(because("can't start " + process.name) + "; trying again until it does");
+        startLater(process);
         return;
     }
-    process.readySource = addRunLoopSource(process.child.readyDescriptor, [this, &process] {
-        char byte = 0;
-        const bool ready = ::read(process.child.readyDescriptor, &byte, 1) == 1;
-        removeRunLoopSource(process.readySource);
-        ::close(process.child.readyDescriptor);
-        process.readySource = 0;
-        if (ready)
-            processIsReady(process);
+    ++process.starts;
+    process.reportSource = addRunLoopSource(process.child.reportDescriptor, [this, &process] { hearReport(process); });
+}
+
+void Supervisor::startLater(Process& process)
+{
+    dispatch_after(pauseAfter(process.failedStarts), dispatch_get_main_queue(), [this, &process] {
+        if (!comingDown_ && process.child.pid < 0)
+            startProcess(process);
     });
+}
+
+void Supervisor::hearReport(Process& process)
+{
+    char bytes[512];
+    const ssize_t count = ::read(process.child.reportDescriptor, bytes, sizeof bytes);
+    if (count < 0 && (errno == EINTR || errno == EAGAIN))
+        return;
+    if (count <= 0)
+        stopHearing(process);
+    else if (process.hear({ bytes, static_cast<std::size_t>(count) }))
+        processIsReady(process);
+}
+
+void Supervisor::stopHearing(Process& process)
+{
+    if (process.reportSource == 0)
+        return;
+    removeRunLoopSource(std::exchange(process.reportSource, 0));
+    ::close(std::exchange(process.child.reportDescriptor, -1));
 }
 
 void Supervisor::processIsReady(Process& process)
 {
     process.ready = true;
-    process.failedStarts = 0;
+    if (std::exchange(process.failedStarts, 0) > 1)
+        log(process.name + " has started again");
     const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - process.killed);
     for (const BusReply& reply : std::exchange(process.waiting, {}))
         reply("{\"ok\":true,\"pid\":" + std::to_string(process.child.pid)
@@ -160,44 +260,43 @@ void Supervisor::collectEndedChildren()
     for (pid_t pid = ::waitpid(-1, &status, WNOHANG); pid > 0; pid = ::waitpid(-1, &status, WNOHANG)) {
         if (comingDown_)
             continue;
-        if (pid == busDaemon_)
-            restartBus();
+        if (pid == busDaemon_) {
+            log("the bus has ended; it is started again");
+            busDaemon_ = -1;
+            keepBusUp();
+        }
         for (Process& process : processes_)
             if (process.child.pid == pid)
-                processHasEnded(process);
+                processHasEnded(process, status);
     }
 }
 
-void Supervisor::processHasEnded(Process& process)
+void Supervisor::processHasEnded(Process& process, int status)
 {
-    if (process.readySource != 0) {
-        removeRunLoopSource(process.readySource);
-        ::close(process.child.readyDescriptor);
-        process.readySource = 0;
-    }
+    // What it has still said, the library that it died in above all.
+    while (process.reportSource != 0)
+        hearReport(process);
+    const bool wasReady = std::exchange(process.ready, false);
+    const std::string end = process.noteEnd(status, Clock::now());
     process.child = {};
-    if (!process.ready && ++process.failedStarts >= patience && options_.readyDescriptor >= 0
-        && process.starts == patience) {
+    if (!wasReady)
+        ++process.failedStarts;
+    if (!end.empty() && (wasReady || process.failedStarts == 1 || process.lastSignal != 0))
+        log(end);
+    if (process.failedStarts >= patience && options_.readyDescriptor >= 0 && process.starts == patience) {
         giveUp(process.name + " doesn't start; " + directory_.logFile() + " may tell why");
         return;
     }
-    const bool wasReady = std::exchange(process.ready, false);
-    if (wasReady || process.failedStarts == 0) {
+    if (wasReady)
         startProcess(process);
-        return;
-    }
-    // One that dies in its start is tried again ever more slowly, up to half a second.
-    const auto delay = std::min(500ms, 10ms * (1 << std::min(process.failedStarts, 6)));
-    dispatch_after(delay, dispatch_get_main_queue(), [this, &process] {
-        if (!comingDown_ && process.child.pid < 0)
-            startProcess(process);
-    });
+    else
+        startLater(process);
 }
 
 void Supervisor::handleSignals()
 {
     signalfd_siginfo information {};
-    while (::read(signals_, &information, sizeof information) == sizeof information)
+    while (::read(signals_.get(), &information, sizeof information) == sizeof information)
         if (information.ssi_signo != SIGCHLD)
             stopRunLoop();
     collectEndedChildren();
@@ -206,29 +305,51 @@ void Supervisor::handleSignals()
 void Supervisor::comeDown()
 {
     comingDown_ = true;
+    const std::vector<std::string> killed = endProcesses();
+    for (const std::string& name : killed)
+        log(name + " didn't end when it was told to, and was killed");
+    if (const BusReply reply = std::exchange(downReply_, nullptr)) {
+        std::string names;
+        for (const std::string& name : killed)
+            names += (names.empty() ? "\"" : ",\"") + name + "\"";
+        reply("{\"ok\":true,\"killed\":[" + names + "]}");
+    }
     disconnectBus();
-    for (const Process& process : processes_)
-        if (process.child.pid > 0)
-            ::kill(process.child.pid, SIGTERM);
-    const auto deadline = Clock::now() + 2s;
-    bool all = false;
-    for (Process& process : processes_) {
-        while (process.child.pid > 0) {
-            if (::waitpid(process.child.pid, nullptr, WNOHANG) != 0)
-                process.child.pid = -1;
-            else if (Clock::now() > deadline && !std::exchange(all, true))
-                for (const Process& late : processes_)
-                    if (late.child.pid > 0)
-                        ::kill(late.child.pid, SIGKILL);
-            ::usleep(1000);
-        }
-    }
-    if (busDaemon_ > 0) {
-        ::kill(busDaemon_, SIGTERM);
-        ::waitpid(busDaemon_, nullptr, 0);
-    }
+    endBus();
     std::error_code ignored;
     std::filesystem::remove(busSocketPath(directory_.runDirectory()), ignored);
+}
+
+std::vector<std::string> Supervisor::endProcesses()
+{
+    for (const Process& process : processes_)
+        if (process.child.pid > 0)
+            signalOrLog(process.child.pid, SIGTERM);
+    const auto deadline = Clock::now() + timeToEnd;
+    std::vector<std::string> killed;
+    for (const Process& process : processes_) {
+        if (process.child.pid <= 0 || waitUntil(deadline, process.child.pid))
+            continue;
+        signalOrLog(process.child.pid, SIGKILL);
+        killed.push_back(process.name);
+        if (!waitUntil(Clock::now() + timeToEnd, process.child.pid))
+            log(process.name + " can't be killed");
+    }
+    return killed;
+}
+
+void Supervisor::endBus()
+{
+    const pid_t daemon = std::exchange(busDaemon_, -1);
+    if (daemon < 0)
+        return;
+    signalOrLog(daemon, SIGTERM);
+    if (waitUntil(Clock::now() + timeToEnd, daemon))
+        return;
+    log("the bus didn't end when it was told to, and was killed");
+    signalOrLog(daemon, SIGKILL);
+    if (!waitUntil(Clock::now() + timeToEnd, daemon))
+        log("the bus can't be killed");
 }
 
 void Supervisor::giveUp(const std::string& reason)
@@ -248,7 +369,7 @@ void Supervisor::tellStarter(std::string_view text)
         return;
     }
     if (::write(options_.readyDescriptor, text.data(), text.size()) < 0)
-        std::fprintf(stderr, "who started the phone is gone\n");
+        log("who started the phone is gone");
     ::close(options_.readyDescriptor);
 }
 

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "phone/supervisor/child_process.h"
 #include "phone/supervisor/phone_directory.h"
+#include "phone/supervisor/supervised_process.h"
 #include "platform/darwin/bus.h"
 #include "platform/darwin/system.h"
 #include "platform/dispatch/run_loop.h"
+#include "platform/foundation/descriptor.h"
 
-#include <chrono>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,39 +21,43 @@ struct SupervisorOptions {
 };
 
 /// Starts the bus and the processes of a phone, has each back when it ends, and answers the command:
-/// "status", "kill" (a process, with SIGKILL), "respring" and nothing else. One a phone: it holds the
+/// "status", "kill" (a process, with SIGKILL), "respring", "down" and nothing else. One a phone: it holds the
 /// phone's lock.
+///
+/// What can't be started now is tried again after ever longer pauses, with one line in the log. A process that crashes
+/// three times in a row comes up without third-party libraries, until the owner restarts it. A phone whose folder is
+/// taken away ends.
 class Supervisor {
 public:
     explicit Supervisor(SupervisorOptions options);
-    ~Supervisor();
 
-    /// Until SIGTERM or SIGINT, or until the phone can't come up. Returns the exit status.
+    /// Until "down", SIGTERM or SIGINT, or until the phone can't come up. Returns the exit status.
     int run();
 
 private:
-    using Clock = std::chrono::steady_clock;
-
-    struct Process {
-        std::string name;
-        ChildProcess child {};
-        platform::RunLoopSource readySource = 0;
-        bool ready = false;
-        int starts = 0;
-        int failedStarts = 0; ///< in a row, without having been ready
-        std::vector<platform::BusReply> waiting {}; ///< for its return
-        Clock::time_point killed {};
-    };
+    using Process = SupervisedProcess;
+    using Clock = Process::Clock;
 
     bool takeLock();
-    bool startBus();
-    void restartBus();
+    bool handleSignalsInLoop();
+    void watchDirectory();
+    void endWithDirectory();
+
+    bool startBus(std::string& error);
+    void keepBusUp();
+
     void startProcess(Process& process);
+    void startLater(Process& process);
+    void hearReport(Process& process);
+    void stopHearing(Process& process);
     void processIsReady(Process& process);
+    void processHasEnded(Process& process, int status);
     void collectEndedChildren();
-    void processHasEnded(Process& process);
     void handleSignals();
+
     void comeDown();
+    std::vector<std::string> endProcesses();
+    void endBus();
     void giveUp(const std::string& reason);
     void tellStarter(std::string_view text);
 
@@ -65,11 +68,14 @@ private:
 
     const SupervisorOptions options_;
     const PhoneDirectory directory_;
-    int lock_ = -1;
-    int signals_ = -1;
+    platform::detail::Descriptor lock_;
+    platform::detail::Descriptor signals_;
+    platform::detail::Descriptor directoryWatch_;
     pid_t busDaemon_ = -1;
+    int failedBusStarts_ = 0;
     std::vector<Process> processes_;
     bool comingDown_ = false;
+    platform::BusReply downReply_;
     int exitStatus_ = 0;
 };
 
