@@ -2,12 +2,17 @@
 
 #include "platform/darwin/bus.h"
 
+#include "platform/dispatch/run_loop.h"
+
 #include <chrono>
+#include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 namespace cli {
 
 using namespace platform;
+using namespace std::chrono_literals;
 using Json = nlohmann::json;
 
 bool connectToPhone(const phone::PhoneDirectory& directory)
@@ -15,11 +20,35 @@ bool connectToPhone(const phone::PhoneDirectory& directory)
     return busIsConnected() || (directory.supervisorProcess() != 0 && connectBus(directory.busAddress(), {}, [] {}));
 }
 
+namespace {
+
+/// Has the peer answer, or say within seconds that it can't be had: one that doesn't answer in three is asked whether
+/// it is there, and where it is, it has its time.
+BusOutcome outcomeOf(std::string_view peer, const std::string& request)
+{
+    constexpr auto firstLook = 3s;
+    constexpr auto signOfLife = 2s;
+    constexpr auto limit = 60s;
+    const auto answered = std::make_shared<std::optional<BusOutcome>>();
+    requestFromPeer(peer, request, limit, [answered](const BusOutcome& outcome) { *answered = outcome; });
+    const auto isThere = [&answered] { return answered->has_value(); };
+    if (!runUntil(isThere, firstLook)) {
+        const auto alive = std::make_shared<std::optional<BusOutcome>>();
+        requestFromPeer(
+            peer, R"({"verb":"ping"})", signOfLife, [alive](const BusOutcome& outcome) { *alive = outcome; });
+        runUntil([&] { return isThere() || alive->has_value(); }, signOfLife + 1s);
+        if (!isThere() && (!*alive || (*alive)->status != BusOutcome::Status::Replied))
+            return { BusOutcome::Status::TimedOut, {} };
+        runUntil(isThere, limit);
+    }
+    return answered->value_or(BusOutcome { BusOutcome::Status::TimedOut, {} });
+}
+
+} // namespace
+
 Json askPhone(std::string_view peer, const Json& request)
 {
-    constexpr auto limit = std::chrono::seconds { 10 };
-    const BusOutcome outcome
-        = requestFromPeerAndWait(peer, request.dump(-1, ' ', false, Json::error_handler_t::replace), limit);
+    const BusOutcome outcome = outcomeOf(peer, request.dump(-1, ' ', false, Json::error_handler_t::replace));
     const auto failed = [&peer](std::string_view what) {
         return Json { { "ok", false }, { "error", std::string(peer) + std::string(what) } };
     };
@@ -37,11 +66,27 @@ Json askPhone(std::string_view peer, const Json& request)
     return answer.is_object() ? answer : failed(" gave an answer that can't be read");
 }
 
+std::string whyNotConnected(const phone::PhoneDirectory& directory)
+{
+    const std::string phone = "the phone at " + directory.root();
+    return directory.supervisorProcess() == 0 ? phone + " isn't up" : phone + " is up, but its bus doesn't answer";
+}
+
 Json askPhone(const phone::PhoneDirectory& directory, std::string_view peer, const Json& request)
 {
     if (!connectToPhone(directory))
-        return { { "ok", false }, { "error", "the phone at " + directory.root() + " isn't up" } };
+        return { { "ok", false }, { "error", whyNotConnected(directory) } };
     return askPhone(peer, request);
+}
+
+ExitStatus tellAnswer(const phone::PhoneDirectory& directory, std::string_view peer, const Json& request,
+    const std::function<std::string(const Json& answer)>& describe)
+{
+    const Json answer = askPhone(directory, peer, request);
+    if (!answer.value("ok", false))
+        return refuse(answer.value("error", "no answer"));
+    say(describe(answer), answer);
+    return ExitStatus::Done;
 }
 
 } // namespace cli

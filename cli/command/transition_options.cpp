@@ -1,6 +1,7 @@
 #include "cli/command/transition_options.h"
 
-#include <CLI/CLI.hpp>
+#include "cli/command/arguments.h"
+
 #include <nlohmann/json.hpp>
 
 namespace cli {
@@ -9,14 +10,20 @@ using Json = nlohmann::json;
 
 namespace {
 
-Json textOrNull(const std::optional<std::string>& text)
+Json textOrNull(const std::optional<Word>& text)
 {
-    return text ? Json(*text) : Json(nullptr);
+    return text ? Json(text->text()) : Json(nullptr);
+}
+
+const std::string& actionOf(const TransitionOptions& options)
+{
+    static const std::string openUrl = "openURL";
+    return options.opensUrl ? openUrl : options.action.text();
 }
 
 struct Requester {
-    std::optional<std::string> name;
-    std::optional<std::string> bundleIdentifier;
+    std::optional<Word> name;
+    std::optional<Word> bundleIdentifier;
 };
 
 Requester requesterOf(const TransitionOptions& options)
@@ -24,7 +31,7 @@ Requester requesterOf(const TransitionOptions& options)
     if (options.requester || options.requesterBundle)
         return { options.requester, options.requesterBundle };
     if (options.source.empty() || options.isBreadcrumb)
-        return { "SpringBoard", "com.apple.springboard" };
+        return { Word("SpringBoard"), Word("com.apple.springboard") };
     return { options.source, options.source };
 }
 
@@ -33,10 +40,10 @@ Json labelOf(const TransitionOptions& options, const Requester& requester, const
     if (options.hasNoLabel)
         return nullptr;
     if (options.label)
-        return *options.label;
+        return options.label->text();
     if (options.isBreadcrumb)
         return "ActivateFromBreadcrumb";
-    const std::string asks = requester.bundleIdentifier.value_or(requester.name.value_or(""));
+    const std::string asks = requester.bundleIdentifier.value_or(requester.name.value_or(Word()));
     return "OpenApplication(" + destination + ")ForRequester(" + asks + ")";
 }
 
@@ -44,41 +51,36 @@ Json labelOf(const TransitionOptions& options, const Requester& requester, const
 
 bool TransitionOptions::any() const
 {
-    return !source.empty() || action != "none" || isBreadcrumb || hasNoLabel || label || requester || requesterBundle
+    return !source.empty() || actionOf(*this) != "none" || isBreadcrumb || hasNoLabel || label || requester || requesterBundle
         || previousScene;
 }
 
-void addTransitionOptions(CLI::App& verb, TransitionOptions& options)
+void addTransitionOptions(Arguments& arguments, TransitionOptions& options)
 {
-    verb.add_option("--from", options.source, "bundle identifier of the application that opens the other")
-        ->type_name("ID");
-    verb.add_flag_callback(
-        "--url", [&options] { options.action = "openURL"; }, "it opens a URL");
-    verb.add_option("--action", options.action, "what it brings along: none, openURL or other")
-        ->check(CLI::IsMember({ "none", "openURL", "other" }));
-    verb.add_flag("--breadcrumb", options.isBreadcrumb, "by the way back in the status bar");
-    CLI::Option* const label
-        = verb.add_option("--label", options.label, "the request's event label")->type_name("TEXT");
-    verb.add_flag("--no-label", options.hasNoLabel, "a request without a label")->excludes(label);
-    verb.add_option("--requester", options.requester, "name of the process that asks: lsd, configd, …")
-        ->type_name("NAME");
-    verb.add_option("--requester-bundle", options.requesterBundle, "bundle identifier of that process")
-        ->type_name("ID");
-    verb.add_option("--previous-scene", options.previousScene, "the scene that was in front: sceneID:ID-default, …")
-        ->type_name("SCENE");
+    arguments.add("--from", options.source, "bundle identifier of the application that opens the other").shownAs("ID");
+    arguments.flag("--url", options.opensUrl, "it opens a URL");
+    arguments.add("--action", options.action, "what it brings along: none, openURL or other")
+        .oneOf({ "none", "openURL", "other" });
+    arguments.flag("--breadcrumb", options.isBreadcrumb, "by the way back in the status bar");
+    arguments.add("--label", options.label, "the request's event label").shownAs("TEXT");
+    arguments.flag("--no-label", options.hasNoLabel, "a request without a label").excludes("--label");
+    arguments.add("--requester", options.requester, "name of the process that asks: lsd, configd, …").shownAs("NAME");
+    arguments.add("--requester-bundle", options.requesterBundle, "bundle identifier of that process").shownAs("ID");
+    arguments.add("--previous-scene", options.previousScene, "the scene that was in front: sceneID:ID-default, …")
+        .shownAs("SCENE");
 }
 
 Json transitionRecord(const TransitionOptions& options, const std::string& destination)
 {
     const Requester requester = requesterOf(options);
-    const bool hasEntity = !options.isBreadcrumb && (!options.source.empty() || options.action != "none");
+    const bool hasEntity = !options.isBreadcrumb && (!options.source.empty() || actionOf(options) != "none");
     Json entity;
     if (hasEntity)
-        entity = { { "bundleIdentifier", options.source.empty() ? Json(nullptr) : Json(options.source) },
-            { "action", options.action } };
+        entity = { { "bundleIdentifier", options.source.empty() ? Json(nullptr) : Json(options.source.text()) },
+            { "action", actionOf(options) } };
     auto scene = options.previousScene;
     if (!scene && options.isBreadcrumb && !options.source.empty())
-        scene = "sceneID:" + options.source + "-default";
+        scene = Word("sceneID:" + options.source.text() + "-default");
     return { { "transitionRequest", true }, { "eventLabel", labelOf(options, requester, destination) },
         { "sourceEntity", entity },
         { "requester",

@@ -1,26 +1,27 @@
 #pragma once
 
+#include "cli/command/word.h"
+
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
-
-namespace CLI {
-class App;
-}
 
 /// How an application opens another one, as the command line says it.
 
 namespace cli {
 
+class Arguments;
+
 struct TransitionOptions {
-    std::string source {}; ///< "" for none
-    std::string action = "none"; ///< none, openURL, other
+    Word source {}; ///< "" for none
+    Word action { "none" }; ///< none, openURL, other
+    bool opensUrl = false;
     bool isBreadcrumb = false;
     bool hasNoLabel = false;
-    std::optional<std::string> label {};
-    std::optional<std::string> requester {};
-    std::optional<std::string> requesterBundle {};
-    std::optional<std::string> previousScene {};
+    std::optional<Word> label {};
+    std::optional<Word> requester {};
+    std::optional<Word> requesterBundle {};
+    std::optional<Word> previousScene {};
 
     /// Whether any of them was given, so that it is a transition from another application at all.
     bool any() const;
@@ -28,7 +29,7 @@ struct TransitionOptions {
 
 /// Adds --from, --url, --action, --breadcrumb, --label, --no-label, --requester, --requester-bundle and
 /// --previous-scene to a verb. `options` must outlive it.
-void addTransitionOptions(CLI::App& verb, TransitionOptions& options);
+void addTransitionOptions(Arguments& arguments, TransitionOptions& options);
 
 /// The transition in the form in which the phone takes it and `explain redirect` reads it. What wasn't said is
 /// as it usually is: a source asks in its own name for its destination, and a breadcrumb leads back to the

@@ -1,5 +1,8 @@
 #include "cli/explain/explain_command.h"
 
+#include "cli/command/arguments.h"
+#include "cli/command/transition_options.h"
+#include "cli/command/verb_rows.h"
 #include "cli/explain/explain_launch.h"
 #include "cli/explain/explain_notification.h"
 #include "cli/explain/explain_purchases.h"
@@ -9,9 +12,9 @@
 #include "phone/bulletinboard/push.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/roads.h"
+#include "phone/supervisor/phone_directory.h"
 #include "platform/foundation/files.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
 #include <iostream>
@@ -24,6 +27,16 @@ using namespace platform;
 using Json = nlohmann::json;
 
 namespace {
+
+struct ExplainOptions {
+    std::string preferences; ///< property list on this machine; "" for the phone's domain
+    Word destination; ///< the application in question; "" to answer records
+    std::vector<Word> purchases; ///< what is to be bought; none to answer records
+    Word road; ///< one road; "" for all
+    std::optional<Word> bypass;
+    std::optional<double> secondsSinceLaunch;
+    TransitionOptions transition;
+};
 
 std::optional<id> preferencesFor(const phone::PhoneDirectory& directory, const ExplainOptions& options)
 {
@@ -123,10 +136,10 @@ std::vector<ExplainedPurchase> explainOn(
 
 ExplainedLaunch explainOn(const LaunchRoadTraits& road, const ExplainOptions& options, const ExplainPolicies& policies)
 {
-    Json record { { "road", roadName(road) }, { "bundleIdentifier", options.destination },
-        { "layout", { options.destination } } };
+    Json record { { "road", roadName(road) }, { "bundleIdentifier", options.destination.text() },
+        { "layout", { options.destination.text() } } };
     if (options.bypass)
-        record["bypass"] = *options.bypass;
+        record["bypass"] = options.bypass->text();
     return explainLaunch(record, policies);
 }
 
@@ -148,7 +161,7 @@ template <class Road, class Explain> ExitStatus answerRoads(
     std::span<const Road> roads, const Road* wanted, const ExplainOptions& options, Json answer, Explain explain)
 {
     if (!options.road.empty() && !wanted)
-        return refuse("there is no road " + options.road);
+        return refuse("there is no road " + options.road.text());
     std::string text;
     answer["roads"] = Json::array();
     for (const Road& road : roads) {
@@ -164,53 +177,6 @@ template <class Road, class Explain> ExitStatus answerRoads(
     return ExitStatus::Done;
 }
 
-} // namespace
-
-void addExplain(CLI::App& command, ExplainOptions& options, const std::function<void(ExplainAction)>& chosen)
-{
-    CLI::App* const explain = command.add_subcommand("explain", "say what would happen, and which rule says so");
-    explain->require_subcommand(1);
-    explain->fallthrough();
-    const auto add = [&](const char* name, const char* description, auto function) {
-        CLI::App* const verb = explain->add_subcommand(name, description);
-        verb->add_option("--preferences", options.preferences, "a property list of this machine (default: the phone's)")
-            ->type_name("FILE");
-        verb->callback([&options, chosen, function] {
-            chosen(
-                [&options, function](const phone::PhoneDirectory& directory) { return function(directory, options); });
-        });
-        return verb;
-    };
-    CLI::App* const launch = add("launch",
-        "whether an application opens, road by road; without ID, a verdict for each record on standard input",
-        explainLaunches);
-    launch->add_option("ID", options.destination, "bundle identifier");
-    launch->add_option("--road", options.road, "one road: \"tap\", or \"SBIconView _handleTap\"");
-    launch->add_option("--bypass", options.bypass, "the application that has just been authenticated")->type_name("ID");
-
-    CLI::App* const notification = add("notification",
-        "whether a notification is published, road by road; without ID, a verdict for each record on standard input",
-        explainNotifications);
-    notification->add_option("ID", options.destination, "bundle identifier");
-    notification->add_option(
-        "--road", options.road, "one road: \"bulletin\", or \"BBServer publishBulletin:destinations:\"");
-
-    CLI::App* const redirect = add("redirect",
-        "whether one application may open another; without --to, a verdict for each record on standard input",
-        explainRedirects);
-    redirect->add_option("--to", options.destination, "bundle identifier of the application to open")->type_name("ID");
-    addTransitionOptions(*redirect, options.transition);
-    redirect->add_option("--since-launch", options.secondsSinceLaunch, "seconds since the source was launched")
-        ->type_name("SECONDS");
-
-    CLI::App* const purchases = add("purchases",
-        "whether the store shows and installs an update, road by road; without ID, a verdict for each record on "
-        "standard input",
-        explainPurchases);
-    purchases->add_option("ID", options.purchases, "bundle identifiers of what is bought at once");
-    purchases->add_option("--road", options.road, "one road: \"jobs\", or \"ASDApp isUpdateAvailable\"");
-}
-
 ExitStatus explainLaunches(const phone::PhoneDirectory& directory, const ExplainOptions& options)
 {
     const auto preferences = preferencesFor(directory, options);
@@ -221,7 +187,7 @@ ExitStatus explainLaunches(const phone::PhoneDirectory& directory, const Explain
         return answerLines(policies, explainLaunchLine);
 
     return answerRoads(launchRoads(), options.road.empty() ? nullptr : roadNamed(roadFrom(options.road)), options,
-        { { "bundleIdentifier", options.destination } }, [&](const LaunchRoadTraits& road) {
+        { { "bundleIdentifier", options.destination.text() } }, [&](const LaunchRoadTraits& road) {
             const ExplainedLaunch explained = explainOn(road, options, policies);
             return std::vector { RoadAnswer { describeLaunchVerdict(explained), objectWithRoad(explained) } };
         });
@@ -262,9 +228,10 @@ ExitStatus explainNotifications(const phone::PhoneDirectory& directory, const Ex
     if (options.destination.empty())
         return answerLines(policies, explainNotificationLine);
     return answerRoads(notificationRoads(), options.road.empty() ? nullptr : notificationRoad(options.road), options,
-        { { "bundleIdentifier", options.destination } }, [&](const NotificationRoadTraits& road) {
+        { { "bundleIdentifier", options.destination.text() } }, [&](const NotificationRoadTraits& road) {
             const ExplainedNotification explained = explainNotification(
-                { { "road", roadName(road) }, { "notification", { { "sectionID", options.destination } } } }, policies);
+                { { "road", roadName(road) }, { "notification", { { "sectionID", options.destination.text() } } } },
+                policies);
             return std::vector { RoadAnswer {
                 describeNotificationVerdict(explained), notificationVerdictObject(explained) } };
         });
@@ -278,14 +245,78 @@ ExitStatus explainPurchases(const phone::PhoneDirectory& directory, const Explai
     const ExplainPolicies policies(*preferences);
     if (options.purchases.empty())
         return answerLines(policies, explainPurchaseLine);
+    const std::vector<std::string> identifiers(options.purchases.begin(), options.purchases.end());
     return answerRoads(storeRoads(), options.road.empty() ? nullptr : storeRoad(options.road), options,
-        { { "identifiers", options.purchases } }, [&](const StoreRoadTraits& road) {
+        { { "identifiers", identifiers } }, [&](const StoreRoadTraits& road) {
             std::vector<RoadAnswer> answers;
-            for (const ExplainedPurchase& explained : explainOn(road, options.purchases, policies))
+            for (const ExplainedPurchase& explained : explainOn(road, identifiers, policies))
                 answers.push_back({ describePurchaseVerdict(explained), purchaseVerdictObject(explained) });
             return answers;
         });
 }
+
+using ExplainFunction = ExitStatus (*)(const phone::PhoneDirectory& directory, const ExplainOptions& options);
+
+Action explaining(Arguments& arguments, const std::shared_ptr<ExplainOptions>& options, ExplainFunction function)
+{
+    arguments.add("--preferences", options->preferences, "a property list of this machine (default: the phone's)")
+        .shownAs("FILE");
+    return [options, function](const phone::PhoneDirectory& directory) { return function(directory, *options); };
+}
+
+Action launch(Arguments& arguments)
+{
+    const auto options = std::make_shared<ExplainOptions>();
+    arguments.add("ID", options->destination, "bundle identifier");
+    arguments.add("--road", options->road, "one road: \"tap\", or \"SBIconView _handleTap\"");
+    arguments.add("--bypass", options->bypass, "the application that has just been authenticated").shownAs("ID");
+    return explaining(arguments, options, explainLaunches);
+}
+
+Action notification(Arguments& arguments)
+{
+    const auto options = std::make_shared<ExplainOptions>();
+    arguments.add("ID", options->destination, "bundle identifier");
+    arguments.add("--road", options->road, "one road: \"bulletin\", or \"BBServer publishBulletin:destinations:\"");
+    return explaining(arguments, options, explainNotifications);
+}
+
+Action redirect(Arguments& arguments)
+{
+    const auto options = std::make_shared<ExplainOptions>();
+    arguments.add("--to", options->destination, "bundle identifier of the application to open").shownAs("ID");
+    addTransitionOptions(arguments, options->transition);
+    arguments.add("--since-launch", options->secondsSinceLaunch, "seconds since the source was launched")
+        .shownAs("SECONDS");
+    return explaining(arguments, options, explainRedirects);
+}
+
+Action purchases(Arguments& arguments)
+{
+    const auto options = std::make_shared<ExplainOptions>();
+    arguments.add("ID", options->purchases, "bundle identifiers of what is bought at once");
+    arguments.add("--road", options->road, "one road: \"jobs\", or \"ASDApp isUpdateAvailable\"");
+    return explaining(arguments, options, explainPurchases);
+}
+
+constexpr VerbRow rows[] {
+    { "explain launch",
+        "whether an application opens, road by road; without ID, a verdict for each record on standard input", launch },
+    { "explain notification",
+        "whether a notification is published, road by road; without ID, a verdict for each record on standard input",
+        notification },
+    { "explain redirect",
+        "whether one application may open another; without --to, a verdict for each record on standard input",
+        redirect },
+    { "explain purchases",
+        "whether the store shows and installs an update, road by road; without ID, a verdict for each record on "
+        "standard input",
+        purchases },
+};
+
+} // namespace
+
+extern const VerbRows explainVerbs { rows };
 
 std::string explainLaunchLine(std::string_view text, const ExplainPolicies& policies)
 {

@@ -1,3 +1,4 @@
+#include "cli/command/transition_options.h"
 #include "cli/explain/explain_command.h"
 #include "cli/explain/explain_launch.h"
 #include "cli/explain/explain_notification.h"

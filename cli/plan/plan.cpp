@@ -1,9 +1,10 @@
-#include "cli/plan/plan_command.h"
-
+#include "cli/command/arguments.h"
+#include "cli/command/verb_rows.h"
 #include "entry/load_plan.h"
 #include "phone/process/process_definition.h"
 #include "platform/runtime/class.h"
 
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -103,28 +104,53 @@ void printStep(std::ostream& out, const LoadStep& step, std::size_t number)
         step.group->forEachRow([&out](const HookRow& row) { printRow(out, row); });
 }
 
-} // namespace
+struct PlanOptions {
+    Word bundleIdentifier;
+    Word processName;
+    platform::SystemVersion version { 16, 0, 0 };
+    std::vector<Word> absentClasses;
+};
 
+/// The library's load into a process of that name, step by step, and for each row of a hook group whether its target
+/// exists there.
 ExitStatus printPlan(const PlanOptions& options)
 {
-    phone::registerClassesOfProcess(
-        options.processName, options.bundleIdentifier, options.version, options.absentClasses);
-    const LoadFacts facts { { options.bundleIdentifier, options.processName, options.version },
+    const std::string& processName = options.processName;
+    const std::string& bundleIdentifier = options.bundleIdentifier;
+    const std::vector<std::string> absent(options.absentClasses.begin(), options.absentClasses.end());
+    phone::registerClassesOfProcess(processName, bundleIdentifier, options.version, absent);
+    const LoadFacts facts { { bundleIdentifier, processName, options.version },
         [](std::string_view name) { return platform::NSClassFromString(name) != nullptr; } };
 
     std::ostringstream text;
-    text << "Load into " << options.processName << " ("
-         << (options.bundleIdentifier.empty() ? "no bundle identifier" : options.bundleIdentifier) << ") on "
-         << options.version.text() << ":\n";
+    text << "Load into " << processName << " ("
+         << (bundleIdentifier.empty() ? "no bundle identifier" : bundleIdentifier) << ") on " << options.version.text()
+         << ":\n";
     Json steps = Json::array();
     for (const LoadStep& step : planLoad(facts)) {
         steps.push_back(stepObject(step));
         printStep(text, step, steps.size());
     }
     say(text.str(),
-        { { "process", options.processName }, { "bundleIdentifier", options.bundleIdentifier },
-            { "ios", options.version.text() }, { "steps", steps } });
+        { { "process", processName }, { "bundleIdentifier", bundleIdentifier }, { "ios", options.version.text() },
+            { "steps", steps } });
     return ExitStatus::Done;
 }
+
+Action plan(Arguments& arguments)
+{
+    const auto options = std::make_shared<PlanOptions>();
+    arguments.add("--bundle", options->bundleIdentifier, "bundle identifier of the process").required();
+    arguments.add("--process", options->processName, "name of the process").required();
+    arguments.add("--absent", options->absentClasses, "a class that the system shall not have");
+    arguments.addVersion(options->version);
+    return [options](const phone::PhoneDirectory&) { return printPlan(*options); };
+}
+
+constexpr VerbRow rows[] { { "plan", "print the library's load into a process, step by step", plan } };
+
+} // namespace
+
+extern const VerbRows planVerbs { rows };
 
 } // namespace cli

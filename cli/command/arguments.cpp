@@ -1,0 +1,112 @@
+#include "cli/command/arguments.h"
+
+#include "phone/process/process_definition.h"
+
+#include <CLI/CLI.hpp>
+
+namespace cli {
+
+const Argument& Argument::required() const
+{
+    option_->required();
+    return *this;
+}
+
+const Argument& Argument::oneOf(std::vector<std::string> words) const
+{
+    option_->check(CLI::IsMember(std::move(words)));
+    return *this;
+}
+
+const Argument& Argument::between(double least, double most) const
+{
+    const auto bounds = [](double bound) {
+        std::string text = std::to_string(bound);
+        text.erase(text.find_last_not_of('0') + 1);
+        return text.ends_with('.') ? text.substr(0, text.size() - 1) : text;
+    };
+    option_->check([least, most, range = bounds(least) + " to " + bounds(most)](const std::string& given) {
+        double value = 0;
+        const bool isWithin = CLI::detail::lexical_cast(given, value) && value >= least && value <= most;
+        return isWithin ? std::string() : given + " isn't a number from " + range;
+    });
+    return *this;
+}
+
+const Argument& Argument::shownAs(const std::string& kind) const
+{
+    option_->type_name(kind);
+    return *this;
+}
+
+const Argument& Argument::excludes(const std::string& other) const
+{
+    option_->excludes(verb_.get_option(other));
+    return *this;
+}
+
+Argument Arguments::add(const std::string& name, Word& value, const std::string& description)
+{
+    return Argument(verb_,
+        verb_.add_option_function<std::string>(
+            name, [&value](const std::string& given) { value = Word(given); }, description));
+}
+
+Argument Arguments::add(const std::string& name, std::optional<Word>& value, const std::string& description)
+{
+    return Argument(verb_,
+        verb_.add_option_function<std::string>(
+            name, [&value](const std::string& given) { value = Word(given); }, description));
+}
+
+Argument Arguments::add(const std::string& name, std::vector<Word>& value, const std::string& description)
+{
+    return Argument(verb_,
+        verb_.add_option_function<std::vector<std::string>>(
+            name,
+            [&value](const std::vector<std::string>& given) {
+                for (const std::string& word : given)
+                    value.emplace_back(word);
+            },
+            description));
+}
+
+Argument Arguments::add(const std::string& name, std::string& value, const std::string& description)
+{
+    return Argument(verb_, verb_.add_option(name, value, description));
+}
+
+Argument Arguments::add(const std::string& name, double& value, const std::string& description)
+{
+    return Argument(verb_, verb_.add_option(name, value, description));
+}
+
+Argument Arguments::add(const std::string& name, std::optional<double>& value, const std::string& description)
+{
+    return Argument(verb_, verb_.add_option(name, value, description));
+}
+
+Argument Arguments::add(const std::string& name, std::optional<long>& value, const std::string& description)
+{
+    return Argument(verb_, verb_.add_option(name, value, description));
+}
+
+Argument Arguments::flag(const std::string& name, bool& value, const std::string& description)
+{
+    return Argument(verb_, verb_.add_flag(name, value, description));
+}
+
+void Arguments::addVersion(platform::SystemVersion& version)
+{
+    const std::string range = std::to_string(phone::oldestVersion) + " to " + std::to_string(phone::newestVersion);
+    const auto read = [&version, range](const std::string& given) {
+        const auto parsed = platform::parseSystemVersion(given);
+        if (!parsed || parsed->major < phone::oldestVersion || parsed->major > phone::newestVersion)
+            throw CLI::ValidationError("--ios", "a version from " + range + ", such as 16.0");
+        version = *parsed;
+    };
+    verb_.add_option_function<std::string>("--ios", read, "version of the platform, " + range + " (default 16.0)")
+        ->type_name("VERSION");
+}
+
+} // namespace cli

@@ -1,0 +1,62 @@
+#include "cli/phone/device.h"
+
+#include "cli/command/arguments.h"
+#include "cli/command/phone_client.h"
+#include "cli/command/verb_rows.h"
+#include "phone/system/journal.h"
+
+#include <memory>
+#include <nlohmann/json.hpp>
+
+namespace cli {
+
+using Json = nlohmann::json;
+using phone::levelText;
+
+namespace {
+
+Action level(Arguments& arguments, const char* verb)
+{
+    const auto wanted = std::make_shared<std::optional<double>>();
+    arguments.add("VALUE", *wanted, "from 0 to 1").between(0, 1);
+    return [verb, wanted](const phone::PhoneDirectory& directory) {
+        Json request { { "verb", verb } };
+        if (*wanted)
+            request["level"] = **wanted;
+        return tellAnswer(
+            directory, "SpringBoard", request, [](const Json& report) { return describeDevice(report["device"]); });
+    };
+}
+
+Action volume(Arguments& arguments)
+{
+    return level(arguments, "volume");
+}
+
+Action brightness(Arguments& arguments)
+{
+    return level(arguments, "brightness");
+}
+
+constexpr VerbRow rows[] {
+    { "phone volume", "the volume of media, or set it", volume, "volume" },
+    { "phone brightness", "the brightness of the screen, or set it", brightness, "brightness" },
+};
+
+} // namespace
+
+extern const VerbRows deviceVerbs { rows };
+
+std::string describeDevice(const Json& device)
+{
+    std::string text = "Volume " + levelText(device.value("volume", 0.0)) + ", brightness "
+        + levelText(device.value("brightness", 0.0)) + ".";
+    if (const Json& hud = device["hud"]; hud.is_object())
+        text += " The volume last showed as " + levelText(hud.value("volume", 0.0)) + ", "
+            + std::to_string(static_cast<long>(hud.value("secondsAgo", 0.0))) + " s ago.";
+    for (const Json& reason : device["assertions"])
+        text += " The screen stays awake for " + reason.get<std::string>() + ".";
+    return text;
+}
+
+} // namespace cli
