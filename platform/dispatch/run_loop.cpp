@@ -3,6 +3,8 @@
 #include "platform/dispatch/main_queue.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <ctime>
 #include <map>
 #include <memory>
 #include <optional>
@@ -37,6 +39,25 @@ Sources& sources()
     return *shared;
 }
 
+/// ppoll(), also where the process may open fewer descriptors than it has: the call refuses so many at once, and then
+/// they are looked at singly, every few milliseconds.
+int pollAll(std::vector<pollfd>& polled, const timespec* limit)
+{
+    constexpr timespec shortPause { 0, 5'000'000 };
+    constexpr timespec none {};
+    const int readyCount = ::ppoll(polled.data(), polled.size(), limit, nullptr);
+    if (readyCount >= 0 || errno != EINVAL)
+        return readyCount;
+    int found = 0;
+    for (pollfd& one : polled)
+        found += ::ppoll(&one, 1, &none, nullptr) > 0 ? 1 : 0;
+    if (found == 0) {
+        const bool isShorter = limit && limit->tv_sec == 0 && limit->tv_nsec < shortPause.tv_nsec;
+        ::nanosleep(isShorter ? limit : &shortPause, nullptr);
+    }
+    return found;
+}
+
 /// Waits for the sources and for the main queue, at most for `limit`, and calls the sources that are
 /// ready. True when it called any.
 bool serveSources(std::optional<nanoseconds> limit)
@@ -61,7 +82,7 @@ bool serveSources(std::optional<nanoseconds> limit)
         time.tv_nsec = (*wait - seconds).count();
     }
     const std::uint64_t pass = ++sources().passes;
-    const int readyCount = ppoll(polled.data(), polled.size(), wait ? &time : nullptr, nullptr);
+    const int readyCount = pollAll(polled, wait ? &time : nullptr);
     MainQueue::shared().endSleep();
     if (readyCount <= 0)
         return false;

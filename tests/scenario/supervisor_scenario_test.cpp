@@ -200,13 +200,14 @@ TEST(SupervisorScenario, AProcessThatCrashesThreeTimesComesUpWithoutLibraries)
 TEST(SupervisorScenario, AShortageIsWaitedOutWithOneLineInTheLog)
 {
     const Phone phone;
-    const int supervisor = phone.answer({ "phone", "up" })["supervisor"];
+    const Json up = phone.answer({ "phone", "up" });
+    const int supervisor = up["supervisor"];
     rlimit before {};
     ASSERT_EQ(::prlimit(supervisor, RLIMIT_NOFILE, nullptr, &before), 0);
     const rlimit none { 3, before.rlim_max };
     ASSERT_EQ(::prlimit(supervisor, RLIMIT_NOFILE, &none, nullptr), 0);
     for (const char* const process : { "SpringBoard", "appstored" })
-        ::kill(phone.pid(process), SIGKILL);
+        ::kill(processNamed(up, process)["pid"], SIGKILL);
     const auto lines = [&phone] {
         const std::string log = logOf(phone);
         std::size_t count = 0;
