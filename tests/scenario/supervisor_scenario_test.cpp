@@ -2,11 +2,13 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <random>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -258,6 +260,79 @@ TEST(SupervisorScenario, ARootWithoutANameIsRefusedBeforeAnythingIsMade)
     const Outcome outcome = runProgram({ APPLEDGER_COMMAND, "--root", "", "phone", "up" });
     EXPECT_EQ(outcome.status, 2);
     EXPECT_NE(outcome.errors.find("--root"), std::string::npos) << outcome.errors;
+}
+
+/// From a seed; APPLEDGER_STORM_SECONDS makes it longer than the few rounds that every run has.
+TEST(SupervisorScenario, ComesBackFromAnyStormOrEndsWhenItIsTold)
+{
+    const Phone phone;
+    const char* const seconds = std::getenv("APPLEDGER_STORM_SECONDS");
+    const auto end = Clock::now() + std::chrono::seconds(seconds ? std::atoi(seconds) : 0);
+    std::mt19937 random(20261);
+    int rounds = 0;
+    int downs = 0;
+    for (; rounds < 8 || Clock::now() < end; ++rounds) {
+        if (phone.run({ "phone", "status" }).status != 0) {
+            ASSERT_EQ(phone.run({ "phone", "up" }).status, 0) << "round " << rounds;
+        }
+        const Json up = phone.answer({ "phone", "status" });
+        const int supervisor = up["supervisor"];
+        const int victim = up["processes"][random() % up["processes"].size()]["pid"];
+        const int bus = childNamed(supervisor, "dbus-daemon");
+        if (victim <= 0 || bus <= 0)
+            continue;
+        const unsigned kind = random() % 8;
+        SCOPED_TRACE("round " + std::to_string(rounds) + ", kind " + std::to_string(kind));
+        rlimit limits {};
+        ASSERT_EQ(::prlimit(supervisor, RLIMIT_NOFILE, nullptr, &limits), 0);
+        const rlimit few { 3 + random() % 12, limits.rlim_max };
+        switch (kind) {
+        case 0:
+            ::kill(victim, SIGKILL);
+            break;
+        case 1:
+            ::kill(victim, SIGSEGV);
+            break;
+        case 2:
+            ::kill(victim, SIGSTOP);
+            phone.run({ "phone", "status" });
+            ::kill(victim, random() % 2 ? SIGCONT : SIGKILL);
+            break;
+        case 3:
+            ::kill(bus, SIGKILL);
+            break;
+        case 4:
+            ::kill(bus, SIGSTOP);
+            phone.run({ "phone", "tap", "com.example.notes" });
+            ::kill(bus, random() % 2 ? SIGCONT : SIGKILL);
+            break;
+        case 5:
+            ASSERT_EQ(::prlimit(supervisor, RLIMIT_NOFILE, &few, nullptr), 0);
+            ::kill(victim, SIGKILL);
+            if (random() % 2)
+                ::kill(bus, SIGKILL);
+            phone.run({ "phone", "status" });
+            ASSERT_EQ(::prlimit(supervisor, RLIMIT_NOFILE, &limits, nullptr), 0);
+            break;
+        case 6:
+            ::kill(random() % 2 ? bus : victim, SIGSTOP);
+            break;
+        default:
+            ::kill(supervisor, SIGKILL);
+            break;
+        }
+        if (kind < 6) {
+            EXPECT_TRUE(holdsWithin(30s, [&] { return allAnswer(phone); })) << logOf(phone);
+            continue;
+        }
+        const auto before = Clock::now();
+        const int status = phone.run({ "phone", "down" }).status;
+        EXPECT_EQ(status, kind == 6 ? 0 : 1);
+        EXPECT_LT(Clock::now() - before, 10s);
+        EXPECT_TRUE(holdsWithin(2s, [&] { return !isAlive(supervisor) && !isAlive(victim); }));
+        ++downs;
+    }
+    std::printf("%d rounds, %d of them ended by down\n", rounds, downs);
 }
 
 } // namespace scenario
