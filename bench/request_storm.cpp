@@ -170,7 +170,10 @@ int main(int argumentCount, char** arguments)
             char path[64];
             std::snprintf(path, sizeof path, "/proc/self/fd/%d", ::fileno(results));
             std::FILE* const own = std::fopen(path, "a");
-            ::_exit(own ? runClient(address, end, seed * 1000 + static_cast<unsigned>(client), own) : 1);
+            // A line is one write, so that the clients' lines don't mix.
+            ::_exit(own && std::setvbuf(own, nullptr, _IOLBF, BUFSIZ) == 0
+                    ? runClient(address, end, seed * 1000 + static_cast<unsigned>(client), own)
+                    : 1);
         }
     int failed = 0;
     for (int status = 0; ::wait(&status) > 0;)
