@@ -27,7 +27,8 @@ void NSObject::deallocate() noexcept
         const id self(this);
         detail::invoke<void>(dealloc, self, selector<"dealloc">());
     }
-    if (associated_.load(std::memory_order_relaxed))
+    // What goes with them may associate anew, as long as the object is there.
+    while (associated_.exchange(false, std::memory_order_relaxed))
         detail::removeAssociations(*this);
     delete this;
 }

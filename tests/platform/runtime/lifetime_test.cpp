@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 using namespace platform;
 using namespace instruments;
 
@@ -159,6 +161,30 @@ TEST(Association, AFormerValuesDeallocMayAssociate)
     EXPECT_EQ(journal(), "held | held");
     witness = nil;
     EXPECT_EQ(count(), 0);
+}
+
+NSObject* owner = nullptr;
+
+void associatingDealloc(const id& self, SEL cmd)
+{
+    objc_setAssociatedObject(id(owner), &otherKey, newInstrument(), AssociationPolicy::Retain);
+    original_reenteringDealloc(self, cmd);
+}
+
+TEST(Association, WhatAValuesDeallocSetsOnItsOwnerGoesWithTheOwner)
+{
+    MSHookMessageEx(guitarClass(), sel_registerName("dealloc"), code<&associatingDealloc>(),
+        &original_reenteringDealloc.implementation);
+    id holder = newInstrument();
+    owner = holder.get();
+    objc_setAssociatedObject(holder, &key, newGuitar(), AssociationPolicy::Retain);
+    holder = nil;
+    EXPECT_EQ(count(), 0);
+    std::vector<id> later;
+    for (int index = 0; index < 100; ++index) {
+        later.push_back(newInstrument());
+        EXPECT_FALSE(objc_getAssociatedObject(later.back(), &otherKey)) << "passed on with the address";
+    }
 }
 
 } // namespace
