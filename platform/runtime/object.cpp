@@ -2,6 +2,9 @@
 
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
+#include "platform/runtime/weak.h"
+
+#include <vector>
 
 namespace platform {
 
@@ -17,11 +20,55 @@ namespace {
 // method that it replaced.
 void NSObject_dealloc(const id&, SEL) { }
 
+/// How deep this thread stands in objects that go because what held them goes, and, at the greatest depth, those that
+/// wait there for their turn.
+struct Going {
+    unsigned depth = 0;
+    std::vector<NSObject*>* waiting = nullptr;
+};
+thread_local constinit Going goingHere __attribute__((tls_model("initial-exec")));
+
 } // namespace
+
+bool NSObject::retainUnlessGoing() noexcept
+{
+    std::int32_t count = references_.load(std::memory_order_relaxed);
+    while (count > 0)
+        if (references_.compare_exchange_weak(count, count + 1, std::memory_order_relaxed))
+            return true;
+    return count == immortal;
+}
 
 void NSObject::deallocate() noexcept
 {
-    makeImmortal();
+    references_.store(going, std::memory_order_relaxed);
+    if (weaklyReferenced_.load(std::memory_order_relaxed))
+        detail::WeakCell::clear(*this);
+
+    constexpr unsigned greatestDepth = 64;
+    Going& here = goingHere;
+    if (here.waiting) {
+        here.waiting->push_back(this);
+        return;
+    }
+    ++here.depth;
+    if (here.depth < greatestDepth) {
+        destroy();
+    } else {
+        std::vector<NSObject*> waiting { this };
+        here.waiting = &waiting;
+        while (!waiting.empty()) {
+            NSObject* const next = waiting.back();
+            waiting.pop_back();
+            next->destroy();
+        }
+        here.waiting = nullptr;
+    }
+    --here.depth;
+}
+
+void NSObject::destroy() noexcept
+{
     const IMP dealloc = isa_ ? isa_->implementation(selector<"dealloc">(), detail::hashOf<"dealloc">) : nullptr;
     if (dealloc && dealloc != reinterpret_cast<IMP>(&NSObject_dealloc)) {
         const id self(this);

@@ -11,6 +11,10 @@ namespace platform {
 class ClassObject;
 class NSObject;
 
+namespace detail {
+class WeakCell;
+} // namespace detail
+
 using id = Ref<NSObject>;
 inline const id nil {};
 
@@ -21,8 +25,10 @@ using Class = ClassObject*;
 /// What every object shares: its class and its count of references. A new object starts with one
 /// reference, which make() or Ref::adopt() takes over.
 ///
-/// When the last reference goes, the object is sent `dealloc` (a method like any other, so that it can
-/// be hooked) and then deleted with its associations. References taken inside `dealloc` don't keep it.
+/// When the last reference goes, weak references become nil, and the object is sent `dealloc` (a method like any
+/// other, so that it can be hooked) and then deleted with its associations. References taken inside `dealloc` don't
+/// keep it. Objects that hold each other in a long chain go one after the other, without a deep stack; all have gone
+/// when the release of the outermost returns.
 class NSObject {
 public:
     NSObject() noexcept = default;
@@ -58,14 +64,21 @@ private:
     friend class ClassObject;
     friend void setClass(NSObject& object, Class isa) noexcept;
     friend void markAssociated(NSObject& object) noexcept;
+    friend class detail::WeakCell;
 
+    // Below zero nothing is counted.
     static constexpr std::int32_t immortal = INT32_MIN / 2;
+    static constexpr std::int32_t going = immortal / 2 * 3;
 
+    /// False, and nothing done, once the last reference has gone.
+    bool retainUnlessGoing() noexcept;
     void deallocate() noexcept;
+    void destroy() noexcept;
 
     Class isa_ = nullptr;
     std::atomic<std::int32_t> references_ { 1 };
     std::atomic<bool> associated_ { false };
+    std::atomic<bool> weaklyReferenced_ { false };
 };
 
 /// Fixes the class of a newly made object, before anyone else can see it.

@@ -1,5 +1,7 @@
+#include "platform/foundation/values.h"
 #include "platform/runtime/association.h"
 #include "platform/runtime/instruments.h"
+#include "platform/runtime/weak.h"
 
 #include <gtest/gtest.h>
 
@@ -66,6 +68,52 @@ TEST(Lifetime, ClassesAreNeverDeleted)
         cls->release();
     cls = nil;
     EXPECT_EQ((send<"family", NSInteger>(instrumentClass())), 7);
+}
+
+TEST(Lifetime, ALongChainGoesWithoutADeepStack)
+{
+    constexpr int links = 300'000;
+    id instruments = newInstrument();
+    id arrays = array({});
+    for (int link = 1; link < links; ++link) {
+        const id outer = newInstrument();
+        send<"setName:", void>(outer, std::exchange(instruments, outer));
+        arrays = array({ arrays });
+    }
+    EXPECT_EQ(count(), links);
+    instruments = nil;
+    EXPECT_EQ(count(), 0) << "all have gone when the release returns";
+    arrays = nil;
+}
+
+Original<void()> original_touchingDealloc;
+
+void touchingDealloc(const id& self, SEL cmd)
+{
+    NSObject* const held = send<"name">(self).get();
+    const int before = count();
+    send<"setName:", void>(self, nil);
+    if (held && count() == before) {
+        note("waits");
+        const id touched(held);
+        EXPECT_FALSE(Weak<NSObject>(touched).get());
+    }
+    original_touchingDealloc(self, cmd);
+}
+
+TEST(Lifetime, AnObjectThatWaitsForItsTurnInAChainGoesOnce)
+{
+    MSHookMessageEx(
+        guitarClass(), sel_registerName("dealloc"), code<&touchingDealloc>(), &original_touchingDealloc.implementation);
+    id chain = newGuitar();
+    constexpr int links = 100;
+    for (int link = 1; link < links; ++link) {
+        const id outer = newGuitar();
+        send<"setName:", void>(outer, std::exchange(chain, outer));
+    }
+    chain = nil;
+    EXPECT_EQ(count(), 0);
+    EXPECT_NE(journal(), "");
 }
 
 /// Answers `copy` with a new object.
