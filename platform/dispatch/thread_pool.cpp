@@ -1,9 +1,11 @@
 #include "platform/dispatch/thread_pool.h"
 
+#include "platform/dispatch/clock.h"
 #include "platform/dispatch/main_queue.h"
 
 #include <algorithm>
 #include <csignal>
+#include <exception>
 #include <thread>
 #include <utility>
 
@@ -28,15 +30,32 @@ std::size_t urgency(QueuePriority priority)
 
 } // namespace
 
-void startServiceThread(Work work)
+bool startServiceThread(Work work)
 {
     sigset_t all;
     sigset_t former;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &former);
-    std::thread([work = std::move(work)] { run(work); }).detach();
+    bool started = true;
+    try {
+        std::thread([work = std::move(work)] { run(work); }).detach();
+    } catch (const std::exception&) { // no thread, or no memory for one
+        started = false;
+    }
     pthread_sigmask(SIG_SETMASK, &former, nullptr);
+    return started;
 }
+
+namespace {
+
+/// The main thread is there whatever the system is short of.
+void tryAgainLater(Work work)
+{
+    constexpr std::chrono::milliseconds pause(50);
+    MainQueue::shared().addAt(timeAfter(clockNow(), pause), std::move(work));
+}
+
+} // namespace
 
 ThreadPool& ThreadPool::shared()
 {
@@ -47,38 +66,63 @@ ThreadPool& ThreadPool::shared()
 void ThreadPool::add(QueuePriority priority, Work work)
 {
     const std::lock_guard lock(mutex_);
-    ready_[urgency(priority)].push_back(std::move(work));
-    ++readyCount_;
-    // A thread that was notified but hasn't woken counts as idle, so compare with all that waits.
-    if (readyCount_ > idleCount_ && threadCount_ < largestThreadCount) {
-        ++threadCount_;
-        startServiceThread([this] { serve(); });
-    } else {
-        changed_.notify_one();
-    }
+    levels_[urgency(priority)].ready.push_back(std::move(work));
+    callThread();
 }
 
-std::deque<Work>* ThreadPool::mostUrgent()
+ThreadPool::Level* ThreadPool::nextLevel()
 {
-    const auto found = std::ranges::find_if(ready_, [](const auto& works) { return !works.empty(); });
-    return found == ready_.end() ? nullptr : &*found;
+    for (auto level = levels_.begin(); level != levels_.end(); ++level) {
+        unsigned running = 0;
+        for (auto below = level; below != levels_.end(); ++below)
+            running += below->running;
+        if (running >= level->most)
+            return nullptr; // nor may a level below this one
+        if (!level->ready.empty())
+            return &*level;
+    }
+    return nullptr;
+}
+
+void ThreadPool::callThread()
+{
+    if (!nextLevel())
+        return;
+    if (idleCount_ > calledCount_) {
+        ++calledCount_;
+        changed_.notify_one();
+    } else if (threadCount_ == levels_.front().most) {
+        return; // who is done looks for more
+    } else if (startServiceThread([this] { serve(); })) {
+        ++threadCount_;
+    } else if (!std::exchange(triesAgain_, true)) {
+        tryAgainLater([this] {
+            const std::lock_guard lock(mutex_);
+            triesAgain_ = false;
+            callThread();
+        });
+    }
 }
 
 void ThreadPool::serve()
 {
     std::unique_lock lock(mutex_);
     while (true) {
-        while (std::deque<Work>* const works = mostUrgent()) {
-            Work work = std::move(works->front());
-            works->pop_front();
-            --readyCount_;
+        while (Level* const level = nextLevel()) {
+            Work work = std::move(level->ready.front());
+            level->ready.pop_front();
+            ++level->running;
+            // The end of the work before this one may have opened a level for others too.
+            callThread();
             lock.unlock();
             run(work);
             work = nullptr;
             lock.lock();
+            --level->running;
         }
         ++idleCount_;
-        changed_.wait(lock);
+        changed_.wait(lock, [this] { return calledCount_ > 0; });
+        --calledCount_;
         --idleCount_;
     }
 }
@@ -93,9 +137,21 @@ void Timer::addAt(std::chrono::nanoseconds time, dispatch_queue_t queue, Work wo
 {
     const std::lock_guard lock(mutex_);
     delayed_.emplace(time, Delayed { std::move(queue), std::move(work) });
-    if (!std::exchange(started_, true))
-        startServiceThread([this] { serve(); });
+    startThread();
     changed_.notify_one();
+}
+
+void Timer::startThread()
+{
+    if (started_)
+        return;
+    started_ = startServiceThread([this] { serve(); });
+    if (!started_ && !std::exchange(triesAgain_, true))
+        tryAgainLater([this] {
+            const std::lock_guard lock(mutex_);
+            triesAgain_ = false;
+            startThread();
+        });
 }
 
 void Timer::serve()

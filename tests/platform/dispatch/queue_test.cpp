@@ -66,7 +66,7 @@ TEST(GlobalQueue, TakesWhatIsMoreUrgentFirst)
     // The filling threads may end after the test.
     static std::counting_semaphore<> started(0);
     static std::counting_semaphore<> release(0);
-    constexpr int fill = 8;
+    constexpr int fill = 10;
     for (int index = 0; index < fill; ++index)
         dispatch_async(dispatch_get_global_queue(QueuePriority::High), [] {
             started.release();
