@@ -75,8 +75,10 @@ void NSObject::destroy() noexcept
         detail::invoke<void>(dealloc, self, selector<"dealloc">());
     }
     // What goes with them may associate anew, as long as the object is there.
-    while (associated_.exchange(false, std::memory_order_relaxed))
+    while (associated_.load(std::memory_order_relaxed)) {
+        associated_.store(false, std::memory_order_relaxed);
         detail::removeAssociations(*this);
+    }
     delete this;
 }
 
