@@ -43,19 +43,23 @@ TouchInView::~TouchInView()
 
 void UIGestureRecognizer::addTarget(const id& target, SEL action)
 {
-    targets_.emplace_back(target.get(), action);
+    targets_.emplace_back(target, action);
 }
 
 void UIGestureRecognizer::removeTarget(const id& target, SEL action)
 {
     std::erase_if(targets_, [&](const auto& present) {
-        return (!target || present.first == target.get()) && (!action || present.second == action);
+        return (!target || present.first.get() == target) && (!action || present.second == action);
     });
 }
 
 bool UIGestureRecognizer::enter(GestureState newState)
 {
     const id self(this);
+    if (!view.get()) {
+        fail();
+        return false;
+    }
     UITouch* const touch = currentTouch();
     if (state == GestureState::Possible) {
         const auto rivals = touch ? touch->gestures : std::vector<id>();
@@ -79,7 +83,7 @@ bool UIGestureRecognizer::enter(GestureState newState)
     state = newState;
     const auto targets = targets_;
     for (const auto& [target, action] : targets) {
-        const id receiver(target);
+        const id receiver = target;
         const auto types = class_getMethodTypes(object_getClass(receiver), action);
         if (types == "v@:@")
             sendSelector<void>(receiver, action, self);
@@ -89,19 +93,31 @@ bool UIGestureRecognizer::enter(GestureState newState)
     return true;
 }
 
+namespace {
+
+/// Of the view and of those that it stands in, before anyone is asked: a delegate may take any of them away.
+std::vector<id> gesturesAround(const UIView* view)
+{
+    std::vector<id> gestures;
+    for (; view; view = view->superview)
+        for (const id& gesture : itemsOf(view->gestureRecognizers))
+            gestures.push_back(gesture);
+    return gestures;
+}
+
+} // namespace
+
 void letGesturesLook(UITouch& touch, const id&)
 {
     if (touch.phase == TouchPhase::Began)
-        for (const UIView* view = touch.view.get(); view; view = view->superview)
-            for (const id& gesture : itemsOf(view->gestureRecognizers))
-                if (gestureIn(gesture).enabled
-                    && ask<"gestureRecognizer:shouldReceiveTouch:", bool>(
-                        gestureIn(gesture).delegate, gesture, id(&touch))
-                           .value_or(true)) {
-                    gestureIn(gesture).state = GestureState::Possible;
-                    gestureIn(gesture).reset();
-                    touch.gestures.push_back(gesture);
-                }
+        for (const id& gesture : gesturesAround(touch.view.get()))
+            if (gestureIn(gesture).enabled
+                && ask<"gestureRecognizer:shouldReceiveTouch:", bool>(gestureIn(gesture).delegate, gesture, id(&touch))
+                       .value_or(true)) {
+                gestureIn(gesture).state = GestureState::Possible;
+                gestureIn(gesture).reset();
+                touch.gestures.push_back(gesture);
+            }
     const TouchInView looking(touch);
     const std::vector<id> gestures = touch.gestures;
     for (const id& gesture : gestures) {
@@ -131,7 +147,7 @@ id initWithTarget(const id& self, SEL, const id& target, SEL action)
 
 id view(const id& self, SEL)
 {
-    return id(gestureIn(self).view);
+    return gestureIn(self).view;
 }
 
 CGPoint locationInView(const id& self, SEL, const id& view)
@@ -157,10 +173,12 @@ constexpr MethodDefinition methods[] {
 void removeGesture(const id& self, SEL, const id& gesture)
 {
     auto* const recognizer = as<UIGestureRecognizer>(gesture);
-    if (!recognizer || recognizer->view != asView(self))
+    if (!recognizer || id(recognizer->view) != self)
         return;
-    recognizer->view = nullptr;
     const id kept = gesture;
+    if (recognizer->isUnderWay())
+        recognizer->enter(GestureState::Cancelled);
+    recognizer->view = {};
     send<"removeObject:", void>(asView(self)->gestureRecognizers, kept);
 }
 
@@ -169,12 +187,13 @@ void addGesture(const id& self, SEL cmd, const id& gesture)
     auto* const recognizer = as<UIGestureRecognizer>(gesture);
     if (!recognizer)
         return;
-    if (recognizer->view)
-        removeGesture(id(recognizer->view), cmd, gesture);
-    recognizer->view = asView(self);
-    if (!recognizer->view->gestureRecognizers)
-        recognizer->view->gestureRecognizers = mutableArray();
-    send<"addObject:", void>(recognizer->view->gestureRecognizers, gesture);
+    if (const id former = recognizer->view)
+        removeGesture(former, cmd, gesture);
+    const Ref<UIView> view(asView(self));
+    recognizer->view = view;
+    if (!view->gestureRecognizers)
+        view->gestureRecognizers = mutableArray();
+    send<"addObject:", void>(view->gestureRecognizers, gesture);
 }
 
 id gestures(const id& self, SEL)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/runtime/weak.h"
 #include "platform/uikit/touches.h"
 
 #include <span>
@@ -8,14 +9,15 @@ namespace platform {
 
 enum class GestureState : long { Possible = 0, Began = 1, Changed = 2, Ended = 3, Cancelled = 4, Failed = 5 };
 
-/// Looks at touches and tells its targets when it recognizes something.
+/// Looks at touches and tells its targets when it recognizes something. It keeps neither its view nor its delegate nor
+/// its targets; without its view it goes no further.
 class UIGestureRecognizer : public NSObject {
 public:
     static const ClassDefinition definition;
 
     GestureState state = GestureState::Possible;
-    UIView* view = nullptr;
-    id delegate {};
+    Weak<UIView> view {};
+    Weak<NSObject> delegate {};
     bool enabled = true;
     bool cancelsTouchesInView = true;
     CGPoint location {}; ///< in the window
@@ -27,16 +29,15 @@ public:
     virtual void track(const UITouch&) { }
     virtual void reset() { }
 
-    /// Goes over to the state, tells the targets, and makes the other gestures of the touch fail. False when something
-    /// else has the touch, or the delegate doesn't want it.
+    /// Goes over to the state, tells the targets, and makes the other gestures of the touch fail. False when the view
+    /// has gone, something else has the touch, or the delegate doesn't want it.
     bool enter(GestureState newState);
     void fail() noexcept { state = GestureState::Failed; }
     bool isOver() const noexcept { return state >= GestureState::Ended; }
     bool isUnderWay() const noexcept { return state == GestureState::Began || state == GestureState::Changed; }
 
 private:
-    // Targets aren't kept: they are mostly what owns the view.
-    std::vector<std::pair<NSObject*, SEL>> targets_;
+    std::vector<std::pair<Weak<NSObject>, SEL>> targets_;
 };
 
 /// While it lives, gestures that enter a state compete for this touch.

@@ -1,5 +1,7 @@
 #include "platform/dispatch/clock.h"
+#include "platform/dispatch/run_loop.h"
 #include "platform/foundation/values.h"
+#include "platform/runtime/weak.h"
 #include "support/view_test.h"
 
 namespace {
@@ -108,6 +110,144 @@ TEST_F(Gestures, ASwipeWantsItsDirectionAndSpeed)
                   .find("swipe"),
         std::string::npos)
         << "too slow";
+}
+
+/// What a test lets go of while a finger is down. Its delegate's answers and its actions may do so too.
+struct Fleeting {
+    id view {};
+    id gesture {};
+    id target {};
+    std::string log {};
+};
+Fleeting* fleeting = nullptr;
+
+template <id Fleeting::*Part> void drop(const id&, SEL, const id&)
+{
+    fleeting->log += "told ";
+    fleeting->*Part = nil;
+}
+
+bool dropView(const id&, SEL, const id&, const id&)
+{
+    fleeting->log += "asked ";
+    send<"removeFromSuperview", void>(fleeting->view);
+    fleeting->view = nil;
+    return true;
+}
+
+constexpr MethodDefinition listenerMethods[] {
+    method<"dropGesture:", &drop<&Fleeting::gesture>>(),
+    method<"dropTarget:", &drop<&Fleeting::target>>(),
+    method<"gestureRecognizer:shouldReceiveTouch:", &dropView>(),
+};
+const ClassDefinition Listener_class { .name = "Listener", .methods = listenerMethods };
+
+class LivesOfGestures : public Gestures {
+protected:
+    Fleeting held;
+
+    LivesOfGestures()
+    {
+        registerClass(Listener_class);
+        fleeting = &held;
+        held.target = send<"new">(classObject<"Listener">());
+        held.view = makeView(CGRectMake(0, 0, 300, 200));
+        send<"addSubview:", void>(window, held.view);
+        send<"addSubview:", void>(held.view, view);
+    }
+
+    void recognize(const char* cls, const char* action)
+    {
+        held.gesture = send<"initWithTarget:action:">(
+            send<"alloc">(id(objc_getClass(cls))), held.target, sel_registerName(action));
+        send<"addGestureRecognizer:", void>(held.view, held.gesture);
+    }
+
+    static void pressAndWait()
+    {
+        touchScreenAt({ 60, 60 }, TouchKind::Began);
+        advanceClock(100ms);
+    }
+
+    std::string moveAndLift() const
+    {
+        advanceClock(1s);
+        touchScreenAt({ 90, 60 }, TouchKind::Moved);
+        touchScreenAt({ 95, 60 }, TouchKind::Ended);
+        advanceClock(1s);
+        return held.log;
+    }
+};
+
+constexpr const char* kinds[] { "UITapGestureRecognizer", "UILongPressGestureRecognizer", "UIPanGestureRecognizer" };
+
+TEST_F(LivesOfGestures, ATargetThatGoesWhileAFingerIsDownHearsNothing)
+{
+    for (const char* const kind : kinds) {
+        held.target = send<"new">(classObject<"Listener">());
+        recognize(kind, "dropTarget:");
+        const Weak<NSObject> target(held.target);
+        pressAndWait();
+        held.target = nil;
+        EXPECT_FALSE(target.get()) << kind << ": a gesture doesn't keep its target";
+        EXPECT_EQ(moveAndLift(), "") << kind;
+    }
+}
+
+TEST_F(LivesOfGestures, ATargetMayGoWhileItIsTold)
+{
+    for (const char* const kind : { "UILongPressGestureRecognizer", "UIPanGestureRecognizer" }) {
+        held.log.clear();
+        held.target = send<"new">(classObject<"Listener">());
+        recognize(kind, "dropTarget:");
+        pressAndWait();
+        EXPECT_EQ(moveAndLift(), "told ") << kind;
+        send<"removeGestureRecognizer:", void>(held.view, held.gesture);
+    }
+}
+
+TEST_F(LivesOfGestures, AGestureWhoseViewHasGoneGoesNoFurther)
+{
+    for (const char* const kind : kinds) {
+        held.log.clear();
+        held.view = makeView(CGRectMake(0, 0, 300, 200));
+        send<"addSubview:", void>(window, held.view);
+        send<"addSubview:", void>(held.view, view);
+        held.target = send<"new">(classObject<"Listener">());
+        recognize(kind, "dropGesture:");
+        pressAndWait();
+        send<"removeFromSuperview", void>(held.view);
+        held.view = nil;
+        EXPECT_EQ(send<"view">(held.gesture), nil) << kind;
+        EXPECT_EQ(moveAndLift(), "") << kind;
+    }
+}
+
+TEST_F(LivesOfGestures, ADelegateIsNotKeptAndMayTakeTheViewsAwayThatAreAsked)
+{
+    recognize("UITapGestureRecognizer", "dropGesture:");
+    const id other = send<"initWithTarget:action:">(
+        send<"alloc">(classObject<"UITapGestureRecognizer">()), held.target, sel_registerName("dropGesture:"));
+    send<"addGestureRecognizer:", void>(view, other);
+    send<"setDelegate:", void>(other, held.target);
+    EXPECT_EQ(send<"delegate">(other), held.target);
+    touchScreenAt({ 60, 60 }, TouchKind::Began);
+    touchScreenAt({ 60, 60 }, TouchKind::Ended);
+    EXPECT_EQ(held.log, "asked told ") << "the inner one is told, the outer one's view is gone";
+    held.target = nil;
+    EXPECT_EQ(send<"delegate">(other), nil);
+}
+
+TEST_F(LivesOfGestures, OneThatIsRemovedUnderWayIsCancelled)
+{
+    const id pan = add("UIPanGestureRecognizer", "pan:");
+    fieldsOf<WitnessFields>(view).log.clear();
+    touchScreenAt({ 60, 60 }, TouchKind::Began);
+    touchScreenAt({ 90, 60 }, TouchKind::Moved);
+    send<"removeGestureRecognizer:", void>(view, pan);
+    touchScreenAt({ 95, 60 }, TouchKind::Moved);
+    touchScreenAt({ 95, 60 }, TouchKind::Ended);
+    EXPECT_EQ(fieldsOf<WitnessFields>(view).log, "began pan1 cancelled pan4 ");
 }
 
 } // namespace
