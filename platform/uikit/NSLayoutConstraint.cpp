@@ -28,11 +28,11 @@ id makeConstraint(const id&, SEL, const id& first, NSInteger firstAttribute, NSI
     NSInteger secondAttribute, double multiplier, double constant)
 {
     const Ref<NSLayoutConstraint> constraint = make<NSLayoutConstraint>();
-    constraint->first = asView(first);
+    constraint->first = Ref<UIView>(asView(first));
     constraint->firstAttribute = static_cast<LayoutAttribute>(firstAttribute);
     constraint->relation = static_cast<LayoutRelation>(relation);
-    constraint->second = asView(second);
-    constraint->secondAttribute = static_cast<LayoutAttribute>(secondAttribute);
+    constraint->second = Ref<UIView>(asView(second));
+    constraint->secondAttribute = second ? static_cast<LayoutAttribute>(secondAttribute) : LayoutAttribute::None;
     constraint->multiplier = multiplier;
     constraint->constant = constant;
     return constraint;
@@ -46,17 +46,17 @@ template <bool Active> void setAllActive(const id&, SEL, const id& constraints)
 
 bool isActive(const id& self, SEL)
 {
-    return constraintIn(self).owner != nullptr;
+    return constraintIn(self).owner.get() != nil;
 }
 
 id firstItem(const id& self, SEL)
 {
-    return id(constraintIn(self).first);
+    return constraintIn(self).first;
 }
 
 id secondItem(const id& self, SEL)
 {
-    return id(constraintIn(self).second);
+    return constraintIn(self).second;
 }
 
 constexpr MethodDefinition methods[] {
@@ -83,16 +83,21 @@ const ClassDefinition NSLayoutConstraint::definition {
 
 void NSLayoutConstraint::setActive(bool active)
 {
-    if (active == (owner != nullptr) || !first)
+    const Ref<UIView> present = owner;
+    if (active == static_cast<bool>(present))
         return;
     const id self(this);
     if (!active) {
-        UIView* const former = std::exchange(owner, nullptr);
-        former->setNeedsLayout();
-        send<"removeObject:", void>(former->constraints, self);
+        owner = {};
+        present->setNeedsLayout();
+        send<"removeObject:", void>(present->constraints, self);
         return;
     }
-    UIView* const ancestor = commonAncestor(first, second);
+    const Ref<UIView> from = first;
+    const Ref<UIView> to = second;
+    if (!from || (!to && secondAttribute != LayoutAttribute::None))
+        return;
+    const Ref<UIView> ancestor(commonAncestor(from.get(), to.get()));
     if (!ancestor)
         throw NSException("NSGenericException", "a constraint can't be activated between views of two trees");
     if (!ancestor->constraints)
@@ -104,16 +109,20 @@ void NSLayoutConstraint::setActive(bool active)
 
 void NSLayoutConstraint::setConstant(double newConstant)
 {
-    constant = newConstant;
-    if (owner)
-        owner->setNeedsLayout();
+    change(constant, newConstant);
 }
 
 void NSLayoutConstraint::setPriority(float newPriority)
 {
-    priority = newPriority;
-    if (owner)
-        owner->setNeedsLayout();
+    change(priority, newPriority);
+}
+
+template <class T> void NSLayoutConstraint::change(T& field, T value)
+{
+    if (std::exchange(field, value) == value)
+        return;
+    if (const Ref<UIView> present = owner)
+        present->setNeedsLayout();
 }
 
 namespace {

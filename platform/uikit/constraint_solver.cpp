@@ -231,14 +231,16 @@ private:
 
     void addConstraint(const NSLayoutConstraint& constraint)
     {
-        if (isHorizontal(constraint.firstAttribute) != (axis_ == Axis::Horizontal)
-            || !indices_.contains(constraint.first) || (constraint.second && !indices_.contains(constraint.second)))
+        const Ref<UIView> first = constraint.first;
+        if (isHorizontal(constraint.firstAttribute) != (axis_ == Axis::Horizontal) || !indices_.contains(first.get()))
             return;
-        Equation equation = expression(*constraint.first, constraint.firstAttribute);
-        if (constraint.second) {
-            if (isHorizontal(constraint.secondAttribute) != (axis_ == Axis::Horizontal))
+        Equation equation = expression(*first, constraint.firstAttribute);
+        if (constraint.secondAttribute != LayoutAttribute::None) {
+            const Ref<UIView> second = constraint.second;
+            if (isHorizontal(constraint.secondAttribute) != (axis_ == Axis::Horizontal)
+                || !indices_.contains(second.get()))
                 return;
-            equation.add(expression(*constraint.second, constraint.secondAttribute), -constraint.multiplier);
+            equation.add(expression(*second, constraint.secondAttribute), -constraint.multiplier);
         }
         equation.constant -= constraint.constant;
         demand(std::move(equation), constraint.priority, constraint.relation);
@@ -278,8 +280,8 @@ std::optional<double> ownConstant(const UIView& view, LayoutAttribute attribute)
 {
     for (const id& item : itemsOf(view.constraints)) {
         const auto& constraint = static_cast<const NSLayoutConstraint&>(*item);
-        if (constraint.first == &view && !constraint.second && constraint.firstAttribute == attribute
-            && constraint.relation == LayoutRelation::Equal)
+        if (constraint.first.get().get() == &view && constraint.secondAttribute == LayoutAttribute::None
+            && constraint.firstAttribute == attribute && constraint.relation == LayoutRelation::Equal)
             return constraint.constant;
     }
     return std::nullopt;
@@ -329,7 +331,7 @@ void dropConstraintsAcross(UIView& view)
         const std::vector<id> items(present.begin(), present.end());
         for (const id& item : items) {
             auto& constraint = static_cast<NSLayoutConstraint&>(*item);
-            const auto inside = [&](const UIView* end) { return end && end->isDescendantOf(view); };
+            const auto inside = [&](const Ref<UIView>& end) { return end && end->isDescendantOf(view); };
             if (inside(constraint.first) || inside(constraint.second))
                 constraint.setActive(false);
         }

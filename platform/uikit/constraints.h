@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/runtime/weak.h"
 #include "platform/uikit/view.h"
 
 #include <span>
@@ -25,25 +26,29 @@ enum class LayoutAttribute : long {
 
 enum class LayoutRelation : long { LessThanOrEqual = -1, Equal = 0, GreaterThanOrEqual = 1 };
 
-/// first.attribute = second.attribute * multiplier + constant (or at most, or at least that).
+/// first.attribute = second.attribute * multiplier + constant (or at most, or at least that). It keeps none of its
+/// views, and without one of them it says nothing.
 class NSLayoutConstraint : public NSObject {
 public:
     static const ClassDefinition definition;
     ~NSLayoutConstraint() override;
 
-    UIView* first = nullptr;
+    Weak<UIView> first {};
     LayoutAttribute firstAttribute = LayoutAttribute::None;
     LayoutRelation relation = LayoutRelation::Equal;
-    UIView* second = nullptr; ///< null: the constant alone
-    LayoutAttribute secondAttribute = LayoutAttribute::None;
+    Weak<UIView> second {};
+    LayoutAttribute secondAttribute = LayoutAttribute::None; ///< none: the constant alone
     double multiplier = 1;
     double constant = 0;
     float priority = 1000;
-    UIView* owner = nullptr; ///< the view on which it is installed; null while it isn't active
+    Weak<UIView> owner {}; ///< the view on which it is installed; nil while it isn't active
 
     void setActive(bool active);
     void setConstant(double newConstant);
     void setPriority(float newPriority);
+
+private:
+    template <class T> void change(T& field, T value);
 };
 
 /// What views have for constraints: anchors and the lists.

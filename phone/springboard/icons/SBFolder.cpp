@@ -1,6 +1,7 @@
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
+#include "platform/runtime/weak.h"
 
 namespace phone {
 
@@ -13,18 +14,15 @@ class SBFolder : public NSObject {
 public:
     id displayName;
     id icons; ///< array
-    NSObject* icon = nullptr; ///< its own, which keeps it
-
-    id iconObject() const { return id(icon); }
-    void setIcon(const id& newIcon) { icon = newIcon.get(); }
+    Weak<NSObject> icon; ///< its own, which keeps it
 };
 
 constexpr MethodDefinition methods[] {
     getter<"displayName", &SBFolder::displayName>(),
-    method<"icon", &SBFolder::iconObject>(),
+    getter<"icon", &SBFolder::icon>(),
     getter<"icons", &SBFolder::icons>(),
     setter<"setDisplayName:", &SBFolder::displayName>(),
-    method<"setIcon:", &SBFolder::setIcon>(),
+    setter<"setIcon:", &SBFolder::icon>(),
     setter<"setIcons:", &SBFolder::icons>(),
 };
 

@@ -60,4 +60,33 @@ TEST_F(Views, AClassOfAnotherLibraryIsAView)
     EXPECT_EQ(fieldsOf<CardFields>(card).layouts, 2) << "asked for twice, laid out once";
 }
 
+TEST_F(Views, AConstraintOutlivesItsViews)
+{
+    const auto width = [](const id& from, const id& to) {
+        return send<"constraintEqualToAnchor:">(send<"widthAnchor">(from), send<"widthAnchor">(to));
+    };
+    id outer = makeView(CGRectMake(0, 0, 100, 50));
+    id inner = makeView(CGRectMake(0, 0, 10, 10));
+    send<"addSubview:", void>(outer, inner);
+    const id active = width(inner, outer);
+    const id inactive = width(outer, inner);
+    send<"setActive:", void>(active, true);
+    inner = nil;
+    outer = nil;
+    EXPECT_FALSE((send<"isActive", bool>(active)));
+    for (const id& constraint : { active, inactive }) {
+        EXPECT_EQ(send<"firstItem">(constraint), nil);
+        EXPECT_EQ(send<"secondItem">(constraint), nil);
+        send<"setConstant:", void>(constraint, 5.0);
+        send<"setActive:", void>(constraint, true);
+        EXPECT_FALSE((send<"isActive", bool>(constraint)));
+    }
+    const id left = makeView(CGRectMake(0, 0, 10, 10));
+    id right = makeView(CGRectMake(0, 0, 20, 10));
+    const id half = width(left, right);
+    right = nil;
+    send<"setActive:", void>(half, true);
+    EXPECT_FALSE((send<"isActive", bool>(half))) << "not the constant alone";
+}
+
 } // namespace
