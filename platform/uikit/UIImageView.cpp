@@ -56,7 +56,8 @@ public:
 
     void setImage(const id& newImage)
     {
-        image = newImage;
+        if (std::exchange(image, newImage) == newImage)
+            return;
         send<"invalidateIntrinsicContentSize", void>(id(this));
     }
 

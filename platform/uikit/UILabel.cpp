@@ -38,7 +38,10 @@ public:
 
     void setFont(const id& newFont)
     {
+        const Font former = fontOf();
         font = newFont;
+        if (fontOf() == former)
+            return;
         send<"invalidateIntrinsicContentSize", void>(id(this));
     }
 

@@ -167,8 +167,8 @@ private:
 
     template <class T> void change(T& field, T value)
     {
-        field = value;
-        changed();
+        if (std::exchange(field, value) != value)
+            changed();
     }
 
     void changed() { send<"invalidateIntrinsicContentSize", void>(id(this)); }

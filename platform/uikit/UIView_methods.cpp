@@ -109,9 +109,12 @@ void doNothingWith(const id&, SEL, const id&) { }
 
 void setHidden(const id& self, SEL, bool hidden)
 {
-    viewIn(self).hidden = hidden;
-    if (viewIn(self).superview)
-        viewIn(self).superview->setNeedsLayout();
+    UIView& view = viewIn(self);
+    if (std::exchange(view.hidden, hidden) == hidden)
+        return;
+    // Who places its subviews itself leaves no room for what is hidden; to all others it makes no difference.
+    if (view.superview && !view.superview->constrainsSubview(view))
+        send<"invalidateIntrinsicContentSize", void>(id(view.superview));
 }
 
 bool clipsToBounds(const id& self, SEL)

@@ -115,8 +115,7 @@ bool isKeyWindow(const id& self, SEL)
 
 void setHidden(const id& self, SEL, bool hidden)
 {
-    windowIn(self).hidden = hidden;
-    if (!hidden)
+    if (std::exchange(windowIn(self).hidden, hidden) && !hidden)
         windowIn(self).setNeedsLayout();
 }
 

@@ -89,4 +89,42 @@ TEST_F(Views, AConstraintOutlivesItsViews)
     EXPECT_FALSE((send<"isActive", bool>(half))) << "not the constant alone";
 }
 
+TEST_F(Views, OnlyWhoMakesRoomIsLaidOutWhenASubviewHides)
+{
+    ASSERT_TRUE(registerClass(Card_class));
+    const id window = makeWindow();
+    const id card = send<"new">(classObject<"Card">());
+    const id inCard = makeView(CGRectMake(0, 0, 10, 10));
+    const id stack = send<"new">(classObject<"UIStackView">());
+    send<"setFrame:", void>(stack, CGRectMake(0, 0, 100, 20));
+    const id labels[] { send<"new">(classObject<"UILabel">()), send<"new">(classObject<"UILabel">()) };
+    for (const id& label : labels) {
+        send<"setText:", void>(label, string("text"));
+        send<"addArrangedSubview:", void>(stack, label);
+    }
+    send<"addSubview:", void>(card, inCard);
+    send<"addSubview:", void>(window, card);
+    send<"addSubview:", void>(card, stack);
+    advanceClock(1s);
+    const int before = fieldsOf<CardFields>(card).layouts;
+    for (const bool hidden : { true, true, false, false }) {
+        send<"setHidden:", void>(inCard, hidden);
+        send<"setHidden:", void>(window, false);
+    }
+    send<"setFont:", void>(labels[0], send<"font">(labels[0]));
+    EXPECT_FALSE(runUntilIdle());
+    advanceClock(1s);
+    EXPECT_EQ(fieldsOf<CardFields>(card).layouts, before);
+    const auto placeOfSecond = [&] { return send<"frame", CGRect>(labels[1]).origin.x; };
+    const double beside = placeOfSecond();
+    EXPECT_GT(beside, 0);
+    send<"setHidden:", void>(labels[0], true);
+    advanceClock(1s);
+    EXPECT_EQ(placeOfSecond(), 0);
+    EXPECT_GT(fieldsOf<CardFields>(card).layouts, before) << "the stack has become smaller";
+    send<"setHidden:", void>(labels[0], false);
+    advanceClock(1s);
+    EXPECT_EQ(placeOfSecond(), beside);
+}
+
 } // namespace
