@@ -1,6 +1,7 @@
 #include "platform/graphics/text.h"
 
 #include <array>
+#include <climits>
 #include <memory>
 #include <pango/pangocairo.h>
 #include <string>
@@ -54,6 +55,23 @@ ContextPointer makeContext()
     return context;
 }
 
+/// The layout counts lines for each paragraph by itself; all of them together are no more than wanted.
+void limitLines(PangoLayout* layout, std::string_view text, const TextLayout& wanted)
+{
+    if (wanted.lines <= 0 || pango_layout_get_line_count(layout) <= wanted.lines)
+        return;
+    const PangoLayoutLine* const last
+        = pango_layout_get_line_readonly(layout, static_cast<int>(std::min<long>(wanted.lines, INT_MAX) - 1));
+    const std::string shown(text.substr(0, static_cast<std::size_t>(last->start_index + last->length)));
+    constexpr std::string_view ellipsis = "…";
+    const bool isMarked = pango_layout_get_ellipsize(layout) != PANGO_ELLIPSIZE_NONE;
+    const auto show
+        = [&](const std::string& part) { pango_layout_set_text(layout, part.data(), static_cast<int>(part.size())); };
+    show(isMarked ? shown + std::string(ellipsis) : shown);
+    if (pango_layout_get_line_count(layout) > wanted.lines)
+        show(shown);
+}
+
 LayoutPointer makeLayout(PangoContext* context, std::string_view text, const TextLayout& wanted, double width)
 {
     LayoutPointer layout(pango_layout_new(context));
@@ -94,6 +112,7 @@ LayoutPointer makeLayout(PangoContext* context, std::string_view text, const Tex
     constexpr long noLimit = 100'000;
     pango_layout_set_height(
         layout.get(), static_cast<int>(wanted.lines > 0 ? -std::min(wanted.lines, noLimit) : -noLimit));
+    limitLines(layout.get(), text, wanted);
     return layout;
 }
 

@@ -127,4 +127,31 @@ TEST_F(Views, OnlyWhoMakesRoomIsLaidOutWhenASubviewHides)
     EXPECT_EQ(placeOfSecond(), beside);
 }
 
+TEST_F(Views, ALabelHasNoMoreLinesThanItMayWhateverItsTextHolds)
+{
+    const id label = send<"new">(classObject<"UILabel">());
+    const auto sizeOf = [&](const std::string& text, NSInteger lines, NSInteger mode, double width) {
+        send<"setNumberOfLines:", void>(label, lines);
+        send<"setLineBreakMode:", void>(label, mode);
+        send<"setText:", void>(label, string(text));
+        return send<"sizeThatFits:", CGSize>(label, CGSizeMake(width, 1000));
+    };
+    constexpr NSInteger wordWrap = 0;
+    constexpr NSInteger truncateTail = 4;
+    const double one = sizeOf("Ag", 1, truncateTail, 1000).height;
+    const double two = sizeOf("Ag\nAg", 0, truncateTail, 1000).height;
+    EXPECT_GT(two, one);
+    for (const char* const separator : { "\n", "\r\n", "\r", "\u2028", "\u2029" })
+        for (const NSInteger mode : { wordWrap, truncateTail })
+            for (const double width : { 1000.0, 60.0 }) {
+                std::string text = "Ag";
+                for (int line = 0; line < 4; ++line)
+                    text += std::string(separator) + "a line that is long";
+                EXPECT_EQ(sizeOf(text, 1, mode, width).height, one) << text << mode << ' ' << width;
+                EXPECT_EQ(sizeOf(text, 2, mode, width).height, two) << text << mode << ' ' << width;
+            }
+    EXPECT_GT(sizeOf("Ag\nAg", 1, truncateTail, 1000).width, sizeOf("Ag", 1, truncateTail, 1000).width)
+        << "a sign says that there is more";
+}
+
 } // namespace
