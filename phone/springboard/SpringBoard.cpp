@@ -1,4 +1,5 @@
 #include "phone/springboard/home/home_screen.h"
+#include "phone/springboard/icons/icon_list.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
 
@@ -25,7 +26,12 @@ void frontDisplayDidChange(const id&, SEL, const id& application)
     showApplication(isKindOfClass(application, classNamed<"SBApplication">()) ? application : nil);
 }
 
-void processStateDidChange(const id&, SEL, const id&) { }
+void processStateDidChange(const id&, SEL, const id& notification)
+{
+    const id identifier = askObject<"bundleIdentifier">(askObject<"object">(notification));
+    if (const id icon = send<"applicationIconForBundleIdentifier:">(iconModel(), identifier))
+        refreshIcon(icon, IconPart::Accessories);
+}
 
 constexpr MethodDefinition methods[] {
     method<"_accessibilityFrontMostApplication", &frontMostApplication>(),

@@ -19,6 +19,7 @@
     X(SBFolder)                                                                                                        \
     X(SBFolderIcon)                                                                                                    \
     X(SBFolderView)                                                                                                    \
+    X(SBHIconImageCache)                                                                                               \
     X(SBHIconManager)                                                                                                  \
     X(SBHIconModel)                                                                                                    \
     X(SBIcon)                                                                                                          \

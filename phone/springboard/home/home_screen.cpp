@@ -244,14 +244,27 @@ void forEachDisplayedIconView(const std::function<void(const id&)>& visit)
         homeScreen()->forEachDisplayed(visit);
 }
 
+namespace {
+
+/// What happens to an icon happens to the folder that it stands in.
+bool isInFolder(const id& icon, const id& folderIcon)
+{
+    const auto icons = asArray(askObject<"icons">(askObject<"folder">(folderIcon)));
+    return icons && icons->contains(icon);
+}
+
+} // namespace
+
 void refreshIcon(const id& icon, IconPart part)
 {
     forEachKnownIconView([&](const id& view) {
-        if (send<"icon">(view) != icon)
-            return;
-        if (part == IconPart::Image)
+        const id shown = send<"icon">(view);
+        if (part == IconPart::Accessories && (shown == icon || isInFolder(icon, shown))) {
+            send<"_updateLabelAccessoryView", void>(view);
+        } else if (part == IconPart::Image && shown == icon) {
             send<"updateImageAnimated:", void>(send<"iconImageView">(view), false);
-        send<"setNeedsLayout", void>(view);
+            send<"setNeedsLayout", void>(view);
+        }
     });
 }
 

@@ -15,6 +15,9 @@ namespace {
 class SBHIconManager : public NSObject {
 public:
     id iconModel;
+    const id iconImageCache = send<"new">(id(classNamed<"SBHIconImageCache">()));
+
+    id imageCache() const { return iconImageCache; }
 
     void uninstallWithCompletion(const id& icon, bool, const id& completion)
     {
@@ -41,6 +44,7 @@ void enumerateDisplayed(const id&, SEL, const id& block)
 constexpr MethodDefinition methods[] {
     method<"enumerateDisplayedIconViewsUsingBlock:", &enumerateDisplayed>(),
     method<"enumerateKnownIconViewsUsingBlock:", &enumerateKnown>(),
+    method<"iconImageCache", &SBHIconManager::imageCache>(),
     getter<"iconModel", &SBHIconManager::iconModel>(),
     setter<"setIconModel:", &SBHIconManager::iconModel>(),
     method<"uninstallIcon:", &SBHIconManager::uninstall>(),

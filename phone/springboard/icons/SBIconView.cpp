@@ -21,6 +21,7 @@ struct IconViewFields {
     id accessoryView;
     id badgeView;
     id location;
+    NSInteger accessoryType = 0; ///< as it was answered last
 };
 
 IconViewFields& fieldsIn(const id& self)
@@ -79,17 +80,24 @@ id initWithFrame(const id& self, SEL, CGRect frame)
     return view;
 }
 
+/// A layout doesn't ask again: the accessory stays until something is said to have happened to the icon.
+void updateAccessory(const id& self, SEL)
+{
+    fieldsIn(self).accessoryType = send<"currentLabelAccessoryType", NSInteger>(self);
+    send<"setNeedsLayout", void>(self);
+}
+
 void setIcon(const id& self, SEL, const id& icon)
 {
     fieldsIn(self).icon = icon;
     send<"setIcon:", void>(fieldsIn(self).iconImageView, icon);
-    send<"setNeedsLayout", void>(self);
+    send<"_updateLabelAccessoryView", void>(self);
 }
 
 void setLocation(const id& self, SEL, const id& location)
 {
     fieldsIn(self).location = location;
-    send<"setNeedsLayout", void>(self);
+    send<"_updateLabelAccessoryView", void>(self);
 }
 
 id applicationIdentifier(const id& self, SEL)
@@ -106,11 +114,12 @@ NSInteger currentLabelAccessoryType(const id& self, SEL)
     return ask<"labelAccessoryTypeForIcon:", NSInteger>(askObject<"application">(icon), icon).value_or(0);
 }
 
-void layoutAccessory(const id& self, const id& name)
+void layoutAccessory(const id& self)
 {
     IconViewFields& fields = fieldsIn(self);
-    const NSInteger type = send<"currentLabelAccessoryType", NSInteger>(self);
-    if (type == 0 || send<"isHidden", bool>(fields.labelView)) {
+    // In the dock the label is hidden; the accessory stands before the place of its middle.
+    const bool isShown = isInDock(self) || !send<"isHidden", bool>(fields.labelView);
+    if (fields.accessoryType == 0 || !isShown) {
         send<"removeFromSuperview", void>(fields.accessoryView);
         fields.accessoryView = nil;
         return;
@@ -122,10 +131,9 @@ void layoutAccessory(const id& self, const id& name)
         send<"addSubview:", void>(self, fields.accessoryView);
     }
     constexpr NSInteger runningType = 4;
-    send<"setBackgroundColor:", void>(fields.accessoryView, color(type == runningType ? 0x34C759 : 0x5AC8FA));
-    const auto text = asString(name);
-    const double width
-        = std::min(text ? sizeOfText(*text, systemFont(labelFontSize, false)).width : 0, iconViewSize.width);
+    send<"setBackgroundColor:", void>(
+        fields.accessoryView, color(fields.accessoryType == runningType ? 0x34C759 : 0x5AC8FA));
+    const double width = isInDock(self) ? 0 : send<"sizeThatFits:", CGSize>(fields.labelView, iconViewSize).width;
     constexpr double gap = 3;
     send<"setCenter:", void>(fields.accessoryView,
         CGPointMake((iconViewSize.width - width) / 2 - gap - accessorySide / 2, labelTop + labelHeight / 2));
@@ -161,10 +169,9 @@ void layoutBadge(const id& self)
 void layoutSubviews(const id& self, SEL)
 {
     IconViewFields& fields = fieldsIn(self);
-    const id name = askObject<"displayName">(fields.icon);
-    send<"setText:", void>(fields.labelView, name);
+    send<"setText:", void>(fields.labelView, askObject<"displayName">(fields.icon));
     send<"setHidden:", void>(fields.labelView, isInDock(self));
-    layoutAccessory(self, name);
+    layoutAccessory(self);
     layoutBadge(self);
 }
 
@@ -183,6 +190,7 @@ constexpr MethodDefinition methods[] {
     method<"_handleTap", &handleTap>(),
     getter<"_iconImageView", &IconViewFields::iconImageView>(),
     getter<"_labelView", &IconViewFields::labelView>(),
+    method<"_updateLabelAccessoryView", &updateAccessory>(),
     method<"applicationBundleID", &applicationIdentifier>().until(12),
     method<"applicationBundleIdentifier", &applicationIdentifier>().since(13),
     method<"currentLabelAccessoryType", &currentLabelAccessoryType>(),
