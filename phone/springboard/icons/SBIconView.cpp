@@ -114,10 +114,19 @@ NSInteger currentLabelAccessoryType(const id& self, SEL)
     return ask<"labelAccessoryTypeForIcon:", NSInteger>(askObject<"application">(icon), icon).value_or(0);
 }
 
+/// Before the name; in the dock, where there is none, under the picture and beside its middle, which is left to others.
+CGPoint accessoryCenter(const id& self)
+{
+    if (isInDock(self))
+        return { iconViewSize.width / 2 - 8.5, iconSide + 9 };
+    const double width = send<"sizeThatFits:", CGSize>(fieldsIn(self).labelView, iconViewSize).width;
+    constexpr double gap = 3;
+    return { (iconViewSize.width - width) / 2 - gap - accessorySide / 2, labelTop + labelHeight / 2 };
+}
+
 void layoutAccessory(const id& self)
 {
     IconViewFields& fields = fieldsIn(self);
-    // In the dock the label is hidden; the accessory stands before the place of its middle.
     const bool isShown = isInDock(self) || !send<"isHidden", bool>(fields.labelView);
     if (fields.accessoryType == 0 || !isShown) {
         send<"removeFromSuperview", void>(fields.accessoryView);
@@ -133,10 +142,7 @@ void layoutAccessory(const id& self)
     constexpr NSInteger runningType = 4;
     send<"setBackgroundColor:", void>(
         fields.accessoryView, color(fields.accessoryType == runningType ? 0x34C759 : 0x5AC8FA));
-    const double width = isInDock(self) ? 0 : send<"sizeThatFits:", CGSize>(fields.labelView, iconViewSize).width;
-    constexpr double gap = 3;
-    send<"setCenter:", void>(fields.accessoryView,
-        CGPointMake((iconViewSize.width - width) / 2 - gap - accessorySide / 2, labelTop + labelHeight / 2));
+    send<"setCenter:", void>(fields.accessoryView, accessoryCenter(self));
 }
 
 void layoutBadge(const id& self)
