@@ -112,7 +112,7 @@ void ThreadPool::serve()
             Work work = std::move(level->ready.front());
             level->ready.pop_front();
             ++level->running;
-            // The end of the work before this one may have opened a level for others too.
+            // After a shortage others wait, for whom no thread has been called.
             callThread();
             lock.unlock();
             run(work);

@@ -24,7 +24,7 @@ void Instrument_dealloc(const id& self, SEL cmd)
 {
     note(watched.get() ? "seen" : "nil");
     takenInDealloc = Weak<NSObject>(self);
-    note(takenInDealloc.get() ? "seen" : "nil");
+    note(takenInDealloc == Weak<NSObject>() ? "to nobody" : "to a ghost");
     original_dealloc(self, cmd);
 }
 
@@ -41,7 +41,7 @@ TEST(Weak, KeepsNothingAndIsNilBeforeDealloc)
     guitar = nil;
     EXPECT_EQ(copy.get(), another) << "a reference that was read keeps the object";
     another = nil;
-    EXPECT_EQ(journal(), "nil | nil");
+    EXPECT_EQ(journal(), "nil | to nobody");
     EXPECT_FALSE(copy.get());
     EXPECT_FALSE(takenInDealloc.get());
     EXPECT_EQ(count(), 0);

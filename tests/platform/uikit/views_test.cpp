@@ -110,6 +110,7 @@ TEST_F(Views, OnlyWhoMakesRoomIsLaidOutWhenASubviewHides)
     for (const bool hidden : { true, true, false, false }) {
         send<"setHidden:", void>(inCard, hidden);
         send<"setHidden:", void>(window, false);
+        send<"setHidden:", void>(labels[1], false);
     }
     send<"setFont:", void>(labels[0], send<"font">(labels[0]));
     EXPECT_FALSE(runUntilIdle());
