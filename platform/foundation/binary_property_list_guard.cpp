@@ -43,7 +43,23 @@ public:
     {
     }
 
-    bool isSound()
+    Soundness soundness()
+    {
+        const bool isSound = isSoundWithinBounds();
+        return isTooLarge_ ? Soundness::TooLarge : isSound ? Soundness::Sound : Soundness::Malformed;
+    }
+
+    bool holdsForeignText() const noexcept { return holdsForeignText_; }
+
+private:
+    struct Frame {
+        std::uint64_t number;
+        Object object;
+        std::size_t next = 0;
+        Extent extent;
+    };
+
+    bool isSoundWithinBounds()
     {
         if (!readTrailer() || !enter(top_))
             return false;
@@ -69,14 +85,6 @@ public:
         return true;
     }
 
-private:
-    struct Frame {
-        std::uint64_t number;
-        Object object;
-        std::size_t next = 0;
-        Extent extent;
-    };
-
     bool readTrailer()
     {
         if (bytes_.size() < headerSize + trailerSize)
@@ -89,10 +97,10 @@ private:
         const std::uint64_t table = number(end_ + 24, 8);
         if (offsetSize_ < 1 || offsetSize_ > 8 || referenceSize_ < 1 || referenceSize_ > 8)
             return false;
-        if (table < headerSize || table > end_ || objects > mostPropertyListValues || top_ >= objects)
+        if (table < headerSize || table > end_ || top_ >= objects || objects > (end_ - table) / offsetSize_)
             return false;
-        if (objects > (end_ - table) / offsetSize_)
-            return false;
+        if (objects > mostPropertyListValues)
+            return tooLarge();
         end_ = table;
         extents_.resize(objects);
         return true;
@@ -103,9 +111,11 @@ private:
     {
         const auto object = objectAt(number);
         // A collection that is open already holds itself.
-        if (!object || frames_.size() > deepestPropertyList
-            || std::ranges::find(frames_, number, &Frame::number) != frames_.end())
+        if (!object || std::ranges::find(frames_, number, &Frame::number) != frames_.end())
             return false;
+        if (frames_.size() > deepestPropertyList)
+            return tooLarge();
+        holdsForeignText_ = holdsForeignText_ || (object->kind == Kind::Text && (hasNul(*object) || hasHalf(*object)));
         frames_.push_back({ number, *object, 0, { 1, object->textBytes(), object->isCollection() ? 1U : 0U } });
         return object->references() > 0 || leave();
     }
@@ -118,27 +128,51 @@ private:
         return frames_.empty() || add(frames_.back().extent, done.extent);
     }
 
-    static bool add(Extent& sum, const Extent& part)
+    bool add(Extent& sum, const Extent& part)
     {
         sum.values += part.values;
         sum.textBytes += part.textBytes;
         sum.depth = std::max(sum.depth, part.depth + 1);
-        return sum.values <= mostPropertyListValues && sum.textBytes <= mostTextBytes
-            && sum.depth <= deepestPropertyList;
+        return (sum.values <= mostPropertyListValues && sum.textBytes <= mostTextBytes
+                   && sum.depth <= deepestPropertyList)
+            || tooLarge();
+    }
+
+    bool tooLarge()
+    {
+        isTooLarge_ = true;
+        return false;
     }
 
     /// A text without a NUL: the library ends the process at a key that has one.
     bool isKeyText(std::uint64_t number) const
     {
         const auto object = objectAt(number);
-        if (!object || object->kind != Kind::Text)
-            return false;
-        for (std::size_t unit = 0; unit < object->count; ++unit) {
-            const std::size_t at = object->start + unit * object->unitSize;
-            if (byte(at) == 0 && (object->unitSize == 1 || byte(at + 1) == 0))
-                return false;
+        return object && object->kind == Kind::Text && !hasNul(*object);
+    }
+
+    bool hasNul(const Object& text) const
+    {
+        for (std::size_t unit = 0; unit < text.count; ++unit) {
+            const std::size_t at = text.start + unit * text.unitSize;
+            if (byte(at) == 0 && (text.unitSize == 1 || byte(at + 1) == 0))
+                return true;
         }
-        return true;
+        return false;
+    }
+
+    /// Half of a character that takes two units.
+    bool hasHalf(const Object& text) const
+    {
+        const auto kind = [&](std::size_t unit) { // 0xD8: a first half, 0xDC: a second one
+            return text.unitSize == 2 && unit < text.count ? byte(text.start + unit * 2) & 0xFC : 0U;
+        };
+        for (std::size_t unit = 0; unit < text.count; ++unit) {
+            if (kind(unit) == 0xDC || (kind(unit) == 0xD8 && kind(unit + 1) != 0xDC))
+                return true;
+            unit += kind(unit) == 0xD8 ? 1 : 0;
+        }
+        return false;
     }
 
     std::optional<Object> objectAt(std::uint64_t index) const
@@ -211,13 +245,21 @@ private:
     std::uint64_t top_ = 0;
     std::vector<Extent> extents_; ///< by object; without values: not known yet
     std::vector<Frame> frames_;
+    bool isTooLarge_ = false;
+    bool holdsForeignText_ = false;
 };
 
 } // namespace
 
-bool isSoundBinaryPropertyList(std::string_view bytes)
+Soundness soundnessOfBinaryPropertyList(std::string_view bytes)
 {
-    return BinaryGuard(bytes).isSound();
+    return BinaryGuard(bytes).soundness();
+}
+
+bool binaryPropertyListHoldsForeignText(std::string_view bytes)
+{
+    BinaryGuard guard(bytes);
+    return guard.soundness() == Soundness::Sound && guard.holdsForeignText();
 }
 
 } // namespace platform::detail

@@ -15,6 +15,8 @@ namespace platform {
 
 namespace {
 
+using detail::Soundness;
+
 struct FreeNode {
     void operator()(void* node) const { plist_free(node); }
 };
@@ -28,16 +30,22 @@ template <class T> using Allocated = std::unique_ptr<T, FreeMemory>;
 constexpr std::string_view binaryHeader = "bplist00";
 constexpr char dateMarker = 0x33;
 
-// The library's own date calls know whole 32-bit seconds and lose the sign of a fraction, so that a date
-// goes through the eight bytes that it has in a binary property list.
-
-double dateOf(plist_t node)
+std::string binaryOf(plist_t node)
 {
     char* bytes = nullptr;
     std::uint32_t length = 0;
     plist_to_bin(node, &bytes, &length);
     const Allocated<char> owner(bytes);
-    if (length < binaryHeader.size() + 9 || bytes[binaryHeader.size()] != dateMarker)
+    return bytes ? std::string(bytes, length) : std::string();
+}
+
+// The library's own date calls know whole 32-bit seconds and lose the sign of a fraction, so that a date
+// goes through the eight bytes that it has in a binary property list.
+
+double dateOf(plist_t node)
+{
+    const std::string bytes = binaryOf(node);
+    if (bytes.size() < binaryHeader.size() + 9 || bytes[binaryHeader.size()] != dateMarker)
         return 0;
     std::uint64_t bits = 0;
     for (std::size_t index = 0; index < 8; ++index)
@@ -143,6 +151,32 @@ id valueOf(plist_t node)
     }
 }
 
+struct Parsed {
+    Node node; ///< none unless it is sound
+    Soundness soundness;
+};
+
+Parsed parse(std::string_view bytes)
+{
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    if (bytes.size() > detail::largestPropertyList)
+        return { nullptr, Soundness::TooLarge };
+    if (bytes.starts_with(byteOrderMark))
+        bytes.remove_prefix(byteOrderMark.size());
+    const auto length = static_cast<std::uint32_t>(bytes.size());
+    const bool isBinary = bytes.starts_with(binaryHeader);
+    const Soundness soundness
+        = isBinary ? detail::soundnessOfBinaryPropertyList(bytes) : detail::soundnessOfXmlPropertyList(bytes);
+    if (soundness != Soundness::Sound)
+        return { nullptr, soundness };
+    plist_t node = nullptr;
+    if (isBinary)
+        plist_from_bin(bytes.data(), length, &node);
+    else
+        plist_from_xml(bytes.data(), length, &node);
+    return { Node(node), node ? Soundness::Sound : Soundness::Malformed };
+}
+
 /// Of a value that propertyListCopy() has copied.
 plist_t nodeOf(const id& value)
 {
@@ -178,6 +212,21 @@ bool isXmlText(std::string_view text)
     return text.find("\xEF\xBF\xBE") == std::string_view::npos && text.find("\xEF\xBF\xBF") == std::string_view::npos;
 }
 
+/// Whether a value that was read from XML holds an archiver's reference, which only XML writes as such a dictionary.
+bool holdsReference(const id& value)
+{
+    const DictionaryValue pairs = pairsOf(value);
+    if (pairs.size() == 1 && numberKind(pairs["CF$UID"]) == NumberKind::Integer)
+        return true;
+    for (const auto& [key, item] : pairs)
+        if (holdsReference(item))
+            return true;
+    for (const id& item : itemsOf(value))
+        if (holdsReference(item))
+            return true;
+    return false;
+}
+
 /// Whether every string of a value that propertyListCopy() has copied is made of characters of XML.
 bool isXmlValue(const id& value)
 {
@@ -194,23 +243,35 @@ bool isXmlValue(const id& value)
 
 } // namespace
 
+PropertyListReading readPropertyList(std::string_view bytes)
+{
+    const Parsed parsed = parse(bytes);
+    switch (parsed.soundness) {
+    case Soundness::TooLarge:
+        return { nil, false, "it is larger, or nested deeper, than any property list that is read here" };
+    case Soundness::Malformed:
+        return { nil, true, "it isn't a property list, or is damaged" };
+    case Soundness::Sound:
+        break;
+    }
+    return { valueOf(parsed.node.get()), false, {} };
+}
+
 id propertyListFromData(std::string_view bytes)
 {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (bytes.size() > detail::largestPropertyList)
-        return nil;
-    if (bytes.starts_with(byteOrderMark))
-        bytes.remove_prefix(byteOrderMark.size());
-    const auto length = static_cast<std::uint32_t>(bytes.size());
-    plist_t node = nullptr;
-    if (bytes.starts_with(binaryHeader)) {
-        if (detail::isSoundBinaryPropertyList(bytes))
-            plist_from_bin(bytes.data(), length, &node);
-    } else if (detail::isSoundXmlPropertyList(bytes)) {
-        plist_from_xml(bytes.data(), length, &node);
-    }
-    const Node owner(node);
-    return node ? valueOf(node) : nil;
+    return readPropertyList(bytes).value;
+}
+
+bool isKeptByWriting(std::string_view bytes)
+{
+    const Parsed parsed = parse(bytes);
+    if (!parsed.node || (bytes.starts_with(binaryHeader) && detail::binaryPropertyListHoldsForeignText(bytes)))
+        return false;
+    const id copied = propertyListCopy(valueOf(parsed.node.get()));
+    if (!bytes.starts_with(binaryHeader) && holdsReference(copied))
+        return false;
+    // What the library read, and what it is given to write: the same bytes, unless a value changed in between.
+    return copied && binaryOf(parsed.node.get()) == binaryOf(Node(nodeOf(copied)).get());
 }
 
 std::optional<std::string> dataFromPropertyList(const id& value, PropertyListFormat format)
@@ -219,12 +280,13 @@ std::optional<std::string> dataFromPropertyList(const id& value, PropertyListFor
     if (!copied || (format == PropertyListFormat::Xml && !isXmlValue(copied)))
         return std::nullopt;
     const Node node(nodeOf(copied));
+    if (format == PropertyListFormat::Binary) {
+        std::string bytes = binaryOf(node.get());
+        return bytes.empty() ? std::nullopt : std::optional(std::move(bytes));
+    }
     char* bytes = nullptr;
     std::uint32_t length = 0;
-    if (format == PropertyListFormat::Binary)
-        plist_to_bin(node.get(), &bytes, &length);
-    else
-        plist_to_xml(node.get(), &bytes, &length);
+    plist_to_xml(node.get(), &bytes, &length);
     const Allocated<char> owner(bytes);
     return bytes ? std::optional<std::string>(std::in_place, bytes, length) : std::nullopt;
 }

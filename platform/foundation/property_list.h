@@ -21,8 +21,21 @@ id propertyListCopy(const id& value);
 /// on hostile input.
 ///
 /// What a value can't hold is read as the nearest that it can: a string ends at a NUL, an integer past 63
-/// bits wraps, and an archiver's reference becomes the dictionary {"CF$UID": number}.
+/// bits wraps, and an archiver's reference becomes the dictionary {"CF$UID": number}. isKeptByWriting() tells.
 id propertyListFromData(std::string_view bytes);
+
+/// What bytes are as a property list, for who is about to write over them.
+struct PropertyListReading {
+    id value; ///< as propertyListFromData() gives it
+    bool isDamaged = false; ///< they are no property list
+    std::string_view problem; ///< why there is no value, for people; "" when there is one
+};
+
+PropertyListReading readPropertyList(std::string_view bytes);
+
+/// Whether the value that the bytes hold, written again, is all that they hold: false for bytes without a value, and
+/// where reading changed one (above).
+bool isKeptByWriting(std::string_view bytes);
 
 /// The bytes of a value, or empty when it isn't one that propertyListCopy() can copy; and, for XML, when a
 /// string holds a control character that XML has no way to write. XML cuts a date to whole seconds.

@@ -11,13 +11,22 @@ constexpr std::size_t deepestPropertyList = 128; ///< collections inside each ot
 constexpr std::size_t largestPropertyList = std::size_t { 64 } << 20; ///< bytes
 constexpr std::size_t mostPropertyListValues = std::size_t { 4 } << 20; ///< keys included
 
-/// True when every object that the root reaches lies inside the bytes, keys are strings without a
+enum class Soundness {
+    Sound,
+    Malformed, ///< no property list, or a damaged one
+    TooLarge, ///< beyond the bounds above
+};
+
+/// Sound when every object that the root reaches lies inside the bytes, keys are strings without a
 /// NUL, nothing holds itself, and the whole stays within the bounds above once objects that are named twice are read
 /// twice.
-bool isSoundBinaryPropertyList(std::string_view bytes);
+Soundness soundnessOfBinaryPropertyList(std::string_view bytes);
 
-/// True when elements are closed in order, all are of the property list's own kinds, no text holds a NUL,
+/// Whether a text of the sound one isn't kept by the library: it holds a NUL, or half a character.
+bool binaryPropertyListHoldsForeignText(std::string_view bytes);
+
+/// Sound when elements are closed in order, all are of the property list's own kinds, no text holds a NUL,
 /// and the whole stays within the bounds above.
-bool isSoundXmlPropertyList(std::string_view text);
+Soundness soundnessOfXmlPropertyList(std::string_view text);
 
 } // namespace platform::detail

@@ -53,7 +53,14 @@ public:
     {
     }
 
-    bool isSound()
+    Soundness soundness()
+    {
+        const bool isSound = isSoundWithinBounds();
+        return isTooLarge_ ? Soundness::TooLarge : isSound ? Soundness::Sound : Soundness::Malformed;
+    }
+
+private:
+    bool isSoundWithinBounds()
     {
         if (!hasSoundCharacters(rest_))
             return false;
@@ -68,7 +75,6 @@ public:
         return open_.empty() && values_ > 0;
     }
 
-private:
     bool readMarkup()
     {
         if (rest_.starts_with("<!--"))
@@ -135,11 +141,11 @@ private:
             return false;
         if (!open_.empty() && isOneOf(open_.back(), leaves))
             return false;
-        if (isCollection && ++depth_ > deepestPropertyList)
-            return false;
-        open_.push_back(name);
+        depth_ += isCollection ? 1 : 0;
         values_ += isRoot ? 0 : 1;
-        return values_ <= mostPropertyListValues;
+        open_.push_back(name);
+        isTooLarge_ = depth_ > deepestPropertyList || values_ > mostPropertyListValues;
+        return !isTooLarge_;
     }
 
     bool close(std::string_view name)
@@ -157,13 +163,14 @@ private:
     std::size_t depth_ = 0;
     std::size_t hidden_ = 0;
     std::size_t values_ = 0;
+    bool isTooLarge_ = false;
 };
 
 } // namespace
 
-bool isSoundXmlPropertyList(std::string_view text)
+Soundness soundnessOfXmlPropertyList(std::string_view text)
 {
-    return XmlGuard(text).isSound();
+    return XmlGuard(text).soundness();
 }
 
 } // namespace platform::detail

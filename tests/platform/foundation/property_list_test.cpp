@@ -242,6 +242,64 @@ TEST(PropertyLists, HostileBinaryOnesAreNil)
         EXPECT_EQ(propertyListFromData(bytes), nil) << what;
 }
 
+TEST(PropertyLists, TellWhetherAWriteKeepsThem)
+{
+    using namespace std::string_literals;
+    struct Case {
+        const char* what;
+        std::string bytes;
+        bool isKept;
+    };
+    const auto xml = [](std::string_view value) { return "<plist>" + std::string(value) + "</plist>"; };
+    const Case cases[] {
+        { "an empty dictionary", xml("<dict/>"), true },
+        { "the largest integer", xml("<integer>9223372036854775807</integer>"), true },
+        { "the smallest integer", xml("<integer>-9223372036854775808</integer>"), true },
+        { "past the largest", xml("<integer>9223372036854775808</integer>"), false },
+        { "the largest of 64 bits", xml("<integer>18446744073709551615</integer>"), false },
+        { "an archiver's reference", xml("<dict><key>CF$UID</key><integer>3</integer></dict>"), false },
+        { "one in a list, binary", binaryOf({ "\xA1\1"s, "\x80\5"s }), false },
+        { "a real of four bytes", binaryOf({ "\x22\x3F\xC0\0\0"s }), true },
+        { "an integer of 16 bytes", binaryOf({ "\x14"s + std::string(8, '\0') + "\xFF"s + std::string(7, '\0') }),
+            false },
+        { "a text with a NUL", binaryOf({ "\x53x\0y"s }), false },
+        { "a wide text with a NUL", binaryOf({ "\xA1\1"s, "\x63\0x\0\0\0y"s }), false },
+        { "a whole character", binaryOf({ "\x62\xD8\x3D\xDE\x00"s }), true },
+        { "its second half", binaryOf({ "\x62\xDE\x00\0x"s }), false },
+        { "half a character", binaryOf({ "\x61\xD8\x00"s }), false },
+        { "a date before time", xml("<date>1919-01-01T00:00:00Z</date>"), true },
+        { "garbage", "garbage", false },
+    };
+    for (const auto& [what, bytes, isKept] : cases)
+        EXPECT_EQ(isKeptByWriting(bytes), isKept) << what;
+    std::mt19937 random(11);
+    for (int round = 0; round < 300; ++round)
+        for (const PropertyListFormat format : bothFormats)
+            EXPECT_TRUE(isKeptByWriting(
+                dataFromPropertyList(randomValue(random, 3), format).value_or("<plist><true/></plist>")))
+                << round;
+}
+
+TEST(PropertyLists, ThatCanNotBeReadAreDamagedOrOnlyTooLarge)
+{
+    std::string deep = "<true/>";
+    for (int level = 0; level < 129; ++level)
+        deep = "<array>" + deep + "</array>";
+    const std::pair<std::string, bool> cases[] {
+        { "garbage", true },
+        { "<plist><array></plist>", true },
+        { "bplist00", true },
+        { "<plist>" + deep + "</plist>", false },
+    };
+    for (const auto& [bytes, isDamaged] : cases) {
+        const PropertyListReading reading = readPropertyList(bytes);
+        EXPECT_EQ(reading.value, nil);
+        EXPECT_EQ(reading.isDamaged, isDamaged) << bytes.substr(0, 40);
+        EXPECT_NE(reading.problem, "");
+    }
+    EXPECT_EQ(readPropertyList("<plist><true/></plist>").problem, "");
+}
+
 TEST(PropertyLists, DeepBinaryOnesAreNil)
 {
     const auto deep = [](int depth) {
@@ -254,6 +312,7 @@ TEST(PropertyLists, DeepBinaryOnesAreNil)
     };
     EXPECT_NE(propertyListFromData(deep(128)), nil);
     EXPECT_EQ(propertyListFromData(deep(129)), nil);
+    EXPECT_FALSE(readPropertyList(deep(129)).isDamaged);
 }
 
 TEST(PropertyLists, DamagedOnesNeverCrash)
