@@ -1,14 +1,12 @@
 #include "platform/foundation/defaults_domain.h"
 
 #include "platform/foundation/property_list.h"
-#include "platform/foundation/property_list_guard.h"
 #include "platform/foundation/utf8.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 
 namespace platform {
 
@@ -16,10 +14,7 @@ namespace {
 
 constexpr std::string_view preferences = "/var/mobile/Library/Preferences";
 constexpr std::size_t longestSuiteName = 200;
-constexpr unsigned newFileMode = 0600;
-
-/// Two changes of a file within this time may leave the same stamp.
-constexpr std::chrono::nanoseconds stampPrecision = std::chrono::milliseconds(20);
+constexpr PropertyListFileKind kindOfFile { PropertyListRoot::Dictionary, PropertyListFormat::Binary, 0600 };
 
 bool isSuiteName(std::string_view name)
 {
@@ -27,9 +22,10 @@ bool isSuiteName(std::string_view name)
         && name.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
 }
 
-std::string preferencesPath(std::string_view prefix, std::string_view suite, std::string_view suffix)
+/// A property list has no way to write other keys.
+bool isKey(std::string_view key)
 {
-    return pathByAppending(preferences, std::string(prefix) + std::string(suite) + std::string(suffix));
+    return key.find('\0') == std::string_view::npos && detail::wellFormedUtf8(key) == key;
 }
 
 id valueIn(const id& dictionary, std::string_view key)
@@ -62,43 +58,25 @@ std::shared_ptr<DefaultsDomain> DefaultsDomain::named(std::string_view suite)
 
 DefaultsDomain::DefaultsDomain(std::string_view suite)
     : isValid_(isSuiteName(suite))
-    , path_(preferencesPath("", suite, ".plist"))
-    , lockPath_(preferencesPath(".", suite, ".plist.lock"))
+    , file_(pathByAppending(preferences, std::string(suite) + ".plist"), kindOfFile)
 {
 }
 
-const id& DefaultsDomain::readFileIfChanged()
+const id& DefaultsDomain::fileContent()
 {
-    if (!isValid_)
-        return nil;
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    const auto stamp = fileStamp(path_);
-    if (stamp == stamp_ && (!stamp || isSettled_))
-        return fileContent_;
-    stamp_.reset();
-    FileStamp read;
-    auto bytes = readFile(path_, detail::largestPropertyList, &read);
-    if (bytes) {
-        stamp_ = read;
-        isSettled_ = now - std::chrono::nanoseconds(read.modifiedNanoseconds) > stampPrecision;
-    }
-    remember(std::move(bytes).value_or(std::string()));
-    return fileContent_;
+    return isValid_ ? file_.read() : nil;
 }
 
-void DefaultsDomain::remember(std::string bytes)
+DefaultsDomain::Changes DefaultsDomain::pending() const
 {
-    if (bytes == fileBytes_)
-        return;
-    const id value = propertyListFromData(bytes);
-    fileContent_ = asDictionary(value) ? value : nil;
-    fileBytes_ = std::move(bytes);
+    const std::lock_guard lock(mutex_);
+    return pending_;
 }
 
 void DefaultsDomain::refresh()
 {
     std::unique_lock files(fileMutex_);
-    const id content = readFileIfChanged();
+    const id content = fileContent();
     const auto calls = callsFor([&] { stored_ = content; });
     files.unlock();
     makeCalls(calls);
@@ -106,58 +84,77 @@ void DefaultsDomain::refresh()
 
 bool DefaultsDomain::synchronize()
 {
+    return publish({}, nullptr).isDone();
+}
+
+WriteOutcome DefaultsDomain::change(std::string_view key, const NSUserDefaults::Change& change)
+{
+    return isKey(key) ? publish(key, &change) : refusedValue(key);
+}
+
+std::string DefaultsDomain::readProblem()
+{
+    const std::lock_guard files(fileMutex_);
+    fileContent();
+    return file_.problem();
+}
+
+WriteOutcome DefaultsDomain::publish(std::string_view key, const NSUserDefaults::Change* change)
+{
+    WriteOutcome outcome;
+    std::optional<FileLock> lock;
+    if (!isValid_)
+        outcome = { EINVAL, "no file can have the suite's name" };
+    else if (change || !pending().empty())
+        outcome = file_.takeLock(lock);
+
     std::unique_lock files(fileMutex_);
     Changes changes;
-    {
-        const std::lock_guard lock(mutex_);
-        changes = pending_;
+    if (lock) {
+        changes = pending();
+        outcome = merge(*lock, changes, key, change);
     }
-    const int error = !isValid_ ? EINVAL : changes.empty() ? 0 : publish(changes);
-    lastError_.store(error, std::memory_order_relaxed);
-    const id content = readFileIfChanged();
+    lastError_.store(outcome.error, std::memory_order_relaxed);
+    const id content = fileContent();
     const auto calls = callsFor([&] {
         stored_ = content;
-        if (error != 0)
+        if (!outcome.isDone())
             return;
         // A key that was set again meanwhile is pending still.
-        std::erase_if(pending_, [&](const auto& change) {
-            const auto published = changes.find(change.first);
-            return published != changes.end() && published->second == change.second;
+        std::erase_if(pending_, [&](const auto& each) {
+            const auto published = changes.find(each.first);
+            return published != changes.end() && published->second == each.second;
         });
     });
     files.unlock();
+    lock.reset();
     makeCalls(calls);
-    return error == 0;
+    return outcome;
 }
 
-int DefaultsDomain::publish(const Changes& changes)
+WriteOutcome DefaultsDomain::merge(
+    const FileLock& lock, Changes& changes, std::string_view key, const NSUserDefaults::Change* change)
 {
-    if (const int error = createDirectories(preferences))
-        return error;
-    const FileLock lock(lockPath_);
-    if (lock.error() != 0)
-        return lock.error();
-    const id former = readFileIfChanged();
-    // Others' keys are in there, though this process can't read them.
-    if (!stamp_ && fileExists(path_))
-        return EIO;
-
-    const id merged = mutableCopyOf(former);
-    bool differs = false;
-    for (const auto& [key, value] : changes) {
-        differs = differs || value || valueIn(former, key);
-        send<"setObject:forKeyedSubscript:", void>(merged, value, string(key));
-    }
-    if (!differs)
-        return 0;
-    auto bytes = dataFromPropertyList(merged, PropertyListFormat::Binary);
-    if (!bytes)
-        return EINVAL;
-    if (const int error = writeFileAtomically(path_, *bytes, newFileMode))
-        return error;
-    fileBytes_ = std::move(*bytes);
-    fileContent_ = propertyListCopy(merged);
-    return 0;
+    bool isRefused = false;
+    const auto mergedWith = [&](const id& former) -> std::optional<id> {
+        const id merged = mutableCopyOf(former);
+        bool differs = false;
+        const auto set = [&](std::string_view name, const id& value) {
+            differs = differs || value || valueIn(former, name);
+            send<"setObject:forKeyedSubscript:", void>(merged, value, string(name));
+        };
+        for (const auto& [name, value] : changes)
+            set(name, value);
+        if (change)
+            if (const std::optional<id> value = (*change)(valueIn(merged, key))) {
+                const id copied = propertyListCopy(*value);
+                isRefused = *value && !copied;
+                set(key, copied);
+            }
+        return differs && !isRefused ? std::optional(merged) : std::nullopt;
+    };
+    WriteOutcome outcome = file_.change(lock, mergedWith);
+    return isRefused ? refusedValue(key) : outcome;
 }
 
 id DefaultsDomain::storedValue(std::string_view key) const
@@ -175,8 +172,7 @@ id DefaultsDomain::value(std::string_view key) const
 
 void DefaultsDomain::setValue(std::string_view key, const id& value)
 {
-    // A property list has no way to write other keys.
-    if (!isValid_ || key.find('\0') != std::string_view::npos || detail::wellFormedUtf8(key) != key)
+    if (!isValid_ || !isKey(key))
         return;
     const id copied = propertyListCopy(value);
     if (value && !copied)
@@ -206,7 +202,7 @@ id DefaultsDomain::dictionaryRepresentation() const
 id DefaultsDomain::valueInFile(std::string_view key)
 {
     const std::lock_guard files(fileMutex_);
-    return valueIn(readFileIfChanged(), key);
+    return valueIn(fileContent(), key);
 }
 
 std::uint64_t DefaultsDomain::addObserver(std::string_view key, NSUserDefaults::Observer changed)

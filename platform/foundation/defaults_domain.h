@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/foundation/files.h"
+#include "platform/foundation/property_list_file.h"
 #include "platform/foundation/user_defaults.h"
 
 #include <atomic>
@@ -26,6 +26,8 @@ public:
 
     /// The functions of NSUserDefaults that they are named after.
     bool synchronize();
+    WriteOutcome change(std::string_view key, const NSUserDefaults::Change& change);
+    std::string readProblem();
     int lastError() const noexcept { return lastError_.load(std::memory_order_relaxed); }
     id value(std::string_view key) const;
     void setValue(std::string_view key, const id& value);
@@ -53,9 +55,11 @@ private:
         id value;
     };
 
-    const id& readFileIfChanged();
-    void remember(std::string bytes);
-    int publish(const Changes& changes);
+    WriteOutcome publish(std::string_view key, const NSUserDefaults::Change* change);
+    WriteOutcome merge(
+        const FileLock& lock, Changes& changes, std::string_view key, const NSUserDefaults::Change* change);
+    Changes pending() const;
+    const id& fileContent();
     id storedValue(std::string_view key) const;
 
     /// Makes a change of what the instances see, and gives the calls that it asks for; the caller holds no
@@ -65,14 +69,10 @@ private:
     bool isObserving(std::uint64_t number) const;
 
     const bool isValid_;
-    const std::string path_;
-    const std::string lockPath_;
 
-    std::mutex fileMutex_; ///< held while the disk is waited for; `mutex_` may be taken inside it
-    std::optional<FileStamp> stamp_;
-    bool isSettled_ = false; ///< whether any later change of the file shows in its stamp
-    std::string fileBytes_; ///< as they were read or written last: the same bytes aren't parsed twice
-    id fileContent_; ///< the dictionary that they hold, or nil
+    /// Held while the disk is waited for, but never while the file's lock is; `mutex_` may be taken inside it.
+    std::mutex fileMutex_;
+    PropertyListFile file_;
 
     mutable std::mutex mutex_; ///< never held while the disk or an observer is waited for
     id stored_; ///< what the instances have read

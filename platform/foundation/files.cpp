@@ -1,13 +1,16 @@
 #include "platform/foundation/files.h"
 
 #include "platform/foundation/device_path.h"
+#include "platform/foundation/directory_tree.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace platform {
@@ -60,15 +63,27 @@ std::optional<FileStamp> fileStamp(std::string_view path)
     return status && S_ISREG(status->st_mode) ? std::optional(stampOf(*status)) : std::nullopt;
 }
 
-std::optional<std::string> readFile(std::string_view path, std::size_t limit, FileStamp* stamp)
+FileReading tryToReadFile(std::string_view path, std::size_t limit)
 {
+    const auto failed = [](int error, std::string problem = {}) {
+        return FileReading { {}, {}, error, problem.empty() ? std::strerror(error) : std::move(problem) };
+    };
+    const auto tooLarge = [&] { return failed(EFBIG, "it is larger than " + std::to_string(limit) + " bytes"); };
     // Without O_NONBLOCK a pipe that lies there would hold the caller until somebody writes.
     const detail::Opening opening = detail::openDevicePath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (opening.error == ENXIO)
+        return failed(ENXIO, "it isn't a regular file");
+    if (!opening.descriptor)
+        return failed(opening.error);
     struct stat status;
-    if (!opening.descriptor || ::fstat(opening.descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode))
-        return std::nullopt;
+    if (::fstat(opening.descriptor.get(), &status) != 0)
+        return failed(errno);
+    if (S_ISDIR(status.st_mode))
+        return failed(EISDIR, "it is a folder");
+    if (!S_ISREG(status.st_mode))
+        return failed(ENXIO, "it isn't a regular file");
     if (static_cast<std::uint64_t>(status.st_size) > limit)
-        return std::nullopt;
+        return tooLarge();
 
     // One byte more than the file has, so that its end shows in the first reading.
     std::string content(static_cast<std::size_t>(status.st_size) + 1, '\0');
@@ -78,17 +93,20 @@ std::optional<std::string> readFile(std::string_view path, std::size_t limit, Fi
         if (count == 0)
             break;
         if (count < 0 && errno != EINTR)
-            return std::nullopt;
+            return failed(errno);
         length += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
         if (length > limit)
-            return std::nullopt;
+            return tooLarge();
         if (length == content.size())
             content.resize(length * 2);
     }
     content.resize(length);
-    if (stamp)
-        *stamp = stampOf(status);
-    return content;
+    return { std::move(content), stampOf(status), 0, {} };
+}
+
+std::optional<std::string> readFile(std::string_view path, std::size_t limit)
+{
+    return tryToReadFile(path, limit).content;
 }
 
 int createDirectories(std::string_view path)
@@ -128,6 +146,14 @@ int removeFile(std::string_view path)
     return ::unlinkat(directory, entry.name.c_str(), AT_REMOVEDIR) == 0 ? 0 : errno;
 }
 
+int removeTree(std::string_view path)
+{
+    const detail::Entry entry = detail::openEntry(path);
+    if (!entry.directory)
+        return entry.error == ENOENT ? 0 : entry.error;
+    return detail::removeTree(entry.directory.get(), entry.name.c_str(), detail::EntryKind::Unknown);
+}
+
 std::vector<std::string> directoryEntries(std::string_view path)
 {
     detail::Opening opening = detail::openDevicePath(path, O_RDONLY | O_DIRECTORY);
@@ -149,23 +175,32 @@ std::vector<std::string> directoryEntries(std::string_view path)
     return names;
 }
 
-FileLock::FileLock(std::string_view path)
+FileLock::FileLock(std::string_view path, std::chrono::milliseconds patience)
 {
+    using std::chrono::steady_clock;
     const detail::Entry entry = detail::openEntry(path);
     error_ = entry.error;
     if (!entry.directory)
         return;
     descriptor_ = ::openat(
-        entry.directory.get(), entry.name.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0644);
+        entry.directory.get(), entry.name.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600);
     if (descriptor_ < 0) {
         error_ = errno;
         return;
     }
-    while (::flock(descriptor_, LOCK_EX) != 0) {
-        if (errno != EINTR) {
-            error_ = errno;
+    // The system's own waiting for such a lock has no end, so that it is asked for again and again: soon at first.
+    constexpr std::chrono::microseconds longestPause { 4000 };
+    std::chrono::microseconds pause { 100 };
+    const auto deadline = steady_clock::now() + patience;
+    while (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
+        if (errno == EINTR)
+            continue;
+        if (errno != EWOULDBLOCK || steady_clock::now() >= deadline) {
+            error_ = errno == EWOULDBLOCK ? ETIMEDOUT : errno;
             return;
         }
+        std::this_thread::sleep_for(pause);
+        pause = std::min(pause * 2, longestPause);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -48,16 +49,30 @@ struct FileStamp {
 /// Empty when there is no regular file there.
 std::optional<FileStamp> fileStamp(std::string_view path);
 
-/// The whole content. Empty when it isn't a regular file, can't be read, or is larger than `limit` bytes.
-/// `stamp`, if given, gets the stamp of what was read.
-std::optional<std::string> readFile(
-    std::string_view path, std::size_t limit = std::size_t { 64 } << 20, FileStamp* stamp = nullptr);
+/// A file's content, or why there is none.
+struct FileReading {
+    std::optional<std::string> content;
+    FileStamp stamp; ///< of the content
+    int error = 0; ///< ENOENT: there is no file; EISDIR; EFBIG: larger than the limit; what the system said
+    std::string problem; ///< `error` for people, behind "because": "it is a folder"; "" without an error
+};
+
+/// The whole content of a regular file of at most `limit` bytes. Never waits for a pipe's writer.
+FileReading tryToReadFile(std::string_view path, std::size_t limit = std::size_t { 64 } << 20);
+
+/// The same for who doesn't ask why there is none.
+std::optional<std::string> readFile(std::string_view path, std::size_t limit = std::size_t { 64 } << 20);
 
 /// Replaces the content in one step: a new file beside it is written and renamed. On failure (a full
 /// disk, a read-only system, a missing directory) the former content stands, nothing is left beside it,
 /// and the result is the `errno` of what failed; 0 on success. The mode is for a new file; an existing
-/// file keeps its own. A link there is replaced, not followed.
+/// file keeps its own. A link there is replaced, not followed. A writer that is killed may leave a file
+/// ".new-…" beside it, which the next writer in that directory removes.
 [[nodiscard]] int writeFileAtomically(std::string_view path, std::string_view content, unsigned mode = 0644);
+
+/// The same for a file of the host. What a link leads to is replaced, and the content goes straight into what isn't a
+/// regular file, such as a terminal.
+[[nodiscard]] int writeHostFileAtomically(const std::string& path, std::string_view content, unsigned mode = 0644);
 
 /// Sets who may do what with the file or directory (`NSFilePosixPermissions`). 0, or an `errno`.
 [[nodiscard]] int setFileMode(std::string_view path, unsigned mode);
@@ -68,14 +83,23 @@ std::optional<std::string> readFile(
 /// Removes one file, link (not what it leads to) or empty directory. 0, or an `errno`.
 [[nodiscard]] int removeFile(std::string_view path);
 
+/// Removes a file, link (not what it leads to) or directory with all that is in it. Links above it are followed beneath
+/// the device's root; those in it are removed. 0 when it is gone, or was, else the `errno` of the first thing that
+/// stayed.
+[[nodiscard]] int removeTree(std::string_view path);
+
 /// The names in a directory, sorted by byte, without "." and ".."; empty when it can't be read.
 std::vector<std::string> directoryEntries(std::string_view path);
 
-/// An exclusive lock among processes, held while the object lives, on a file of its own that is made where
-/// it is missing. Blocks until it is free; a holder that dies lets it go.
+/// How long a FileLock is waited for.
+inline constexpr std::chrono::milliseconds lockPatience { 3000 };
+
+/// An exclusive lock among processes and threads, held while the object lives, on a file of its own that is made
+/// where it is missing. A holder that dies lets it go; one that holds it for longer than is waited is an error
+/// (ETIMEDOUT).
 class FileLock {
 public:
-    explicit FileLock(std::string_view path);
+    explicit FileLock(std::string_view path, std::chrono::milliseconds patience = lockPatience);
     ~FileLock();
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;

@@ -167,6 +167,16 @@ int NSUserDefaults::lastError() const noexcept
     return domain_->lastError();
 }
 
+WriteOutcome NSUserDefaults::change(std::string_view key, const Change& change)
+{
+    return domain_->change(key, change);
+}
+
+std::string NSUserDefaults::readProblem() const
+{
+    return domain_->readProblem();
+}
+
 void NSUserDefaults::registerDefaults(const id& dictionary)
 {
     domain_->registerDefaults(dictionary);

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "platform/foundation/property_list_file.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/object.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,8 +21,8 @@ class DefaultsDomain;
 /// All instances of a suite in a process share what they have read and what they haven't yet written. A
 /// new instance looks whether the file has changed and reads it again if so; after that only
 /// `synchronize` does. A file that is missing, unreadable, malformed or whose root isn't a dictionary
-/// reads as empty; reading never writes. Writes are seen at once in this process, and by others after
-/// `synchronize`.
+/// reads as empty, and readProblem() tells one from the other; reading never writes. Writes are seen at once in this
+/// process, and by others after `synchronize`.
 ///
 /// A key that is set nowhere answers what registerDefaults() says for it, else nil. Any thread.
 class NSUserDefaults final : public NSObject {
@@ -54,12 +56,24 @@ public:
 
     /// Publishes pending writes and reads what others have published. Writes are merged into the file key
     /// by key under a lock among processes and put in place by a rename, so that writers of different keys
-    /// lose nothing and a process that dies at any moment leaves the old file or the new one. A file that
-    /// isn't a property list is replaced only when there is something to write; one that can't be read at
-    /// all is left alone (EIO). False when writing failed: the pending writes stay pending, and lastError()
-    /// tells the `errno`.
+    /// lose nothing and a process that dies at any moment leaves the old file or the new one. What is written
+    /// over and what isn't, property_list_file.h says. False when writing failed: the pending writes stay
+    /// pending, and lastError() tells the `errno`.
     bool synchronize();
     int lastError() const noexcept;
+
+    /// Gets the value that the key has, a pending write included and registered defaults left out, and gives the one
+    /// that it is to have (nil removes), or nothing to leave it. It must not use user defaults itself.
+    using Change = std::function<std::optional<id>(const id& present)>;
+
+    /// Changes a value in the light of the present one, in one operation among all threads and processes: no change
+    /// of the same key by another comes between. Publishes what is pending besides. When it fails, the key and the
+    /// file are as they were.
+    WriteOutcome change(std::string_view key, const Change& change);
+
+    /// Why what the file holds can't be read, for people: "it isn't a property list, or is damaged". "" when it can
+    /// be, or when there is no file.
+    std::string readProblem() const;
 
     /// For this process and suite: what absent keys answer. Adds to what was registered before.
     void registerDefaults(const id& dictionary);

@@ -3,7 +3,11 @@
 #include "platform/foundation/device_path.h"
 #include "platform/foundation/device_root.h"
 
+#include <atomic>
 #include <csignal>
+#include <fcntl.h>
+#include <random>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -48,8 +52,7 @@ TEST(Files, AStampTellsOneContentFromAnother)
 {
     const DeviceRoot device;
     device.put("/file", "one");
-    FileStamp read;
-    ASSERT_TRUE(readFile("/file", 10, &read));
+    const FileStamp read = tryToReadFile("/file", 10).stamp;
     EXPECT_EQ(fileStamp("/file"), read);
     ASSERT_EQ(writeFileAtomically("/file", "two"), 0);
     EXPECT_NE(fileStamp("/file"), read);
@@ -96,6 +99,102 @@ TEST_P(Writing, OnAFullDiskLeavesTheFormerContentAndNothingElse)
     EXPECT_EQ(error, EFBIG);
     EXPECT_EQ(device.get("/file"), "former");
     EXPECT_EQ(directoryEntries("/"), std::vector<std::string> { "file" });
+}
+
+TEST_P(Writing, RemovesWhatKilledWritersLeftAndNothingElse)
+{
+    const DeviceRoot device;
+    device.put("/dir/.new-1-1", "left by a writer that is gone");
+    device.put("/dir/.new-1-2", "of a writer that lives");
+    device.put("/dir/.newer", "somebody's");
+    EXPECT_EQ(createDirectories("/dir/.new-directory"), 0);
+    const int writer = ::open(device.at("/dir/.new-1-2").c_str(), O_RDONLY);
+    ASSERT_EQ(::flock(writer, LOCK_EX), 0);
+    EXPECT_EQ(writeFileAtomically("/dir/file", "x"), 0);
+    EXPECT_EQ(directoryEntries("/dir"), (std::vector<std::string> { ".new-1-2", ".new-directory", ".newer", "file" }));
+    ::close(writer);
+    EXPECT_EQ(writeFileAtomically("/dir/file", "y"), 0);
+    EXPECT_EQ(directoryEntries("/dir"), (std::vector<std::string> { ".new-directory", ".newer", "file" }));
+}
+
+TEST_P(Writing, AWriterKilledAtAnyInstantLeavesNothingForLong)
+{
+    const DeviceRoot device;
+    std::mt19937 random(5);
+    for (int round = 0; round < 40; ++round) {
+        int reports[2];
+        ASSERT_EQ(::pipe(reports), 0);
+        const pid_t child = ::fork();
+        if (child == 0)
+            for (;;)
+                if (writeFileAtomically("/file", std::string(6000, 'x')) != 0 || ::write(reports[1], "", 1) != 1)
+                    ::_exit(1);
+        ::close(reports[1]);
+        char report = 0;
+        ASSERT_EQ(::read(reports[0], &report, 1), 1);
+        for (auto spins = random() % 200'000; spins > 0; --spins)
+            std::atomic_signal_fence(std::memory_order_seq_cst);
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        ::close(reports[0]);
+        EXPECT_EQ(device.get("/file").size(), 6000U);
+    }
+    EXPECT_EQ(writeFileAtomically("/file", ""), 0);
+    EXPECT_EQ(directoryEntries("/"), std::vector<std::string> { "file" });
+}
+
+TEST_P(Writing, OfAHostsFileGoesBesideAndRenames)
+{
+    const DeviceRoot device;
+    const auto at = [&](const char* name) { return (device.outside() / name).string(); };
+    EXPECT_EQ(writeHostFileAtomically(at("picture"), "1"), 0);
+    std::filesystem::create_symlink("picture", at("link"));
+    const int former = ::open(at("picture").c_str(), O_RDONLY);
+    EXPECT_EQ(writeHostFileAtomically(at("link"), "22"), 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(at("link")));
+    EXPECT_EQ(std::filesystem::file_size(at("picture")), 2U);
+    struct stat status { };
+    ASSERT_EQ(::fstat(former, &status), 0);
+    EXPECT_EQ(status.st_size, 1); // who reads the former picture reads all of it
+    ::close(former);
+    EXPECT_EQ(writeHostFileAtomically("/dev/full", "x"), ENOSPC);
+    EXPECT_EQ(writeHostFileAtomically(device.outside(), "x"), EISDIR);
+    EXPECT_EQ(writeHostFileAtomically(at("missing/picture"), "x"), ENOENT);
+}
+
+TEST(Files, TellWhyTheyCanNotBeRead)
+{
+    const DeviceRoot device;
+    device.put("/file", "12345");
+    ASSERT_EQ(::mkfifo(device.at("/pipe").c_str(), 0600), 0);
+    device.link("/loop", "/loop");
+    const std::pair<std::string_view, int> cases[] { { "/missing", ENOENT }, { "/", EISDIR }, { "/pipe", ENXIO },
+        { "/file/below", ENOTDIR }, { "/loop", ELOOP }, { "/file", EFBIG } };
+    for (const auto& [path, error] : cases) {
+        const FileReading reading = tryToReadFile(path, 4);
+        EXPECT_EQ(reading.error, error) << path;
+        EXPECT_NE(reading.problem, "") << path;
+        EXPECT_FALSE(reading.content) << path;
+    }
+    const FileReading whole = tryToReadFile("/file", 5);
+    EXPECT_EQ(whole.content, "12345");
+    EXPECT_EQ(whole.problem, "");
+}
+
+TEST(Files, ATreeIsRemovedBeneathTheRootAlone)
+{
+    const DeviceRoot device;
+    const std::string elsewhere = device.outside() / "elsewhere";
+    std::filesystem::create_directories(elsewhere + "/app");
+    std::ofstream(elsewhere + "/app/precious") << "precious";
+    device.put(elsewhere + "/app/inner/file", "the device's own");
+    device.link(elsewhere, "/var");
+    device.link(elsewhere, elsewhere + "/app/link");
+    EXPECT_EQ(removeTree("/var/app"), 0);
+    EXPECT_FALSE(fileExists(elsewhere + "/app"));
+    EXPECT_TRUE(std::filesystem::exists(elsewhere + "/app/precious"));
+    EXPECT_EQ(removeTree("/var/app"), 0);
+    EXPECT_EQ(removeTree("/.."), EINVAL);
 }
 
 TEST(Files, DirectoriesAreMadeListedAndRemoved)
@@ -160,6 +259,15 @@ TEST(FileLocks, AHolderThatDiesLetsGo)
     }
     ::waitpid(child, nullptr, 0);
     EXPECT_EQ(FileLock("/lock").error(), 0);
+}
+
+TEST(FileLocks, AreNotWaitedForWithoutEnd)
+{
+    const DeviceRoot device;
+    std::optional<FileLock> held(std::in_place, "/lock");
+    EXPECT_EQ(FileLock("/lock", std::chrono::milliseconds(1)).error(), ETIMEDOUT);
+    held.reset();
+    EXPECT_EQ(FileLock("/lock", std::chrono::milliseconds(0)).error(), 0);
 }
 
 TEST(FileLocks, TellWhyTheyAreNotHeld)

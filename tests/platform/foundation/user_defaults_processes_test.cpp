@@ -65,6 +65,47 @@ TEST(UserDefaultsAmongProcesses, WritersOfDifferentKeysLoseNothing)
     EXPECT_EQ(asDictionary(NSUserDefaults::suite(suite)->dictionaryRepresentation())->size(), 240U);
 }
 
+TEST(UserDefaultsAmongProcesses, WritersOfOneListLoseNothingAndBringNothingBack)
+{
+    const DeviceRoot device;
+    constexpr int count = 40;
+    const auto change = [](const std::string& item, bool isWanted) {
+        return NSUserDefaults::suite(suite)
+            ->change("list",
+                [&](const id& present) {
+                    std::vector<id> items;
+                    for (const id& each : itemsOf(present))
+                        if (!isEqual(each, string(item)))
+                            items.push_back(each);
+                    if (isWanted)
+                        items.push_back(string(item));
+                    return array(std::move(items));
+                })
+            .isDone();
+    };
+    std::vector<pid_t> children;
+    for (const char* const prefix : { "a", "b", "c", "d" })
+        children.push_back(spawn([&] {
+            bool isDone = true;
+            for (int index = 0; index < count; ++index)
+                isDone = change(prefix + std::to_string(index), true)
+                    && (index % 2 == 1 || change(prefix + std::to_string(index), false)) && isDone;
+            return isDone;
+        }));
+    std::set<std::string> expected;
+    for (const char* const prefix : { "a", "b", "c", "d" })
+        for (int index = 1; index < count; index += 2)
+            expected.insert(prefix + std::to_string(index));
+    for (const pid_t child : children)
+        EXPECT_EQ(statusOf(child), 0);
+    std::set<std::string> listed;
+    const id stored = pairsOf(dictionaryWithContentsOfFile(file))["list"];
+    for (const id& item : itemsOf(stored))
+        listed.insert(asString(item)->text());
+    EXPECT_EQ(listed, expected);
+    EXPECT_EQ(itemsOf(stored).size(), expected.size());
+}
+
 TEST(UserDefaultsAmongProcesses, AWriterKilledAtAnyInstantLosesNothingThatItHadPublished)
 {
     const DeviceRoot device;
@@ -103,6 +144,8 @@ TEST(UserDefaultsAmongProcesses, AWriterKilledAtAnyInstantLosesNothingThatItHadP
         for (const std::string& key : published)
             ASSERT_TRUE((*pairs)[key]) << key << " after round " << round;
     }
+    EXPECT_TRUE(writeKeys("last", 1));
+    EXPECT_EQ(directoryEntries("/var/mobile/Library/Preferences").size(), 2U);
 }
 
 TEST(UserDefaultsAmongThreads, ReadersSeeWholeValuesAndWritersLoseNothing)

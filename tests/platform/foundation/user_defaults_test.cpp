@@ -6,10 +6,12 @@
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <thread>
 
 namespace platform {
 namespace {
@@ -114,7 +116,7 @@ TEST(UserDefaults, KeysOfOthersSurviveAWrite)
     EXPECT_EQ(status.st_mode & 07777, 0640U);
 }
 
-TEST(UserDefaults, AFileThatIsNoDictionaryReadsAsEmptyAndStaysUntilThereIsSomethingToWrite)
+TEST(UserDefaults, AFileThatIsNoDictionaryReadsAsEmptySaysSoAndIsSetAsideByAWrite)
 {
     for (const std::string_view content : { "", "garbage", "<plist><array/></plist>", "<plist><dict>" }) {
         const DeviceWithFile device(content);
@@ -122,13 +124,72 @@ TEST(UserDefaults, AFileThatIsNoDictionaryReadsAsEmptyAndStaysUntilThereIsSometh
         defaults->removeObject("absent");
         EXPECT_TRUE(defaults->synchronize());
         EXPECT_EQ(describe(defaults->dictionaryRepresentation()), "{}") << content;
+        EXPECT_NE(defaults->readProblem(), "") << content;
         EXPECT_EQ(device.get(file), content);
         defaults->setBool(true, "a");
         EXPECT_TRUE(defaults->synchronize());
         EXPECT_EQ(onDisk(), R"({"a": true})") << content;
+        EXPECT_EQ(defaults->readProblem(), "") << content;
+        EXPECT_EQ(device.get(file + ".damaged-1"), content);
         defaults->removeObject("a");
         EXPECT_TRUE(defaults->synchronize());
     }
+}
+
+TEST(UserDefaults, AChangeGetsThePresentValueAndPublishesWhatItGives)
+{
+    const DeviceWithFile device(
+        xml("<key>list</key><array><string>a</string></array><key>n</key><integer>1</integer>"));
+    const auto defaults = NSUserDefaults::suite(suite);
+    std::string heard;
+    const auto observer = defaults->addObserver("list", [&](const id& value) { heard += describe(value) + " "; });
+    const auto change = [&](std::string_view key, std::optional<id> next) {
+        std::string present;
+        const WriteOutcome outcome = defaults->change(key, [&](const id& value) {
+            present = describe(value);
+            return next;
+        });
+        return present + (outcome.isDone() ? "" : " refused");
+    };
+    // What another process has written since counts, and what is pending here counts more.
+    device.put(file, xml("<key>list</key><array><string>b</string></array><key>n</key><integer>2</integer>"));
+    EXPECT_EQ(change("list", array({ "b", "c" })), R"(["b"])");
+    EXPECT_EQ(onDisk(), R"({"list": ["b", "c"], "n": 2})");
+    defaults->setInteger(3, "n");
+    EXPECT_EQ(change("n", std::nullopt), "3");
+    EXPECT_EQ(onDisk(), R"({"list": ["b", "c"], "n": 3})");
+    defaults->registerDefaults(dictionary({ { "registered", number(1) } }));
+    EXPECT_EQ(change("registered", nil), "nil");
+    EXPECT_EQ(change("list", nil), R"(["b", "c"])");
+    EXPECT_EQ(onDisk(), R"({"n": 3})");
+    EXPECT_EQ(change("n", url("a:b")), "3 refused");
+    EXPECT_EQ(change("\xFF", number(1)), " refused");
+    EXPECT_EQ(onDisk(), R"({"n": 3})");
+    EXPECT_EQ(describe(defaults->dictionaryRepresentation()), R"({"registered": 1, "n": 3})");
+    EXPECT_EQ(heard, R"(["b", "c"] nil )");
+    defaults->removeObserver(observer);
+    EXPECT_FALSE(NSUserDefaults::suite("a/b")->change("n", [](const id& value) { return value; }).isDone());
+}
+
+TEST(UserDefaults, NobodyWaitsForALockWhoOnlyReads)
+{
+    const DeviceWithFile device(xml("<key>n</key><integer>1</integer>"));
+    const auto defaults = NSUserDefaults::suite(suite);
+    std::optional<FileLock> held(std::in_place, pathByAppending(directory, ".com.example.settings.plist.lock"));
+    std::atomic<bool> isWritten { false };
+    std::thread writer([&] {
+        defaults->setBool(true, "a");
+        EXPECT_TRUE(defaults->synchronize()) << "a reader that waited for the writer held the lock for too long";
+        isWritten = true;
+    });
+    const auto start = std::chrono::steady_clock::now();
+    while (std::chrono::steady_clock::now() - start < std::chrono::milliseconds(100))
+        EXPECT_EQ(NSUserDefaults::suite(suite)->integerForKey("n"), 1);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, lockPatience);
+    EXPECT_FALSE(isWritten);
+    held.reset();
+    writer.join();
+    EXPECT_EQ(onDisk(), R"({"n": 1, "a": true})");
 }
 
 TEST(UserDefaults, AFileTooLargeToReadIsLeftAlone)
@@ -138,7 +199,7 @@ TEST(UserDefaults, AFileTooLargeToReadIsLeftAlone)
     const auto defaults = NSUserDefaults::suite(suite);
     defaults->setBool(true, "a");
     EXPECT_FALSE(defaults->synchronize());
-    EXPECT_EQ(defaults->lastError(), EIO);
+    EXPECT_EQ(defaults->lastError(), EFBIG);
     EXPECT_EQ(std::filesystem::file_size(device.at(file)), std::uintmax_t { 65 } << 20);
 }
 
@@ -245,7 +306,7 @@ TEST(UserDefaults, ANameThatIsNoFileNameGivesAnEmptySuite)
 {
     const DeviceRoot device;
     device.put("/var/mobile/Library/secret.plist", xml("<key>a</key><true/>"));
-    device.put(std::string(directory) + "/.plist", xml("<key>a</key><true/>"));
+    device.put(pathByAppending(directory, ".plist"), xml("<key>a</key><true/>"));
     for (const std::string& name : { std::string(), std::string("../secret"), std::string("a/b"),
              std::string("a\0b", 3), std::string(201, 'x') }) {
         const auto defaults = NSUserDefaults::suite(name);
