@@ -38,24 +38,26 @@ struct ExplainOptions {
     TransitionOptions transition;
 };
 
-std::optional<id> preferencesFor(const phone::PhoneDirectory& directory, const ExplainOptions& options)
+struct Preferences {
+    id dictionary;
+    std::string problem; ///< why there is no dictionary, for people
+};
+
+Preferences preferencesFor(const phone::PhoneDirectory& directory, const ExplainOptions& options)
 {
     if (!options.preferences.empty()) {
-        id preferences = preferencesFromHostFile(options.preferences);
-        return preferences ? std::optional(std::move(preferences)) : std::nullopt;
+        id dictionary = preferencesFromHostFile(options.preferences);
+        if (!dictionary)
+            return { nil, options.preferences + " isn't a property list with a dictionary" };
+        return { std::move(dictionary), {} };
     }
+    if (std::string problem = directory.problem(); !problem.empty())
+        return { nil, std::move(problem) };
     setDeviceRoot(directory.root());
-    return synchronizedPreferences()->dictionaryRepresentation();
-}
-
-ExitStatus refusePreferences(const ExplainOptions& options)
-{
-    return refuse(options.preferences + " isn't a property list with a dictionary");
-}
-
-std::string line(const Json& object)
-{
-    return object.dump(-1, ' ', false, Json::error_handler_t::replace);
+    const auto defaults = synchronizedPreferences();
+    if (const std::string problem = defaults->readProblem(); !problem.empty())
+        return { nil, "the preferences can't be read: " + std::string(preferenceFile) + ": " + problem };
+    return { defaults->dictionaryRepresentation(), {} };
 }
 
 Json parseLine(std::string_view text)
@@ -179,10 +181,10 @@ template <class Road, class Explain> ExitStatus answerRoads(
 
 ExitStatus explainLaunches(const phone::PhoneDirectory& directory, const ExplainOptions& options)
 {
-    const auto preferences = preferencesFor(directory, options);
-    if (!preferences)
-        return refusePreferences(options);
-    const ExplainPolicies policies(*preferences);
+    const Preferences preferences = preferencesFor(directory, options);
+    if (!preferences.dictionary)
+        return refuse(preferences.problem);
+    const ExplainPolicies policies(preferences.dictionary);
     if (options.destination.empty())
         return answerLines(policies, explainLaunchLine);
 
@@ -195,10 +197,10 @@ ExitStatus explainLaunches(const phone::PhoneDirectory& directory, const Explain
 
 ExitStatus explainRedirects(const phone::PhoneDirectory& directory, const ExplainOptions& options)
 {
-    const auto preferences = preferencesFor(directory, options);
-    if (!preferences)
-        return refusePreferences(options);
-    const ExplainPolicies policies(*preferences);
+    const Preferences preferences = preferencesFor(directory, options);
+    if (!preferences.dictionary)
+        return refuse(preferences.problem);
+    const ExplainPolicies policies(preferences.dictionary);
     if (options.destination.empty()) {
         if (options.transition.any())
             return refuse("--to is missing: the application to open");
@@ -221,10 +223,10 @@ ExitStatus explainRedirects(const phone::PhoneDirectory& directory, const Explai
 
 ExitStatus explainNotifications(const phone::PhoneDirectory& directory, const ExplainOptions& options)
 {
-    const auto preferences = preferencesFor(directory, options);
-    if (!preferences)
-        return refusePreferences(options);
-    const ExplainPolicies policies(*preferences);
+    const Preferences preferences = preferencesFor(directory, options);
+    if (!preferences.dictionary)
+        return refuse(preferences.problem);
+    const ExplainPolicies policies(preferences.dictionary);
     if (options.destination.empty())
         return answerLines(policies, explainNotificationLine);
     return answerRoads(notificationRoads(), options.road.empty() ? nullptr : notificationRoad(options.road), options,
@@ -239,10 +241,10 @@ ExitStatus explainNotifications(const phone::PhoneDirectory& directory, const Ex
 
 ExitStatus explainPurchases(const phone::PhoneDirectory& directory, const ExplainOptions& options)
 {
-    const auto preferences = preferencesFor(directory, options);
-    if (!preferences)
-        return refusePreferences(options);
-    const ExplainPolicies policies(*preferences);
+    const Preferences preferences = preferencesFor(directory, options);
+    if (!preferences.dictionary)
+        return refuse(preferences.problem);
+    const ExplainPolicies policies(preferences.dictionary);
     if (options.purchases.empty())
         return answerLines(policies, explainPurchaseLine);
     const std::vector<std::string> identifiers(options.purchases.begin(), options.purchases.end());
@@ -320,23 +322,23 @@ extern const VerbRows explainVerbs { rows };
 
 std::string explainLaunchLine(std::string_view text, const ExplainPolicies& policies)
 {
-    return line(launchVerdictObject(explainLaunch(parseLine(text), policies)));
+    return jsonLine(launchVerdictObject(explainLaunch(parseLine(text), policies)));
 }
 
 std::string explainNotificationLine(std::string_view text, const ExplainPolicies& policies)
 {
-    return line(notificationVerdictObject(explainNotification(parseLine(text), policies)));
+    return jsonLine(notificationVerdictObject(explainNotification(parseLine(text), policies)));
 }
 
 std::string explainRedirectLine(std::string_view text, const ExplainPolicies& policies)
 {
     const Json record = parseLine(text);
-    return line(redirectVerdictObject(explainRedirect(record, policies)));
+    return jsonLine(redirectVerdictObject(explainRedirect(record, policies)));
 }
 
 std::string explainPurchaseLine(std::string_view text, const ExplainPolicies& policies)
 {
-    return line(purchaseVerdictObject(explainPurchase(parseLine(text), policies)));
+    return jsonLine(purchaseVerdictObject(explainPurchase(parseLine(text), policies)));
 }
 
 } // namespace cli

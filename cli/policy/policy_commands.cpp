@@ -10,10 +10,7 @@
 #include "platform/foundation/files.h"
 #include "platform/foundation/values.h"
 
-#include <algorithm>
 #include <chrono>
-#include <cstring>
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -43,18 +40,19 @@ bool endsInIdentifier(const PreferenceKey& row, const std::string& key)
     return !row.isPrefix || key.size() > row.name.size();
 }
 
-/// A root that doesn't exist yet is a phone on which nothing is set.
-void openForReading(const phone::PhoneDirectory& directory)
+std::optional<std::string> open(const phone::PhoneDirectory& directory)
 {
-    setDeviceRoot(directory.root());
+    if (setDeviceRoot(directory.root()))
+        return std::nullopt;
+    return "can't open " + directory.root() + " as the phone's root";
 }
 
-/// The writer's steps after the change: publish, and only then tell the processes to reread.
-ExitStatus publish(const phone::PhoneDirectory& directory, NSUserDefaults& defaults, const PreferenceKey& row,
+/// After the change, the processes are told to reread.
+ExitStatus publish(const phone::PhoneDirectory& directory, const WriteOutcome& outcome, const PreferenceKey& row,
     const std::string& key, std::string_view what)
 {
-    if (!defaults.synchronize())
-        return refuse("can't write the preferences: " + std::string(std::strerror(defaults.lastError())));
+    if (!outcome.isDone())
+        return refuse(outcome.problem + describeSetAside(outcome.setAside));
     const bool told = !row.notification.empty() && connectToPhone(directory);
     if (told) {
         CFNotificationCenterPostNotification(row.notification);
@@ -68,11 +66,12 @@ ExitStatus publish(const phone::PhoneDirectory& directory, NSUserDefaults& defau
         text << " No notification belongs to this key: it is read at each use.";
     else
         text << " The phone isn't up, so nobody was told.";
-    const id value = defaults.objectForKey(key);
-    say(text.str(),
-        { { "ok", true }, { "key", key }, { "value", toJson(value) },
-            { "notification", row.notification.empty() ? Json(nullptr) : Json(row.notification) },
-            { "posted", told } });
+    text << describeSetAside(outcome.setAside);
+    Json object { { "ok", true }, { "key", key }, { "value", toJson(preferences()->objectForKey(key)) },
+        { "notification", row.notification.empty() ? Json(nullptr) : Json(row.notification) }, { "posted", told } };
+    if (!outcome.setAside.empty())
+        object["setAside"] = outcome.setAside;
+    say(text.str(), object);
     return ExitStatus::Done;
 }
 
@@ -80,36 +79,61 @@ ExitStatus changeFlag(const phone::PhoneDirectory& directory, ListChange change,
     const std::string& bundleIdentifier)
 {
     const std::string key = std::string(row.name) + bundleIdentifier;
-    const auto defaults = preferences();
-    const bool wanted = change == ListChange::Toggle ? !defaults->boolForKey(key) : change == ListChange::Add;
-    defaults->setBool(wanted, key);
-    return publish(directory, *defaults, row, key, key + " is " + (wanted ? "on." : "off."));
+    const PreferenceChange changed = changePreferenceFlag(key, change);
+    return publish(directory, changed.outcome, row, key, key + " is " + (changed.isOn ? "on." : "off."));
+}
+
+/// Whatever the key holds.
+WriteOutcome assign(const std::string& key, const id& value)
+{
+    return preferences()->change(key, [&value](const id&) { return std::optional(value); });
+}
+
+/// Why the preferences can't be told; empty when they can.
+std::optional<std::string> preferenceProblem(const NSUserDefaults& defaults)
+{
+    const std::string problem = defaults.readProblem();
+    if (problem.empty())
+        return std::nullopt;
+    return "the preferences can't be read: " + std::string(preferenceFile) + ": " + problem;
 }
 
 } // namespace
 
+std::optional<std::string> openForReading(const phone::PhoneDirectory& directory)
+{
+    if (const std::string problem = directory.problem(); !problem.empty())
+        return problem;
+    return open(directory);
+}
+
 std::optional<std::string> openForWriting(const phone::PhoneDirectory& directory)
 {
-    std::error_code failed;
-    std::filesystem::create_directories(directory.root(), failed);
-    if (failed)
-        return "can't make " + directory.root() + ": " + failed.message();
-    if (!setDeviceRoot(directory.root()))
-        return "can't open " + directory.root() + " as the phone's root";
-    return std::nullopt;
+    if (const std::string problem = directory.make(); !problem.empty())
+        return problem;
+    return open(directory);
+}
+
+std::string describeSetAside(const std::string& setAside)
+{
+    return setAside.empty() ? "" : " What couldn't be read there is " + setAside + " now.";
 }
 
 ExitStatus listPolicies(const phone::PhoneDirectory& directory)
 {
-    openForReading(directory);
-    const id all = preferences()->dictionaryRepresentation();
+    if (const auto problem = openForReading(directory))
+        return refuse(*problem);
+    const auto defaults = preferences();
+    if (const auto problem = preferenceProblem(*defaults))
+        return refuse(*problem);
+    const id all = defaults->dictionaryRepresentation();
     const Json object = toJson(all);
     std::ostringstream text;
     if (pairsOf(all).empty())
         text << "Nothing is set.";
     for (const auto& [key, value] : pairsOf(all)) {
         const auto name = asString(key);
-        text << (name ? name->text() : describe(key)) << " = " << describe(value)
+        text << onOneLine(name ? name->text() : describe(key)) << " = " << onOneLine(describe(value))
              << (name && preferenceKey(*name) ? "\n" : "  (not a key of AppLedger)\n");
     }
     say(text.str(), { { "ok", true }, { "policies", object.is_object() ? object : Json::object() } });
@@ -118,8 +142,12 @@ ExitStatus listPolicies(const phone::PhoneDirectory& directory)
 
 ExitStatus showPolicies(const phone::PhoneDirectory& directory, const std::string& bundleIdentifier)
 {
-    openForReading(directory);
+    if (const auto problem = openForReading(directory))
+        return refuse(*problem);
     const auto defaults = preferences();
+    for (const auto& problem : { preferenceProblem(*defaults), sideFileProblem() })
+        if (problem)
+            return refuse(*problem);
     const std::string identifier = asString(string(bundleIdentifier))->text();
     std::ostringstream text;
     Json object = Json::object();
@@ -135,7 +163,8 @@ ExitStatus showPolicies(const phone::PhoneDirectory& directory, const std::strin
             continue;
         object[std::string(row.name)] = toJson(value);
         text << row.name << (row.isPrefix ? identifier : "") << ": "
-             << (!row.isPrefix && row.type == PreferenceType::IdentifierList ? "listed" : describe(value)) << '\n';
+             << (!row.isPrefix && row.type == PreferenceType::IdentifierList ? "listed" : onOneLine(describe(value)))
+             << '\n';
     }
     describeSideFiles(identifier, text, object);
     say(text.str().empty() ? "Nothing is set for " + identifier + "." : text.str(),
@@ -161,19 +190,10 @@ ExitStatus changePolicyList(const phone::PhoneDirectory& directory, ListChange c
     if (isFlag)
         return changeFlag(directory, change, *row, bundleIdentifier);
 
-    const auto defaults = preferences();
-    const ArrayValue present = itemsOf(defaults->objectForKey(key));
-    const id item = string(bundleIdentifier);
-    const bool listed = present.contains(item);
-    const bool wanted = change == ListChange::Toggle ? !listed : change == ListChange::Add;
-    std::vector<id> items(present.begin(), present.end());
-    if (listed && !wanted)
-        std::erase_if(items, [&item](const id& present) { return isEqual(present, item); });
-    else if (!listed && wanted)
-        items.push_back(item);
-    defaults->setObject(array(std::move(items)), key);
+    const std::string identifier = asString(string(bundleIdentifier))->text();
+    const PreferenceChange changed = changePreferenceList(key, change, identifier);
     return publish(
-        directory, *defaults, *row, key, asString(item)->text() + (wanted ? " is on " : " is not on ") + key + " now.");
+        directory, changed.outcome, *row, key, identifier + (changed.isOn ? " is on " : " is not on ") + key + " now.");
 }
 
 ExitStatus setPolicy(const phone::PhoneDirectory& directory, const std::string& key, const std::string& value)
@@ -188,9 +208,7 @@ ExitStatus setPolicy(const phone::PhoneDirectory& directory, const std::string& 
         return refuse(key + " takes " + std::string(expectedValue(row->type)));
     if (const auto problem = openForWriting(directory))
         return refuse(*problem);
-    const auto defaults = preferences();
-    defaults->setObject(*parsed, key);
-    return publish(directory, *defaults, *row, key, key + " is " + describe(*parsed) + " now.");
+    return publish(directory, assign(key, *parsed), *row, key, key + " is " + describe(*parsed) + " now.");
 }
 
 ExitStatus unsetPolicy(const phone::PhoneDirectory& directory, const std::string& key)
@@ -202,9 +220,7 @@ ExitStatus unsetPolicy(const phone::PhoneDirectory& directory, const std::string
         return refuse(std::string(row->name) + " goes on with a bundle identifier");
     if (const auto problem = openForWriting(directory))
         return refuse(*problem);
-    const auto defaults = preferences();
-    defaults->removeObject(key);
-    return publish(directory, *defaults, *row, key,
+    return publish(directory, assign(key, nil), *row, key,
         key + " is not set now; its default is " + std::string(row->defaultText) + ".");
 }
 

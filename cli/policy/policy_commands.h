@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/command/output.h"
+#include "core/list_change.h"
 #include "phone/supervisor/phone_directory.h"
 
 #include <optional>
@@ -11,8 +12,12 @@
 
 namespace cli {
 
-/// Makes the phone's directory where it is missing, and opens it. Empty, or what went wrong.
+/// Opens the phone's directory, for writing made where it is missing. Empty, or what went wrong.
+std::optional<std::string> openForReading(const phone::PhoneDirectory& directory);
 std::optional<std::string> openForWriting(const phone::PhoneDirectory& directory);
+
+/// What to say where a damaged file was set aside, with a space in front; "" where none was.
+std::string describeSetAside(const std::string& setAside);
 
 /// Every key that has a value, and what it is.
 ExitStatus listPolicies(const phone::PhoneDirectory& directory);
@@ -20,7 +25,7 @@ ExitStatus listPolicies(const phone::PhoneDirectory& directory);
 /// What the policies say about one application.
 ExitStatus showPolicies(const phone::PhoneDirectory& directory, const std::string& bundleIdentifier);
 
-enum class ListChange { Add, Remove, Toggle };
+using appledger::ListChange;
 
 /// Changes whether a list holds the application.
 ExitStatus changePolicyList(const phone::PhoneDirectory& directory, ListChange change, const std::string& key,

@@ -3,15 +3,14 @@
 #include "cli/command/phone_client.h"
 #include "cli/policy/policy_commands.h"
 #include "core/notification_names.h"
+#include "core/side_file.h"
 #include "phone/system/journal.h"
 #include "platform/darwin/bus.h"
-#include "platform/foundation/files.h"
 #include "state/app_brightness_manager.h"
 #include "state/app_mute_manager.h"
 
 #include <charconv>
 #include <chrono>
-#include <cstring>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -23,21 +22,6 @@ using Json = nlohmann::json;
 
 namespace {
 
-/// Opens the phone for writing that file; empty, or what went wrong.
-std::optional<std::string> prepare(const phone::PhoneDirectory& directory, const std::string& path)
-{
-    if (const auto problem = openForWriting(directory))
-        return problem;
-    if (const int error = createDirectories(pathByDeletingLastComponent(path)))
-        return "can't make the folder of " + path + ": " + std::strerror(error);
-    return std::nullopt;
-}
-
-ExitStatus refuseWrite(const std::string& path, int error)
-{
-    return refuse("can't write " + path + ": " + std::strerror(error));
-}
-
 std::optional<double> parseLevel(const std::string& text)
 {
     double level = 0;
@@ -46,18 +30,28 @@ std::optional<double> parseLevel(const std::string& text)
     return error == std::errc() && rest == end && level == level ? std::optional(level) : std::nullopt;
 }
 
+void addSetAside(Json& object, const WriteOutcome& outcome)
+{
+    if (!outcome.setAside.empty())
+        object["setAside"] = outcome.setAside;
+}
+
 } // namespace
 
 ExitStatus mutePolicy(const phone::PhoneDirectory& directory, const std::string& bundleIdentifier, bool muted)
 {
-    if (const auto problem = prepare(directory, GetAppMutePrefPath()))
+    if (const auto problem = openForWriting(directory))
         return refuse(*problem);
-    const std::string path = GetAppMutePrefPath();
-    if (const int error = writeMuted(bundleIdentifier, muted))
-        return refuseWrite(path, error);
+    const WriteOutcome outcome = writeMuted(bundleIdentifier, muted);
+    if (!outcome.isDone())
+        return refuse(outcome.problem + describeSetAside(outcome.setAside));
+    Json object { { "ok", true }, { "application", bundleIdentifier }, { "muted", muted },
+        { "file", GetAppMutePrefPath() } };
+    addSetAside(object, outcome);
     say(bundleIdentifier + (muted ? " is silent" : " isn't silent")
-            + " while it is in front. No notification belongs to the list: it is read at each use.",
-        { { "ok", true }, { "application", bundleIdentifier }, { "muted", muted }, { "file", path } });
+            + " while it is in front. No notification belongs to the list: it is read at each use."
+            + describeSetAside(outcome.setAside),
+        object);
     return ExitStatus::Done;
 }
 
@@ -70,25 +64,42 @@ ExitStatus brightnessPolicy(
         if (!level)
             return refuse("a brightness is a number from 0 to 1, or off");
     }
-    if (const auto problem = prepare(directory, appBrightnessPreferencePath()))
+    if (const auto problem = openForWriting(directory))
         return refuse(*problem);
-    const std::string path = appBrightnessPreferencePath();
     const bool told = connectToPhone(directory);
-    if (const int error = writeBrightness(bundleIdentifier, level))
-        return refuseWrite(path, error);
+    const WriteOutcome outcome = writeBrightness(bundleIdentifier, level);
+    if (!outcome.isDone())
+        return refuse(outcome.problem + describeSetAside(outcome.setAside));
     if (told)
         flushBus(std::chrono::seconds { 5 });
     AppBrightnessManager& manager = AppBrightnessManager::sharedManager();
     manager.reloadConfig();
     const auto stored = manager.levelFor(bundleIdentifier);
+    Json object { { "ok", true }, { "application", bundleIdentifier },
+        { "brightness", stored ? Json(*stored) : Json() }, { "file", appBrightnessPreferencePath() },
+        { "notification", notification::brightnessChanged }, { "posted", told } };
+    addSetAside(object, outcome);
     say(bundleIdentifier
             + (stored ? " has the brightness " + phone::levelText(*stored) + " while it is in front."
                       : " has no brightness of its own.")
             + (told ? " Posted " + std::string(notification::brightnessChanged) + "."
-                    : " The phone isn't up, so nobody was told."),
-        { { "ok", true }, { "application", bundleIdentifier }, { "brightness", stored ? Json(*stored) : Json() },
-            { "file", path }, { "notification", notification::brightnessChanged }, { "posted", told } });
+                    : " The phone isn't up, so nobody was told.")
+            + describeSetAside(outcome.setAside),
+        object);
     return ExitStatus::Done;
+}
+
+std::optional<std::string> sideFileProblem()
+{
+    const std::pair<std::string, PropertyListFileKind> files[] { { GetAppMutePrefPath(), sideFileWithArray },
+        { appBrightnessPreferencePath(), sideFileWithDictionary } };
+    for (const auto& [path, kind] : files) {
+        PropertyListFile file(path, kind);
+        file.read();
+        if (!file.problem().empty())
+            return path + " can't be read: " + file.problem();
+    }
+    return std::nullopt;
 }
 
 void describeSideFiles(const std::string& bundleIdentifier, std::ostream& text, Json& object)

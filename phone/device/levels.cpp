@@ -1,8 +1,7 @@
 #include "phone/device/levels.h"
 
 #include "platform/dispatch/queue.h"
-#include "platform/foundation/files.h"
-#include "platform/foundation/property_list.h"
+#include "platform/foundation/property_list_file.h"
 #include "platform/foundation/values.h"
 
 #include <algorithm>
@@ -49,15 +48,15 @@ void write()
     isWriteQueued = false;
     if (*written == levels())
         return;
-    int error = createDirectories(pathByDeletingLastComponent(file));
-    if (error == 0)
-        error = writePropertyList(
-            dictionary({ { brightnessKey, real(levels().brightness) }, { volumeKey, real(levels().mediaVolume) } }),
-            file, PropertyListFormat::Binary);
-    if (error == 0)
+    constexpr PropertyListFileKind kind { PropertyListRoot::Dictionary, PropertyListFormat::Binary, 0644 };
+    const WriteOutcome outcome = changePropertyListFile(std::string(file), kind, [](const id& present) {
+        return dictionaryBySetting(dictionaryBySetting(present, brightnessKey, real(levels().brightness)), volumeKey,
+            real(levels().mediaVolume));
+    });
+    if (outcome.isDone())
         *written = levels();
     else
-        std::fprintf(stderr, "the levels aren't kept: error %d\n", error);
+        std::fprintf(stderr, "the levels aren't kept: %s\n", outcome.problem.c_str());
 }
 
 } // namespace

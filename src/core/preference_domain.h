@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/list_change.h"
 #include "platform/foundation/user_defaults.h"
 
 #include <span>
@@ -50,5 +51,18 @@ inline platform::Ref<platform::NSUserDefaults> preferences()
 
 /// The same after `synchronize`, as a reload begins.
 platform::Ref<platform::NSUserDefaults> synchronizedPreferences();
+
+/// What came of a change, and whether the identifier is on the list, or the flag on, now.
+struct PreferenceChange {
+    platform::WriteOutcome outcome;
+    bool isOn = false;
+};
+
+/// Puts an identifier on the list of that key or takes it off, in one operation among all processes: of writers of one
+/// list none loses another's change. A value that isn't a list is refused (EINVAL). Posts nothing.
+PreferenceChange changePreferenceList(std::string_view key, ListChange change, std::string_view identifier);
+
+/// The same for a flag: Add sets it, Remove clears it. A value that no flag is read from, such as a list, is refused.
+PreferenceChange changePreferenceFlag(std::string_view key, ListChange change);
 
 } // namespace appledger

@@ -122,8 +122,10 @@ void ALClearSpecificIconCache()
     }
     set(g_bundleTokens, *identifier, find(g_bundleTokens, *identifier).value_or(0) + 1);
     ALInvalidateCustomIconPresence(*identifier);
-    defaults->removeObject("ALLastModifiedIconBundleID");
-    defaults->synchronize();
+    // One that was handed over meanwhile is for the next post.
+    (void)defaults->change("ALLastModifiedIconBundleID", [&](const id& present) -> std::optional<id> {
+        return isEqual(present, identifier->object()) ? std::optional(nil) : std::nullopt;
+    });
 }
 
 void ALForceRefreshIconsCallback()

@@ -2,10 +2,10 @@
 
 #include "core/notification_names.h"
 #include "core/paths.h"
+#include "core/side_file.h"
 #include "platform/darwin/images.h"
 #include "platform/darwin/notify.h"
 #include "platform/dispatch/queue.h"
-#include "platform/foundation/files.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -62,18 +62,16 @@ std::string appBrightnessPreferencePath()
     return sideFilePath("/var/mobile/Library/Preferences/com.orbelix.appbrightness.plist");
 }
 
-int writeBrightness(std::string_view bundleIdentifier, std::optional<double> level)
+WriteOutcome writeBrightness(std::string_view bundleIdentifier, std::optional<double> level)
 {
     const std::string path = appBrightnessPreferencePath();
-    const id present = dictionaryWithContentsOfFile(path);
     const id value = level && *level >= 0.0 ? real(static_cast<float>(heldToRange(*level))) : nil;
-    const id changed = dictionaryBySetting(present ? present : dictionary({}), bundleIdentifier, value);
-    if (const int error = writePropertyList(changed, path, PropertyListFormat::Xml))
-        return error;
-    if (const int error = setFileMode(path, 0777))
-        return error;
-    CFNotificationCenterPostNotification(notification::brightnessChanged);
-    return 0;
+    WriteOutcome outcome = openedToEveryWriter(path,
+        changePropertyListFile(path, sideFileWithDictionary,
+            [&](const id& present) { return dictionaryBySetting(present, bundleIdentifier, value); }));
+    if (outcome.isDone())
+        CFNotificationCenterPostNotification(notification::brightnessChanged);
+    return outcome;
 }
 
 AppBrightnessManager& AppBrightnessManager::sharedManager()

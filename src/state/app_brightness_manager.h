@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/property_list_file.h"
 #include "platform/runtime/object.h"
 #include "platform/runtime/reclamation.h"
 #include "state/front_state.h"
@@ -16,9 +17,9 @@ namespace appledger {
 std::string appBrightnessPreferencePath();
 
 /// Gives the application a level of its own, held to 0.0 to 1.0, or takes it away where `level` is empty or
-/// negative; opens the file to every writer and then posts the change notification. 0, or an `errno` with
-/// nothing posted.
-[[nodiscard]] int writeBrightness(std::string_view bundleIdentifier, std::optional<double> level);
+/// negative, in one operation among all processes; opens the file to every writer and then posts the change
+/// notification. On an error nothing is posted.
+platform::WriteOutcome writeBrightness(std::string_view bundleIdentifier, std::optional<double> level);
 
 /// Gives an application a brightness of its own while it is in front. One instance, on the main queue.
 class AppBrightnessManager {

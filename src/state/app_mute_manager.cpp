@@ -1,8 +1,9 @@
 #include "state/app_mute_manager.h"
 
+#include "core/list_change.h"
 #include "core/paths.h"
+#include "core/side_file.h"
 #include "platform/dispatch/queue.h"
-#include "platform/foundation/files.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -57,18 +58,13 @@ std::string GetAppMutePrefPath()
     return sideFilePath("/var/mobile/Library/Preferences/com.orbelix.appmute.plist");
 }
 
-int writeMuted(std::string_view bundleIdentifier, bool muted)
+WriteOutcome writeMuted(std::string_view bundleIdentifier, bool muted)
 {
     const std::string path = GetAppMutePrefPath();
-    const ArrayValue present = itemsOf(arrayWithContentsOfFile(path));
-    const id item = string(bundleIdentifier);
-    std::vector<id> items(present.begin(), present.end());
-    std::erase_if(items, [&](const id& each) { return !muted && isEqual(each, item); });
-    if (muted && !present.contains(item))
-        items.push_back(item);
-    if (const int error = writePropertyList(array(std::move(items)), path, PropertyListFormat::Xml))
-        return error;
-    return setFileMode(path, 0777);
+    WriteOutcome outcome = changePropertyListFile(path, sideFileWithArray, [&](const id& present) {
+        return changedList(present, muted ? ListChange::Add : ListChange::Remove, bundleIdentifier)->list;
+    });
+    return openedToEveryWriter(path, std::move(outcome));
 }
 
 AppMuteManager& AppMuteManager::sharedManager()

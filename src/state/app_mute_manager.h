@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/foundation/property_list_file.h"
 #include "platform/runtime/object.h"
 #include "state/front_state.h"
 
@@ -13,9 +14,9 @@ namespace appledger {
 /// The device path of the mute list, a property list whose root is an array of bundle identifiers.
 std::string GetAppMutePrefPath();
 
-/// Puts the application on the mute list or takes it off, and opens the file to every writer. 0, or an
-/// `errno`. Nobody has to be told: the list is read at each decision.
-[[nodiscard]] int writeMuted(std::string_view bundleIdentifier, bool muted);
+/// Puts the application on the mute list or takes it off, in one operation among all processes, and opens the
+/// file to every writer. Nobody has to be told: the list is read at each decision.
+platform::WriteOutcome writeMuted(std::string_view bundleIdentifier, bool muted);
 
 /// True while a change of the volume by the manager is under way: the volume HUD is then not to show.
 extern std::atomic<bool> g_isMutingHUD;

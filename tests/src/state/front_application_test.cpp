@@ -215,13 +215,13 @@ TEST(MutedApplication, IsLookedUpAnewEachTimeAndStaysListedWithoutAFile)
     FrontPhone phone({});
     FrontPhone::display("a");
     EXPECT_EQ(phone.state(), "0.80 0.60");
-    EXPECT_EQ(appledger::writeMuted("a", true), 0);
+    EXPECT_EQ(appledger::writeMuted("a", true).problem, "");
     FrontPhone::display("a");
     EXPECT_EQ(phone.state(), "0.00 0.60");
     std::filesystem::remove(phone.device().at(appledger::GetAppMutePrefPath()));
     FrontPhone::display("a");
     EXPECT_EQ(phone.state(), "0.00 0.60");
-    EXPECT_EQ(appledger::writeMuted("b", true), 0);
+    EXPECT_EQ(appledger::writeMuted("b", true).problem, "");
     FrontPhone::display("a");
     EXPECT_EQ(phone.state(), "0.80 0.60");
 }
@@ -338,11 +338,11 @@ TEST(BrightApplication, HearsOfItsLevelAtTheNextEvent)
     FrontPhone phone({});
     FrontPhone::display("a");
     EXPECT_EQ(phone.state(), "0.80 0.60");
-    EXPECT_EQ(appledger::writeBrightness("a", 2.0), 0);
+    EXPECT_EQ(appledger::writeBrightness("a", 2.0).problem, "");
     EXPECT_EQ(phone.state(), "0.80 0.60");
     FrontPhone::display("a");
     EXPECT_EQ(phone.state(), "0.80 1.00");
-    EXPECT_EQ(appledger::writeBrightness("a", -0.5), 0);
+    EXPECT_EQ(appledger::writeBrightness("a", -0.5).problem, "");
     EXPECT_EQ(phone.state(), "0.80 1.00");
     FrontPhone::display("a");
     EXPECT_EQ(phone.state(), "0.80 0.60");

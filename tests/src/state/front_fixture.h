@@ -35,9 +35,9 @@ public:
         phone::declareSystemImages(platform::processFacts().version);
         phone_.with({ "a", "b", "c", "d", "e", "f" });
         for (const std::string& application : policies.muted)
-            EXPECT_EQ(appledger::writeMuted(application, true), 0);
+            EXPECT_EQ(appledger::writeMuted(application, true).problem, "");
         for (const auto& [application, level] : policies.brightness)
-            EXPECT_EQ(appledger::writeBrightness(application, level), 0);
+            EXPECT_EQ(appledger::writeBrightness(application, level).problem, "");
         std::vector<platform::id> awake;
         for (const std::string& application : policies.keptAwake)
             awake.push_back(platform::string(application));
