@@ -59,8 +59,7 @@ pid_t startSupervisor(const phone::PhoneDirectory& directory, const UpOptions& o
     if (process != 0)
         return process;
     if (readyDescriptor >= 0) {
-        const int log
-            = ::open(directory.logFile().c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600);
+        const int log = directory.openLogFile(O_WRONLY | O_CREAT | O_APPEND);
         const int nothing = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
         // Who reads what the command says must not wait for the phone's end.
         if (::setsid() < 0 || log < 0 || nothing < 0 || ::dup2(nothing, STDIN_FILENO) < 0
@@ -152,10 +151,8 @@ ExitStatus comeUp(const phone::PhoneDirectory& directory, const UpOptions& optio
 {
     if (directory.supervisorProcess() != 0)
         return refuse("the phone at " + directory.root() + " is up already; 'appledger phone down' takes it down");
-    std::error_code failed;
-    fs::create_directories(directory.runDirectory(), failed);
-    if (failed)
-        return refuse("can't make " + directory.runDirectory() + ": " + failed.message());
+    if (const std::string problem = directory.makeRunDirectory(); !problem.empty())
+        return refuse(problem);
     const fs::path library = binaryFolder().parent_path() / "lib" / "libAppLedger.so";
     if (const auto problem = phone::prepareDevice(directory.root(), library))
         return refuse(*problem);

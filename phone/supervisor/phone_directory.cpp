@@ -1,20 +1,138 @@
 #include "phone/supervisor/phone_directory.h"
 
+#include "platform/foundation/directory_tree.h"
+
+#include <cerrno>
+#include <cstring>
 #include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace phone {
 
+namespace {
+
+using platform::detail::Descriptor;
+
+constexpr const char* runFolder = ".phone";
+constexpr mode_t ownersAlone = 0700;
+
+struct OpenDirectory {
+    Descriptor descriptor; ///< none when there is a problem
+    std::string problem;
+    int error = 0;
+};
+
+/// What was opened, unless it belongs to somebody else or lets others write.
+OpenDirectory checked(Descriptor directory, const std::string& path)
+{
+    struct stat status { };
+    if (!directory || ::fstat(directory.get(), &status) != 0) {
+        const int error = errno;
+        if (error == ENOENT)
+            return { {}, "there is no phone at " + path, error };
+        return { {}, "can't open " + path + ": " + std::strerror(error), error };
+    }
+    if (status.st_uid != ::geteuid())
+        return { {}, path + " belongs to another account: nothing there is used", EPERM };
+    if ((status.st_mode & (S_IWGRP | S_IWOTH)) != 0)
+        return { {}, "others may write in " + path + ": nothing there is used (chmod go-w)", EPERM };
+    return { std::move(directory), {}, 0 };
+}
+
+OpenDirectory openRoot(const std::string& root)
+{
+    if (root.empty())
+        return { {}, "there is no home directory for a phone; --root names one", ENOENT };
+    return checked(Descriptor(::open(root.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)), root);
+}
+
+OpenDirectory openRunDirectory(const PhoneDirectory& phone)
+{
+    OpenDirectory root = openRoot(phone.root());
+    if (!root.descriptor)
+        return root;
+    return checked(platform::detail::openDirectoryIn(root.descriptor.get(), runFolder), phone.runDirectory());
+}
+
+std::string cantMake(const std::string& path, int error)
+{
+    return "can't make " + path + ": " + std::strerror(error);
+}
+
+} // namespace
+
+std::string PhoneDirectory::problem() const
+{
+    return openRoot(root_).problem;
+}
+
+std::string PhoneDirectory::make() const
+{
+    if (root_.empty())
+        return problem();
+    std::error_code failed;
+    std::filesystem::create_directories(std::filesystem::path(root_).parent_path(), failed);
+    if (failed)
+        return cantMake(root_, failed.value());
+    if (::mkdir(root_.c_str(), ownersAlone) != 0 && errno != EEXIST)
+        return cantMake(root_, errno);
+    return problem();
+}
+
+std::string PhoneDirectory::makeRunDirectory() const
+{
+    if (std::string failure = make(); !failure.empty())
+        return failure;
+    const OpenDirectory root = openRoot(root_);
+    if (!root.descriptor)
+        return root.problem;
+    if (::mkdirat(root.descriptor.get(), runFolder, ownersAlone) != 0 && errno != EEXIST)
+        return cantMake(runDirectory(), errno);
+    const OpenDirectory run = openRunDirectory(*this);
+    if (run.descriptor && ::fchmod(run.descriptor.get(), ownersAlone) != 0)
+        return cantMake(runDirectory(), errno);
+    return run.problem;
+}
+
+int PhoneDirectory::openRunFile(const char* name, int flags) const
+{
+    constexpr mode_t ownersFile = 0600;
+    const OpenDirectory run = openRunDirectory(*this);
+    if (!run.descriptor) {
+        errno = run.error;
+        return -1;
+    }
+    Descriptor file(::openat(run.descriptor.get(), name, flags | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, ownersFile));
+    struct stat status { };
+    if (!file || ::fstat(file.get(), &status) != 0)
+        return -1;
+    if (!S_ISREG(status.st_mode) || status.st_uid != ::geteuid()) {
+        errno = EPERM;
+        return -1;
+    }
+    if ((status.st_mode & 07777) != ownersFile && ::fchmod(file.get(), ownersFile) != 0)
+        return -1;
+    return file.release();
+}
+
+void PhoneDirectory::removeSocket() const
+{
+    const OpenDirectory run = openRunDirectory(*this);
+    if (run.descriptor)
+        ::unlinkat(run.descriptor.get(), "bus", 0);
+}
+
 int PhoneDirectory::supervisorProcess() const
 {
-    const int descriptor = ::open(lockFile().c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
-    if (descriptor < 0)
+    const Descriptor file(openLockFile(O_RDONLY));
+    if (!file)
         return 0;
     struct flock lock { };
     lock.l_type = F_WRLCK;
     lock.l_whence = SEEK_SET;
-    const bool isHeld = ::fcntl(descriptor, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
-    ::close(descriptor);
+    const bool isHeld = ::fcntl(file.get(), F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
     return isHeld ? lock.l_pid : 0;
 }
 

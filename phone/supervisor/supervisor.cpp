@@ -95,17 +95,13 @@ int Supervisor::run()
 
 bool Supervisor::takeLock()
 {
-    std::error_code failed;
-    std::filesystem::create_directories(directory_.runDirectory(), failed);
-    lock_ = Descriptor(
-        ::open(directory_.lockFile().c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
-    struct stat status { };
-    if (!lock_ || ::fstat(lock_.get(), &status) != 0) {
-        tellStarter(because("can't write " + directory_.lockFile()));
+    if (const std::string problem = directory_.makeRunDirectory(); !problem.empty()) {
+        tellStarter(problem);
         return false;
     }
-    if (!S_ISREG(status.st_mode) || ::fchmod(lock_.get(), 0600) != 0) {
-        tellStarter(directory_.lockFile() + " isn't a file of this account");
+    lock_ = Descriptor(directory_.openLockFile(O_RDWR | O_CREAT));
+    if (!lock_) {
+        tellStarter(because("can't open " + directory_.lockFile()));
         return false;
     }
     // Not a lock that children inherit: it goes with this process and no other.
@@ -316,8 +312,7 @@ void Supervisor::comeDown()
     }
     disconnectBus();
     endBus();
-    std::error_code ignored;
-    std::filesystem::remove(busSocketPath(directory_.runDirectory()), ignored);
+    directory_.removeSocket();
 }
 
 std::vector<std::string> Supervisor::endProcesses()

@@ -13,6 +13,7 @@
 #include <iterator>
 #include <poll.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -80,6 +81,17 @@ bool printsItsAddress(int descriptor)
         if (std::memchr(text.data(), '\n', static_cast<std::size_t>(count)))
             return true;
     }
+}
+
+/// Made anew, so that it is nobody else's, and no link leads elsewhere.
+Descriptor newFileIn(const std::string& runDirectory, const char* name)
+{
+    const Descriptor directory(open(runDirectory.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!directory)
+        return {};
+    unlinkat(directory.get(), name, 0);
+    return Descriptor(
+        openat(directory.get(), name, O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0600));
 }
 
 std::string contentOf(const std::string& path)
@@ -164,11 +176,12 @@ int startBusDaemon(const std::string& runDirectory, std::string& error)
     Launch launch;
     launch.configurationPath = runDirectory + "/bus.conf";
     const std::string logPath = runDirectory + "/bus.log";
-    launch.log = Descriptor(open(logPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0600));
-    std::ofstream configuration(launch.configurationPath, std::ios::binary | std::ios::trunc);
-    configuration << busDaemonConfiguration(socketPath);
-    configuration.close();
-    if (launch.log.get() < 0 || !configuration) {
+    launch.log = newFileIn(runDirectory, "bus.log");
+    const Descriptor configurationFile = newFileIn(runDirectory, "bus.conf");
+    const std::string configuration = busDaemonConfiguration(socketPath);
+    if (!launch.log || !configurationFile
+        || write(configurationFile.get(), configuration.data(), configuration.size())
+            != static_cast<ssize_t>(configuration.size())) {
         error = "the bus's files can't be written in " + runDirectory;
         return -1;
     }
@@ -191,8 +204,11 @@ int startBusDaemon(const std::string& runDirectory, std::string& error)
         return -1;
     }
     launch.addressWriter = Descriptor();
-    if (printsItsAddress(launch.addressReader.get()))
+    if (printsItsAddress(launch.addressReader.get())) {
+        // The daemon opens its socket to everybody, and refuses other users only when they have connected.
+        chmod(socketPath.c_str(), 0600);
         return daemon;
+    }
     kill(daemon, SIGKILL);
     int status = 0;
     while (waitpid(daemon, &status, 0) < 0 && errno == EINTR) { }

@@ -17,7 +17,8 @@ std::string busAddress(std::string_view socketPath);
 /// them say anything to each other.
 std::string busDaemonConfiguration(std::string_view socketPath);
 
-/// Starts the daemon in `runDirectory`, an existing directory, and waits until it listens. It ends on
+/// Starts the daemon in `runDirectory`, an existing directory of the caller's, and waits until it listens. Its files
+/// there are the caller's alone, and those of a former daemon are replaced, wherever they lead. It ends on
 /// SIGTERM and with the thread that calls this; the caller waits for its end. The daemon's process
 /// identifier, or -1 and in `error` a sentence for people. A socket that a dead daemon left there is
 /// replaced.

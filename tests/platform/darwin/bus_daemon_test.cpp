@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <poll.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -30,6 +31,28 @@ void end(pid_t daemon, int number)
     ASSERT_GT(daemon, 0);
     EXPECT_EQ(kill(daemon, number), 0);
     EXPECT_EQ(waitpid(daemon, nullptr, 0), daemon);
+}
+
+TEST(StartBusDaemon, ItsFilesAreTheOwnersAloneAndNoLinkOfAFormerOneIsFollowed)
+{
+    namespace fs = std::filesystem;
+    const TemporaryDirectory directory;
+    const fs::path run = fs::path(directory.path()) / "run";
+    fs::create_directory(run);
+    for (const char* const name : { "bus.log", "bus.conf" }) {
+        const fs::path precious = fs::path(directory.path()) / name;
+        std::ofstream(precious) << "precious";
+        fs::create_symlink(precious, run / name);
+    }
+    std::string error;
+    const pid_t daemon = startBusDaemon(run, error);
+    EXPECT_TRUE(canConnect(run)) << error;
+    constexpr auto ownersAlone = fs::perms::owner_read | fs::perms::owner_write;
+    for (const char* const name : { "bus", "bus.log", "bus.conf" })
+        EXPECT_EQ(fs::symlink_status(run / name).permissions(), ownersAlone) << name;
+    for (const char* const name : { "bus.log", "bus.conf" })
+        EXPECT_EQ(fs::file_size(fs::path(directory.path()) / name), 8U) << name;
+    end(daemon, SIGTERM);
 }
 
 TEST(StartBusDaemon, ListensWhenItReturnsInADirectoryOfAnyName)
