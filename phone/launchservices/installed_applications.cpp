@@ -5,7 +5,7 @@
 #include "platform/foundation/values.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <cstring>
 
 namespace phone {
 
@@ -82,16 +82,12 @@ std::string removeInstalledApplication(const std::string& bundleIdentifier)
     for (const InstalledApplication& application : installedApplications()) {
         if (application.bundleIdentifier != bundleIdentifier || application.isSystem)
             continue;
-        const std::filesystem::path bundle = application.bundlePath;
-        std::vector<std::string> folders { bundle.parent_path() };
+        std::vector<std::string> folders { pathByDeletingLastComponent(application.bundlePath) };
         if (auto container = dataContainerOf(bundleIdentifier))
             folders.push_back(std::move(*container));
-        for (const std::string& folder : folders) {
-            std::error_code failed;
-            std::filesystem::remove_all(deviceRoot() + folder, failed);
-            if (failed)
-                return "can't remove " + folder + ": " + failed.message();
-        }
+        for (const std::string& folder : folders)
+            if (const int error = removeTree(folder))
+                return "can't remove " + folder + ": " + std::strerror(error);
     }
     return {};
 }

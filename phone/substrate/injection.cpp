@@ -1,11 +1,10 @@
 #include "phone/substrate/injection.h"
 
+#include "platform/darwin/images.h"
 #include "platform/darwin/system.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/values.h"
-
-#include <dlfcn.h>
 
 namespace phone {
 
@@ -46,10 +45,10 @@ std::vector<std::string> injectLibraries(const std::function<void(const std::str
         if (!filterNamesThisProcess(filter))
             continue;
         loading(path);
-        if (::dlopen((deviceRoot() + path).c_str(), RTLD_NOW | RTLD_LOCAL))
+        if (std::string failure = loadLibrary(path); failure.empty())
             injected().push_back(path);
         else
-            failures.emplace_back(::dlerror());
+            failures.push_back(std::move(failure));
     }
     return failures;
 }

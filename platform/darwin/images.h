@@ -34,6 +34,11 @@ IMP dlsym(ImageHandle image, std::string_view name);
 /// the device's root, its path there; empty when nobody knows.
 std::optional<std::string> dladdr(const void* address);
 
+/// Loads a library of the device, which lies beneath the device's root and is found there whatever links lead to it,
+/// and keeps it; dladdr() then gives the path that it has with all links resolved. Its initialisers run meanwhile. ""
+/// or why it wasn't loaded.
+std::string loadLibrary(std::string_view path);
+
 /// Says where on the device the code of the (host's) library with that address counts as lying. For hosts
 /// and tests; it wins over what dladdr() would find.
 void setImagePath(const void* address, std::string devicePath);

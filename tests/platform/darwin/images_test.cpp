@@ -1,11 +1,11 @@
 #include "platform/darwin/images.h"
 
-#include "platform/foundation/files.h"
-
-#include <gtest/gtest.h>
+#include "platform/foundation/device_root.h"
 
 #include <dlfcn.h>
-#include <filesystem>
+#include <link.h>
+#include <sys/stat.h>
+#include <vector>
 
 using namespace platform;
 
@@ -80,6 +80,71 @@ TEST(ImagePath, ThatTheHostSetWins)
     EXPECT_EQ(platform::dladdr(&local), std::nullopt);
     setImagePath(nullptr, "/nowhere");
     EXPECT_EQ(platform::dladdr(nullptr), std::nullopt);
+}
+
+/// The base addresses of the libraries that were loaded from descriptors, in their order.
+std::vector<const void*> loadedFromDescriptors()
+{
+    std::vector<const void*> bases;
+    ::dl_iterate_phdr(
+        [](dl_phdr_info* information, std::size_t, void* found) {
+            if (std::string_view(information->dlpi_name).starts_with("/proc/self/fd/"))
+                static_cast<std::vector<const void*>*>(found)->push_back(
+                    reinterpret_cast<const void*>(information->dlpi_addr));
+            return 0;
+        },
+        &bases);
+    return bases;
+}
+
+/// A library that this process has loaded already, and that is none of ours: a copy of it can be loaded again.
+std::filesystem::path someLibrary()
+{
+    std::string path;
+    ::dl_iterate_phdr(
+        [](dl_phdr_info* information, std::size_t, void* found) {
+            const std::string_view name = information->dlpi_name;
+            if (name.find("/libplist") == std::string_view::npos)
+                return 0;
+            *static_cast<std::string*>(found) = name;
+            return 1;
+        },
+        &path);
+    return path;
+}
+
+TEST(LoadedLibrary, IsTheDevicesOwnWhereverLinksLead)
+{
+    const DeviceRoot device;
+    // On the host a file that is no library lies where the link leads; beneath the device's root a library does.
+    const std::string elsewhere = device.outside() / "elsewhere";
+    std::filesystem::create_directories(elsewhere);
+    std::ofstream(elsewhere + "/One.dylib") << "no library";
+    device.link(elsewhere, "/Library");
+    device.put(elsewhere + "/folder/file", "");
+    std::filesystem::copy_file(someLibrary(), device.at(elsewhere + "/One.dylib"));
+    std::filesystem::copy_file(someLibrary(), device.at("/Two.dylib"));
+
+    EXPECT_EQ(loadLibrary("/Library/One.dylib"), "");
+    EXPECT_EQ(loadLibrary("/Two.dylib"), "");
+    // As an update does, while both are loaded.
+    std::filesystem::rename(device.at("/Two.dylib"), device.at("/Former.dylib"));
+    std::filesystem::remove(device.at(elsewhere + "/One.dylib"));
+    const auto bases = loadedFromDescriptors();
+    ASSERT_EQ(bases.size(), 2U);
+    EXPECT_EQ(platform::dladdr(bases[0]), elsewhere + "/One.dylib");
+    EXPECT_EQ(platform::dladdr(bases[1]), "/Two.dylib");
+}
+
+TEST(LoadedLibrary, IsOneOrTheReasonIsTold)
+{
+    const DeviceRoot device;
+    device.put("/text.dylib", "no library");
+    device.link("/text.dylib", "/link.dylib");
+    ASSERT_EQ(::mkfifo(device.at("/pipe.dylib").c_str(), 0600), 0);
+    for (const char* const path : { "/missing.dylib", "/text.dylib", "/link.dylib", "/pipe.dylib", "/" })
+        EXPECT_TRUE(loadLibrary(path).starts_with(std::string(path) + ": ")) << loadLibrary(path);
+    EXPECT_TRUE(loadedFromDescriptors().empty());
 }
 
 } // namespace
