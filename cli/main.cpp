@@ -2,5 +2,5 @@
 
 int main(int argumentCount, char** arguments)
 {
-    return static_cast<int>(cli::runCommandLine(argumentCount, arguments));
+    return static_cast<int>(cli::finishOutput(cli::runCommandLine(argumentCount, arguments)));
 }

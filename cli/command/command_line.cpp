@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <functional>
+#include <sstream>
 #include <string>
 
 namespace cli {
@@ -49,10 +50,13 @@ public:
         try {
             app_.parse(argumentCount, arguments);
         } catch (const CLI::ParseError& error) {
-            return app_.exit(error) == 0 ? ExitStatus::Done : ExitStatus::BadUsage;
+            std::ostringstream output;
+            const ExitStatus status = app_.exit(error, output, output) == 0 ? ExitStatus::Done : ExitStatus::BadUsage;
+            sayUsage(output.str(), status);
+            return status;
         }
         setOutputFormat(json_ ? OutputFormat::Json : OutputFormat::Text);
-        if (root_.empty()) {
+        if (root_.empty() && app_.count("--root") > 0) {
             refuse("--root names no directory");
             return ExitStatus::BadUsage;
         }

@@ -4,7 +4,8 @@
 #include <string>
 #include <string_view>
 
-/// What a command says: text for people, or with --json one JSON object on standard output.
+/// What a command says: text for people, or with --json one JSON object on standard output. No other file writes
+/// text to a terminal.
 
 namespace cli {
 
@@ -16,11 +17,25 @@ enum class OutputFormat { Text, Json };
 void setOutputFormat(OutputFormat format) noexcept;
 OutputFormat outputFormat() noexcept;
 
-/// Prints the object with --json, else the text. Text that isn't UTF-8 is repaired.
+/// Prints the object with --json, else the text. Text that isn't UTF-8 is repaired, and control characters but for the
+/// ends of lines are shown: names come from files and from others, and what a terminal obeys is none of theirs to say.
 void say(std::string_view text, const nlohmann::json& object);
 
 /// Says on standard error why a command was refused; with --json an object with "error" on standard output
 /// as well. Returns Refused.
 ExitStatus refuse(std::string_view reason);
+
+/// What is said for the command line's own sake, --help and bad usage: text, whatever the format.
+void sayUsage(std::string_view text, ExitStatus status);
+
+/// Hands over to the system what was said. The status, or Refused, said on standard error, when not all of it could be
+/// written.
+ExitStatus finishOutput(ExitStatus status);
+
+/// An object as --json prints it, without the line's end.
+std::string jsonLine(const nlohmann::json& object);
+
+/// A text for one line: with control characters shown, "\x1B" for an escape, and bytes that aren't UTF-8 repaired.
+std::string onOneLine(std::string_view text);
 
 } // namespace cli

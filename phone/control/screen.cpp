@@ -1,9 +1,10 @@
 #include "phone/control/answers.h"
 #include "phone/control/request_rows.h"
 #include "phone/springboard/home/home_screen.h"
+#include "platform/foundation/files.h"
 #include "platform/screen/framework.h"
 
-#include <fstream>
+#include <cstring>
 
 namespace phone {
 
@@ -25,11 +26,8 @@ Json takeScreenshot(const Json& request)
     const std::string picture = pictureOfScreen(scale);
     if (picture.empty())
         return failure("no picture can have that scale");
-    std::ofstream file(path, std::ios::binary);
-    file.write(picture.data(), static_cast<std::streamsize>(picture.size()));
-    file.close();
-    if (!file)
-        return failure("can't write " + path);
+    if (const int error = writeHostFileAtomically(path, picture))
+        return failure("can't write " + path + ": " + std::strerror(error));
     return { { "ok", true }, { "path", path }, { "bytes", picture.size() } };
 }
 
