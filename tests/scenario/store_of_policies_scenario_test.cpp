@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <set>
 #include <sys/stat.h>
 #include <thread>
@@ -121,6 +122,33 @@ TEST(StoreOfPolicies, WhatCanNotBeWrittenIsRefusedAndLeftAsItIs)
     ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
     isRefused("it isn't a regular file");
     EXPECT_EQ(phone.run({ "policy", "list" }).status, 1);
+}
+
+TEST(StoreOfPolicies, OnAFullDiskNothingIsLostAndItIsSaid)
+{
+    const Phone phone;
+    phone.answer({ "policy", "add", "ALBlockedLaunchApps", "a" });
+    phone.answer({ "policy", "mute", "a" });
+    const fs::path folder = fs::path(phone.preferenceFile()).parent_path();
+    const auto filesOf = [&folder] {
+        std::map<std::string, std::string> files;
+        for (const auto& entry : fs::directory_iterator(folder))
+            files[entry.path().filename()] = get(entry.path());
+        return files;
+    };
+    const auto before = filesOf();
+    const std::string full = "trap '' XFSZ; ulimit -f 1; exec \"$@\"";
+    const std::string longName(20'000, 'x');
+    for (const std::vector<std::string>& words :
+        { std::vector<std::string> { "add", "ALBlockedLaunchApps", longName }, { "mute", longName } }) {
+        std::vector<std::string> command { "/bin/sh", "-c", full, "sh", APPLEDGER_COMMAND, "--root", phone.root(),
+            "policy" };
+        command.insert(command.end(), words.begin(), words.end());
+        const Outcome outcome = runProgram(command);
+        EXPECT_EQ(outcome.status, 1) << words[0];
+        EXPECT_NE(outcome.errors.find("can't write /var/mobile"), std::string::npos) << outcome.errors.substr(0, 200);
+        EXPECT_EQ(filesOf(), before);
+    }
 }
 
 TEST(StoreOfPolicies, AWrongRootIsSaid)
