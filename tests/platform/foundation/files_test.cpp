@@ -117,6 +117,28 @@ TEST_P(Writing, RemovesWhatKilledWritersLeftAndNothingElse)
     EXPECT_EQ(directoryEntries("/dir"), (std::vector<std::string> { ".new-directory", ".newer", "file" }));
 }
 
+TEST_P(Writing, NobodyTakesALivingWritersFileForLitter)
+{
+    const DeviceRoot device;
+    std::vector<pid_t> children;
+    for (int child = 0; child < 4; ++child) {
+        children.push_back(::fork());
+        if (children.back() == 0) {
+            const std::string own = "/file" + std::to_string(child);
+            for (int step = 0; step < 400; ++step)
+                if (writeFileAtomically(own, std::to_string(step)) != 0)
+                    ::_exit(1);
+            ::_exit(0);
+        }
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    EXPECT_EQ(directoryEntries("/").size(), 4U);
+}
+
 TEST_P(Writing, AWriterKilledAtAnyInstantLeavesNothingForLong)
 {
     const DeviceRoot device;
@@ -157,7 +179,13 @@ TEST_P(Writing, OfAHostsFileGoesBesideAndRenames)
     ASSERT_EQ(::fstat(former, &status), 0);
     EXPECT_EQ(status.st_size, 1); // who reads the former picture reads all of it
     ::close(former);
-    EXPECT_EQ(writeHostFileAtomically("/dev/full", "x"), ENOSPC);
+    ASSERT_EQ(::mkfifo(at("pipe").c_str(), 0600), 0);
+    EXPECT_EQ(writeHostFileAtomically(at("pipe"), "x"), ENXIO);
+    const int reader = ::open(at("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_EQ(writeHostFileAtomically(at("pipe"), "x"), 0);
+    char byte = 0;
+    EXPECT_EQ(::read(reader, &byte, 1), 1);
+    ::close(reader);
     EXPECT_EQ(writeHostFileAtomically(device.outside(), "x"), EISDIR);
     EXPECT_EQ(writeHostFileAtomically(at("missing/picture"), "x"), ENOENT);
 }

@@ -168,6 +168,10 @@ TEST(UserDefaults, AChangeGetsThePresentValueAndPublishesWhatItGives)
     EXPECT_EQ(describe(defaults->dictionaryRepresentation()), R"({"registered": 1, "n": 3})");
     EXPECT_EQ(heard, R"(["b", "c"] nil )");
     defaults->removeObserver(observer);
+    const std::string foreign = xml("<key>theirs</key><integer>9223372036854775808</integer>");
+    device.put(file, foreign);
+    EXPECT_EQ(change("n", number(4)), " refused");
+    EXPECT_EQ(device.get(file), foreign);
     EXPECT_FALSE(NSUserDefaults::suite("a/b")->change("n", [](const id& value) { return value; }).isDone());
 }
 
