@@ -68,6 +68,8 @@ Json askPhone(std::string_view peer, const Json& request)
 
 std::string whyNotConnected(const phone::PhoneDirectory& directory)
 {
+    if (std::string problem = directory.problem(); !problem.empty())
+        return problem;
     const std::string phone = "the phone at " + directory.root();
     return directory.supervisorProcess() == 0 ? phone + " isn't up" : phone + " is up, but its bus doesn't answer";
 }

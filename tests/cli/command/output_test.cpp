@@ -25,8 +25,8 @@ TEST(Output, ShowsWhatATerminalWouldObey)
         { std::string("n\0l", 3), "n\\x00l" },
         { "two\nlines", "two\nlines", "two\\x0Alines" },
         { "\xC2\x9B"
-          "31m\xC2\xA0",
-            "\\x9B31m\xC2\xA0" },
+          "31m\xC2\x9F\xC2\xA0",
+            "\\x9B31m\\x9F\xC2\xA0" },
         { "\xE2\x80\xAE"
           "gpj.\xE2\x81\xA9\xE2\x80\xA6",
             "\\u202Egpj.\\u2069\xE2\x80\xA6" },
