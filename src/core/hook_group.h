@@ -6,19 +6,21 @@
 #include "platform/runtime/hook.h"
 #include "platform/runtime/selector.h"
 
+#include <algorithm>
+#include <array>
+#include <concepts>
 #include <span>
 #include <string_view>
 #include <type_traits>
 
-/// How a hook is declared: the typed original, the body, and one row in its group's table.
+/// How a hook is declared: one struct, named in its group's table. Its original is its own, and nobody else can
+/// call it.
 ///
-///     Original<void()> original_handleTap;
-///
-///     void SBIconView_handleTap(const id& self, SEL cmd) { … original_handleTap(self, cmd); }
-///
-///     constexpr HookRow rows[] {
-///         replace<&SBIconView_handleTap>("SBIconView", "_handleTap", original_handleTap),
+///     struct HandleTap : Hook<HandleTap, "SBIconView", "_handleTap", void()> {
+///         static void replacement(const id& self, SEL cmd) { … original(self, cmd); }
 ///     };
+///
+///     constexpr HookRow rows[] { HandleTap::row(), … }; // in install order
 ///
 ///     const HookGroup BlockLaunchHooks { "BlockLaunchHooks", rows };
 
@@ -74,50 +76,78 @@ template <auto Function> platform::IMP implementationOf()
     return reinterpret_cast<platform::IMP>(Function);
 }
 
-template <auto Function> struct HookSignature;
-template <class R, class... A, R (*Function)(const platform::id&, platform::SEL, A...)> struct HookSignature<Function> {
-    static constexpr const char* types = platform::methodEncoding<R, A...>;
-    template <class O> static constexpr bool matches = std::is_same_v<typename O::Function, decltype(Function)>;
+template <class Signature> struct MethodTypes;
+template <class R, class... A> struct MethodTypes<R(A...)> {
+    using Function = typename platform::Original<R(A...)>::Function;
+    static constexpr const char* encoding = platform::methodEncoding<R, A...>;
+};
+
+/// Whether the function is one that stands for a method of that signature.
+template <auto Function, class Signature>
+concept Implements = std::is_same_v<decltype(Function), typename MethodTypes<Signature>::Function>;
+
+/// What Hook and ClassHook share. `Self` is the struct that is derived from it: a row can't be made of another's
+/// replacement, nor of one with another signature.
+template <HookKind Kind, class Self, platform::Name ClassName, platform::Name Selector, class Signature>
+class Replacement {
+public:
+    static constexpr HookRow
+    row() requires std::derived_from<Self, Replacement> && Implements<&Self::replacement, Signature>
+    {
+        return { Kind, ClassName.view(), Selector.view(), &implementationOf<&Self::replacement>,
+            MethodTypes<Signature>::encoding, &original.implementation };
+    }
+
+protected:
+    /// The method that was replaced. Callable as soon as the replacement runs.
+    static inline platform::Original<Signature> original;
+};
+
+/// "setName:" for "name".
+template <platform::Name Property> struct SetterName {
+    static constexpr auto text = [] {
+        constexpr std::string_view property = Property.view();
+        constexpr std::string_view prefix = "set";
+        std::array<char, prefix.size() + property.size() + 1> name {};
+        std::ranges::copy(property, std::ranges::copy(prefix, name.begin()).out);
+        char& initial = name[prefix.size()];
+        initial = static_cast<char>(initial >= 'a' && initial <= 'z' ? initial - 'a' + 'A' : initial);
+        name.back() = ':';
+        return name;
+    }();
+    static constexpr std::string_view view { text.data(), text.size() };
 };
 
 } // namespace detail
 
-/// Replaces an instance method.
-template <auto Function, class R, class... A>
-constexpr HookRow replace(std::string_view className, std::string_view selector, platform::Original<R(A...)>& original)
-{
-    static_assert(detail::HookSignature<Function>::template matches<platform::Original<R(A...)>>,
-        "the replacement and its original have different signatures");
-    return { HookKind::ReplaceInstanceMethod, className, selector, &detail::implementationOf<Function>,
-        detail::HookSignature<Function>::types, &original.implementation };
-}
+/// Replaces an instance method by `Self::replacement`.
+template <class Self, platform::Name ClassName, platform::Name Selector, class Signature> using Hook
+    = detail::Replacement<HookKind::ReplaceInstanceMethod, Self, ClassName, Selector, Signature>;
 
 /// Replaces a class method: the hook is placed on the metaclass.
-template <auto Function, class R, class... A> constexpr HookRow replaceClassMethod(
-    std::string_view className, std::string_view selector, platform::Original<R(A...)>& original)
-{
-    HookRow row = replace<Function>(className, selector, original);
-    row.kind = HookKind::ReplaceClassMethod;
-    return row;
-}
+template <class Self, platform::Name ClassName, platform::Name Selector, class Signature> using ClassHook
+    = detail::Replacement<HookKind::ReplaceClassMethod, Self, ClassName, Selector, Signature>;
 
-/// Replaces an instance method whose former code nobody calls.
-template <auto Function> constexpr HookRow replaceWhole(std::string_view className, std::string_view selector)
-{
-    return { HookKind::ReplaceInstanceMethod, className, selector, &detail::implementationOf<Function>,
-        detail::HookSignature<Function>::types };
-}
+/// Adds the instance method `Self::implementation`.
+template <class Self, platform::Name ClassName, platform::Name Selector, class Signature> struct AddedMethod {
+    static constexpr HookRow
+    row() requires std::derived_from<Self, AddedMethod> && detail::Implements<&Self::implementation, Signature>
+    {
+        return { HookKind::AddMethod, ClassName.view(), Selector.view(),
+            &detail::implementationOf<&Self::implementation>, detail::MethodTypes<Signature>::encoding };
+    }
+};
 
-/// Adds an instance method.
-template <auto Function> constexpr HookRow add(std::string_view className, std::string_view selector)
-{
-    return { HookKind::AddMethod, className, selector, &detail::implementationOf<Function>,
-        detail::HookSignature<Function>::types };
-}
+/// An object-valued property that the library adds to a system class, with its getter and setter: its value is
+/// associated with the object under the address of the getter, and retained. `Type` is its attribute "T", `@"UIView"`.
+template <platform::Name ClassName, platform::Name Property, platform::Name Type> struct AddedProperty {
+    static constexpr HookRow row()
+    {
+        return { HookKind::AddProperty, ClassName.view(), Property.view(),
+            &detail::implementationOf<&AddedProperty::get>, platform::methodEncoding<platform::id>, nullptr,
+            detail::SetterName<Property>::view, &detail::implementationOf<&AddedProperty::set>, Type.view() };
+    }
 
-/// An object-valued property that the library adds to a system class: its value is associated with the
-/// object under the address of the getter, and retained.
-template <platform::Name Property> struct AddedProperty {
     static platform::id get(const platform::id& self, platform::SEL = nullptr)
     {
         return platform::objc_getAssociatedObject(self, key());
@@ -131,14 +161,5 @@ template <platform::Name Property> struct AddedProperty {
 private:
     static const void* key() noexcept { return reinterpret_cast<const void*>(&AddedProperty::get); }
 };
-
-/// Adds a property with its getter and setter. `typeAttribute` names its class: "@\"UIView\"".
-template <platform::Name Property>
-constexpr HookRow addProperty(std::string_view className, std::string_view setter, std::string_view typeAttribute)
-{
-    return { HookKind::AddProperty, className, Property.view(),
-        &detail::implementationOf<&AddedProperty<Property>::get>, platform::methodEncoding<platform::id>, nullptr,
-        setter, &detail::implementationOf<&AddedProperty<Property>::set>, typeAttribute };
-}
 
 } // namespace appledger

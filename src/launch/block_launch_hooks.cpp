@@ -24,47 +24,51 @@ bool isTransitionRequest(const id& request)
         || isKindOfClass(request, classNamed<"SBWorkspaceTransitionRequest">());
 }
 
-Original<void()> original_handleTap;
-
-void SBIconView_handleTap(const id& self, SEL cmd)
-{
-    if (launchIsStopped(bundleIdentifierOfIcon(askObject<"icon">(self)), LaunchRoad::HomeScreenTap))
-        return;
-    original_handleTap(self, cmd);
-}
-
-Original<bool(id, id, id, bool)> original_executeTransitionRequest;
-
-bool SBMainWorkspace_executeTransitionRequest(
-    const id& self, SEL cmd, const id& request, const id& options, const id& validator, bool voluntarily)
-{
-    const id context = askObject<"applicationContext">(request);
-    const id entity = askObject<"applicationSceneEntityForLayoutRole:">(context, number(1));
-    if (launchIsStopped(bundleIdentifierOfEntity(entity), LaunchRoad::WorkspaceExecute))
-        return false;
-    return original_executeTransitionRequest(self, cmd, request, options, validator, voluntarily);
-}
-
-Original<bool(id, bool)> original_canExecuteTransitionRequest;
-
-bool SBMainWorkspace_canExecuteTransitionRequest(const id& self, SEL cmd, const id& request, bool forExecution)
-{
-    if (isTransitionRequest(request)) {
-        if (launchIsStopped(destinationOfRequest(request), LaunchRoad::WorkspaceValidate, request))
-            return false;
+struct HandleTap : Hook<HandleTap, "SBIconView", "_handleTap", void()> {
+    static void replacement(const id& self, SEL cmd)
+    {
+        if (launchIsStopped(bundleIdentifierOfIcon(askObject<"icon">(self)), LaunchRoad::HomeScreenTap))
+            return;
+        original(self, cmd);
     }
-    return original_canExecuteTransitionRequest(self, cmd, request, forExecution);
-}
+};
 
-Original<void(id, id)> original_didSelectShortcutItem;
+struct ExecuteTransitionRequest
+    : Hook<ExecuteTransitionRequest, "SBMainWorkspace",
+          "_executeTransitionRequest:options:validator:voluntarily:", bool(id, id, id, bool)> {
+    static bool replacement(
+        const id& self, SEL cmd, const id& request, const id& options, const id& validator, bool voluntarily)
+    {
+        const id context = askObject<"applicationContext">(request);
+        const id entity = askObject<"applicationSceneEntityForLayoutRole:">(context, number(1));
+        if (launchIsStopped(bundleIdentifierOfEntity(entity), LaunchRoad::WorkspaceExecute))
+            return false;
+        return original(self, cmd, request, options, validator, voluntarily);
+    }
+};
 
-void SBIconController_didSelectShortcutItem(const id& self, SEL cmd, const id& iconView, const id& shortcutItem)
-{
-    const id icon = askObject<"icon">(iconView);
-    if (launchIsStopped(asString(ask<"applicationBundleID">(icon)), LaunchRoad::QuickAction))
-        return;
-    original_didSelectShortcutItem(self, cmd, iconView, shortcutItem);
-}
+struct CanExecuteTransitionRequest : Hook<CanExecuteTransitionRequest, "SBMainWorkspace",
+                                         "_canExecuteTransitionRequest:forExecution:", bool(id, bool)> {
+    static bool replacement(const id& self, SEL cmd, const id& request, bool forExecution)
+    {
+        if (isTransitionRequest(request)) {
+            if (launchIsStopped(destinationOfRequest(request), LaunchRoad::WorkspaceValidate, request))
+                return false;
+        }
+        return original(self, cmd, request, forExecution);
+    }
+};
+
+struct DidSelectShortcutItem
+    : Hook<DidSelectShortcutItem, "SBIconController", "iconView:didSelectApplicationShortcutItem:", void(id, id)> {
+    static void replacement(const id& self, SEL cmd, const id& iconView, const id& shortcutItem)
+    {
+        const id icon = askObject<"icon">(iconView);
+        if (launchIsStopped(asString(ask<"applicationBundleID">(icon)), LaunchRoad::QuickAction))
+            return;
+        original(self, cmd, iconView, shortcutItem);
+    }
+};
 
 /// Whether the card of a switcher container must not be opened. A container that doesn't tell its layout,
 /// and a layout that doesn't tell its applications, pass.
@@ -80,39 +84,34 @@ bool containerIsStopped(const id& container, LaunchRoad road)
         road);
 }
 
-Original<void(id)> original_didSelectContainer;
+struct DidSelectContainer : Hook<DidSelectContainer, "SBFluidSwitcherViewController", "didSelectContainer:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& container)
+    {
+        if (containerIsStopped(container, LaunchRoad::Switcher))
+            return;
+        original(self, cmd, container);
+    }
+};
 
-void SBFluidSwitcherViewController_didSelectContainer(const id& self, SEL cmd, const id& container)
-{
-    if (containerIsStopped(container, LaunchRoad::Switcher))
-        return;
-    original_didSelectContainer(self, cmd, container);
-}
-
-Original<void(id, NSInteger)> original_didSelectContainerWithModifiers;
-
-void SBFluidSwitcherViewController_didSelectContainerWithModifiers(
-    const id& self, SEL cmd, const id& container, NSInteger modifierFlags)
-{
-    if (containerIsStopped(container, LaunchRoad::SwitcherWithModifiers))
-        return;
-    original_didSelectContainerWithModifiers(self, cmd, container, modifierFlags);
-}
+struct DidSelectContainerWithModifiers : Hook<DidSelectContainerWithModifiers, "SBFluidSwitcherViewController",
+                                             "didSelectContainer:modifierFlags:", void(id, NSInteger)> {
+    static void replacement(const id& self, SEL cmd, const id& container, NSInteger modifierFlags)
+    {
+        if (containerIsStopped(container, LaunchRoad::SwitcherWithModifiers))
+            return;
+        original(self, cmd, container, modifierFlags);
+    }
+};
 
 constexpr HookRow rows[] {
-    replace<&SBIconView_handleTap>("SBIconView", "_handleTap", original_handleTap),
-    replace<&SBMainWorkspace_executeTransitionRequest>("SBMainWorkspace",
-        "_executeTransitionRequest:options:validator:voluntarily:", original_executeTransitionRequest),
-    replace<&SBMainWorkspace_canExecuteTransitionRequest>(
-        "SBMainWorkspace", "_canExecuteTransitionRequest:forExecution:", original_canExecuteTransitionRequest),
-    replace<&SBIconController_didSelectShortcutItem>(
-        "SBIconController", "iconView:didSelectApplicationShortcutItem:", original_didSelectShortcutItem),
-    openServiceWithPortRow<LaunchRoad::OpenServiceWithPort>(),
-    openServiceRow<LaunchRoad::OpenService>(),
-    replace<&SBFluidSwitcherViewController_didSelectContainer>(
-        "SBFluidSwitcherViewController", "didSelectContainer:", original_didSelectContainer),
-    replace<&SBFluidSwitcherViewController_didSelectContainerWithModifiers>(
-        "SBFluidSwitcherViewController", "didSelectContainer:modifierFlags:", original_didSelectContainerWithModifiers),
+    HandleTap::row(),
+    ExecuteTransitionRequest::row(),
+    CanExecuteTransitionRequest::row(),
+    DidSelectShortcutItem::row(),
+    OpenServiceWithPort<LaunchRoad::OpenServiceWithPort>::row(),
+    OpenService<LaunchRoad::OpenService>::row(),
+    DidSelectContainer::row(),
+    DidSelectContainerWithModifiers::row(),
 };
 
 } // namespace

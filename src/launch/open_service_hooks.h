@@ -9,39 +9,28 @@
 
 namespace appledger {
 
-template <LaunchRoad Road> struct OpenServiceHook {
-    static inline platform::Original<void(platform::id, platform::id, unsigned, platform::id)> withPort;
-    static inline platform::Original<void(platform::id, platform::id, platform::id)> withoutPort;
-
-    static void openWithPort(const platform::id& self, platform::SEL cmd, const platform::id& identifier,
+template <LaunchRoad Road> struct OpenServiceWithPort
+    : Hook<OpenServiceWithPort<Road>, "FBSOpenApplicationService", "openApplication:withOptions:clientPort:completion:",
+          void(platform::id, platform::id, unsigned, platform::id)> {
+    static void replacement(const platform::id& self, platform::SEL cmd, const platform::id& identifier,
         const platform::id& options, unsigned clientPort, const platform::id& completion)
     {
         if (launchIsStopped(platform::asString(identifier), Road))
             return;
-        withPort(self, cmd, identifier, options, clientPort, completion);
+        OpenServiceWithPort::original(self, cmd, identifier, options, clientPort, completion);
     }
+};
 
-    static void open(const platform::id& self, platform::SEL cmd, const platform::id& identifier,
+template <LaunchRoad Road> struct OpenService
+    : Hook<OpenService<Road>, "FBSOpenApplicationService",
+          "openApplication:withOptions:completion:", void(platform::id, platform::id, platform::id)> {
+    static void replacement(const platform::id& self, platform::SEL cmd, const platform::id& identifier,
         const platform::id& options, const platform::id& completion)
     {
         if (launchIsStopped(platform::asString(identifier), Road))
             return;
-        withoutPort(self, cmd, identifier, options, completion);
+        OpenService::original(self, cmd, identifier, options, completion);
     }
 };
-
-template <LaunchRoad Road> constexpr HookRow openServiceWithPortRow()
-{
-    using Hook = OpenServiceHook<Road>;
-    return replace<&Hook::openWithPort>(
-        "FBSOpenApplicationService", "openApplication:withOptions:clientPort:completion:", Hook::withPort);
-}
-
-template <LaunchRoad Road> constexpr HookRow openServiceRow()
-{
-    using Hook = OpenServiceHook<Road>;
-    return replace<&Hook::open>(
-        "FBSOpenApplicationService", "openApplication:withOptions:completion:", Hook::withoutPort);
-}
 
 } // namespace appledger

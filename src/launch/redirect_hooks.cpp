@@ -88,45 +88,44 @@ RedirectVerdict decide(const TransitionReading& reading)
         CACurrentMediaTime());
 }
 
-Original<bool(id, id, id)> original_executeTransitionRequest;
-
-bool SBMainWorkspace_executeTransitionRequest(
-    const id& self, SEL cmd, const id& request, const id& options, const id& validator)
-{
-    if (!original_executeTransitionRequest(self, cmd, request, options, validator))
-        return false;
-    if (isMainWorkspaceRequest(request))
-        if (const auto destination = destinationOfRequest(request))
-            recordLaunch(*destination, CACurrentMediaTime());
-    return true;
-}
-
-Original<bool(id, bool)> original_canExecuteTransitionRequest;
-
-bool SBMainWorkspace_canExecuteTransitionRequest(const id& self, SEL cmd, const id& request, bool forExecution)
-{
-    if (!isMainWorkspaceRequest(request))
-        return original_canExecuteTransitionRequest(self, cmd, request, forExecution);
-    const TransitionReading reading(request);
-    const RedirectVerdict verdict = decide(reading);
-    switch (verdict.outcome) {
-    case RedirectOutcome::Decline:
-        send<"declineWithReason:", void>(request, string(verdict.reason()));
-        return false;
-    case RedirectOutcome::Background:
-        ask<"setBackground:", void>(askObject<"applicationContext">(request), true);
-        break;
-    case RedirectOutcome::Pass:
-        break;
+struct ExecuteTransitionRequest : Hook<ExecuteTransitionRequest, "SBMainWorkspace",
+                                      "_executeTransitionRequest:options:validator:", bool(id, id, id)> {
+    static bool replacement(const id& self, SEL cmd, const id& request, const id& options, const id& validator)
+    {
+        if (!original(self, cmd, request, options, validator))
+            return false;
+        if (isMainWorkspaceRequest(request))
+            if (const auto destination = destinationOfRequest(request))
+                recordLaunch(*destination, CACurrentMediaTime());
+        return true;
     }
-    return original_canExecuteTransitionRequest(self, cmd, request, forExecution);
-}
+};
+
+struct CanExecuteTransitionRequest : Hook<CanExecuteTransitionRequest, "SBMainWorkspace",
+                                         "_canExecuteTransitionRequest:forExecution:", bool(id, bool)> {
+    static bool replacement(const id& self, SEL cmd, const id& request, bool forExecution)
+    {
+        if (!isMainWorkspaceRequest(request))
+            return original(self, cmd, request, forExecution);
+        const TransitionReading reading(request);
+        const RedirectVerdict verdict = decide(reading);
+        switch (verdict.outcome) {
+        case RedirectOutcome::Decline:
+            send<"declineWithReason:", void>(request, string(verdict.reason()));
+            return false;
+        case RedirectOutcome::Background:
+            ask<"setBackground:", void>(askObject<"applicationContext">(request), true);
+            break;
+        case RedirectOutcome::Pass:
+            break;
+        }
+        return original(self, cmd, request, forExecution);
+    }
+};
 
 constexpr HookRow rows[] {
-    replace<&SBMainWorkspace_executeTransitionRequest>(
-        "SBMainWorkspace", "_executeTransitionRequest:options:validator:", original_executeTransitionRequest),
-    replace<&SBMainWorkspace_canExecuteTransitionRequest>(
-        "SBMainWorkspace", "_canExecuteTransitionRequest:forExecution:", original_canExecuteTransitionRequest),
+    ExecuteTransitionRequest::row(),
+    CanExecuteTransitionRequest::row(),
 };
 
 } // namespace

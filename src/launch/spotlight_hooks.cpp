@@ -7,20 +7,20 @@ using namespace platform;
 
 namespace {
 
-Original<bool(id)> original_openApplicationWithBundleID;
-
-bool LSApplicationWorkspace_openApplicationWithBundleID(const id& self, SEL cmd, const id& identifier)
-{
-    if (launchIsStopped(asString(identifier), LaunchRoad::SpotlightWorkspace))
-        return false;
-    return original_openApplicationWithBundleID(self, cmd, identifier);
-}
+struct OpenApplicationWithBundleID
+    : Hook<OpenApplicationWithBundleID, "LSApplicationWorkspace", "openApplicationWithBundleID:", bool(id)> {
+    static bool replacement(const id& self, SEL cmd, const id& identifier)
+    {
+        if (launchIsStopped(asString(identifier), LaunchRoad::SpotlightWorkspace))
+            return false;
+        return original(self, cmd, identifier);
+    }
+};
 
 constexpr HookRow rows[] {
-    openServiceWithPortRow<LaunchRoad::SpotlightOpenServiceWithPort>(),
-    openServiceRow<LaunchRoad::SpotlightOpenService>(),
-    replace<&LSApplicationWorkspace_openApplicationWithBundleID>(
-        "LSApplicationWorkspace", "openApplicationWithBundleID:", original_openApplicationWithBundleID),
+    OpenServiceWithPort<LaunchRoad::SpotlightOpenServiceWithPort>::row(),
+    OpenService<LaunchRoad::SpotlightOpenService>::row(),
+    OpenApplicationWithBundleID::row(),
 };
 
 } // namespace

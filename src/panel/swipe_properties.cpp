@@ -4,11 +4,14 @@ namespace appledger {
 
 namespace {
 
+using SwipeGestureRecognizer
+    = AddedProperty<"SBIconImageView", "alSwipeGestureRecognizer", R"(@"UISwipeGestureRecognizer")">;
+using SwipeDownGestureRecognizer
+    = AddedProperty<"SBIconImageView", "alSwipeDownGestureRecognizer", R"(@"UISwipeGestureRecognizer")">;
+
 constexpr HookRow rows[] {
-    addProperty<"alSwipeGestureRecognizer">(
-        "SBIconImageView", "setAlSwipeGestureRecognizer:", "@\"UISwipeGestureRecognizer\""),
-    addProperty<"alSwipeDownGestureRecognizer">(
-        "SBIconImageView", "setAlSwipeDownGestureRecognizer:", "@\"UISwipeGestureRecognizer\""),
+    SwipeGestureRecognizer::row(),
+    SwipeDownGestureRecognizer::row(),
 };
 
 } // namespace

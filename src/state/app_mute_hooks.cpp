@@ -63,79 +63,78 @@ std::optional<StringValue> identifierOfFrontMost(const id& springBoard)
 /// As the system numbers them.
 enum class SceneVisibility : NSUInteger { Background = 1, Foreground = 2 };
 
-Original<void(NSUInteger, bool, id)> original_noteDidChangeToVisibility;
+struct NoteDidChangeToVisibility
+    : Hook<NoteDidChangeToVisibility, "SBMainDisplaySceneManager",
+          "_noteDidChangeToVisibility:previouslyExisted:forScene:", void(NSUInteger, bool, id)> {
+    static void replacement(const id& self, SEL cmd, NSUInteger visibility, bool previouslyExisted, const id& scene)
+    {
+        original(self, cmd, visibility, previouslyExisted, scene);
+        dropExceptions([&] {
+            if (!respondsTo<"clientProcess">(scene))
+                return;
+            const auto identifier = asString(valueForKey(valueForKey(scene, "clientProcess"), "bundleIdentifier"));
+            if (!identifier)
+                return;
+            if (SceneVisibility(visibility) == SceneVisibility::Foreground)
+                sendForeground(*identifier);
+            else if (SceneVisibility(visibility) == SceneVisibility::Background)
+                sendBackground(*identifier);
+        });
+    }
+};
 
-void SBMainDisplaySceneManager_noteDidChangeToVisibility(
-    const id& self, SEL cmd, NSUInteger visibility, bool previouslyExisted, const id& scene)
-{
-    original_noteDidChangeToVisibility(self, cmd, visibility, previouslyExisted, scene);
-    dropExceptions([&] {
-        if (!respondsTo<"clientProcess">(scene))
-            return;
-        const auto identifier = asString(valueForKey(valueForKey(scene, "clientProcess"), "bundleIdentifier"));
-        if (!identifier)
-            return;
-        if (SceneVisibility(visibility) == SceneVisibility::Foreground)
-            sendForeground(*identifier);
-        else if (SceneVisibility(visibility) == SceneVisibility::Background)
-            sendBackground(*identifier);
-    });
-}
+struct FrontDisplayDidChange : Hook<FrontDisplayDidChange, "SpringBoard", "frontDisplayDidChange:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& display)
+    {
+        original(self, cmd, display);
+        dropExceptions([&] {
+            auto identifier = display ? identifierOf(display) : std::nullopt;
+            if (!identifier)
+                identifier = identifierOfFrontMost(self);
+            if (identifier)
+                sendForeground(*identifier);
+            else
+                sendBackgroundOfLast();
+        });
+    }
+};
 
-Original<void(id)> original_frontDisplayDidChange;
+struct HandleApplicationProcessStateDidChange : Hook<HandleApplicationProcessStateDidChange, "SpringBoard",
+                                                    "_handleApplicationProcessStateDidChangeNotification:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& notification)
+    {
+        original(self, cmd, notification);
+        dropExceptions([&] {
+            if (const auto identifier = identifierOfFrontMost(self))
+                sendForeground(*identifier);
+        });
+    }
+};
 
-void SpringBoard_frontDisplayDidChange(const id& self, SEL cmd, const id& display)
-{
-    original_frontDisplayDidChange(self, cmd, display);
-    dropExceptions([&] {
-        auto identifier = display ? identifierOf(display) : std::nullopt;
-        if (!identifier)
-            identifier = identifierOfFrontMost(self);
-        if (identifier)
-            sendForeground(*identifier);
-        else
-            sendBackgroundOfLast();
-    });
-}
+struct PresentVolumeHUD : Hook<PresentVolumeHUD, "SBVolumeControl", "_presentVolumeHUDWithVolume:", void(float)> {
+    static void replacement(const id& self, SEL cmd, float volume)
+    {
+        if (!g_isMutingHUD)
+            original(self, cmd, volume);
+    }
+};
 
-Original<void(id)> original_handleApplicationProcessStateDidChange;
-
-void SpringBoard_handleApplicationProcessStateDidChange(const id& self, SEL cmd, const id& notification)
-{
-    original_handleApplicationProcessStateDidChange(self, cmd, notification);
-    dropExceptions([&] {
-        if (const auto identifier = identifierOfFrontMost(self))
-            sendForeground(*identifier);
-    });
-}
-
-Original<void(float)> original_presentVolumeHUD;
-
-void SBVolumeControl_presentVolumeHUD(const id& self, SEL cmd, float volume)
-{
-    if (!g_isMutingHUD)
-        original_presentVolumeHUD(self, cmd, volume);
-}
-
-Original<void(bool, id)> original_presentVolumeHUDIfDisplayable;
-
-void SBVolumeControl_presentVolumeHUDIfDisplayable(const id& self, SEL cmd, bool displayable, const id& reason)
-{
-    if (!g_isMutingHUD)
-        original_presentVolumeHUDIfDisplayable(self, cmd, displayable, reason);
-}
+struct PresentVolumeHUDIfDisplayable
+    : Hook<PresentVolumeHUDIfDisplayable, "SBVolumeControl",
+          "_presentVolumeHUDIfDisplayable:orRefreshIfPresentedWithReason:", void(bool, id)> {
+    static void replacement(const id& self, SEL cmd, bool displayable, const id& reason)
+    {
+        if (!g_isMutingHUD)
+            original(self, cmd, displayable, reason);
+    }
+};
 
 constexpr HookRow rows[] {
-    replace<&SBMainDisplaySceneManager_noteDidChangeToVisibility>("SBMainDisplaySceneManager",
-        "_noteDidChangeToVisibility:previouslyExisted:forScene:", original_noteDidChangeToVisibility),
-    replace<&SpringBoard_frontDisplayDidChange>(
-        "SpringBoard", "frontDisplayDidChange:", original_frontDisplayDidChange),
-    replace<&SpringBoard_handleApplicationProcessStateDidChange>("SpringBoard",
-        "_handleApplicationProcessStateDidChangeNotification:", original_handleApplicationProcessStateDidChange),
-    replace<&SBVolumeControl_presentVolumeHUD>(
-        "SBVolumeControl", "_presentVolumeHUDWithVolume:", original_presentVolumeHUD),
-    replace<&SBVolumeControl_presentVolumeHUDIfDisplayable>("SBVolumeControl",
-        "_presentVolumeHUDIfDisplayable:orRefreshIfPresentedWithReason:", original_presentVolumeHUDIfDisplayable),
+    NoteDidChangeToVisibility::row(),
+    FrontDisplayDidChange::row(),
+    HandleApplicationProcessStateDidChange::row(),
+    PresentVolumeHUD::row(),
+    PresentVolumeHUDIfDisplayable::row(),
 };
 
 } // namespace

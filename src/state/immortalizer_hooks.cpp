@@ -30,13 +30,13 @@ bool isListed(const std::optional<StringValue>& identifier, const PolicyCache& l
 
 // The display in front
 
-Original<void(id)> original_frontDisplayDidChange;
-
-void SpringBoard_frontDisplayDidChange(const id& self, SEL cmd, const id& display)
-{
-    original_frontDisplayDidChange(self, cmd, display);
-    CFNotificationCenterPostNotification("com.lorvane.immortalizer.updatecc");
-}
+struct FrontDisplayDidChange : Hook<FrontDisplayDidChange, "SpringBoard", "frontDisplayDidChange:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& display)
+    {
+        original(self, cmd, display);
+        CFNotificationCenterPostNotification("com.lorvane.immortalizer.updatecc");
+    }
+};
 
 // Scenes that stay in the foreground
 
@@ -57,16 +57,18 @@ bool isKeptInForeground(const id& scene, const id& settings, const id& context)
     return leavesForeground(directionOf(settings));
 }
 
-Original<void(id, id, id)> original_updateSettings;
-
-void FBScene_updateSettings(const id& self, SEL cmd, const id& settings, const id& context, const id& completion)
-{
-    if (!isKeptInForeground(self, settings, context))
-        return original_updateSettings(self, cmd, settings, context, completion);
-    // The update hasn't happened, so its completion isn't called either.
-    dispatch_async(dispatch_get_main_queue(),
-        [identifier = bundleIdentifierOf(askObject<"clientProcess">(self))] { refreshIconAccessories(*identifier); });
-}
+struct UpdateSettings
+    : Hook<UpdateSettings, "FBScene", "updateSettings:withTransitionContext:completion:", void(id, id, id)> {
+    static void replacement(const id& self, SEL cmd, const id& settings, const id& context, const id& completion)
+    {
+        if (!isKeptInForeground(self, settings, context))
+            return original(self, cmd, settings, context, completion);
+        // The update hasn't happened, so its completion isn't called either.
+        dispatch_async(dispatch_get_main_queue(), [identifier = bundleIdentifierOf(askObject<"clientProcess">(self))] {
+            refreshIconAccessories(*identifier);
+        });
+    }
+};
 
 /// Before the system reads them.
 void clearDeactivationReasons(const id& owner, const id& settings)
@@ -75,22 +77,24 @@ void clearDeactivationReasons(const id& owner, const id& settings)
         ask<"setDeactivationReasons:", void>(settings, NSUInteger { 0 });
 }
 
-Original<void(id, id)> original_setupSceneSettings;
+struct SetupSceneSettings
+    : Hook<SetupSceneSettings, "SBApplicationSceneEntity", "_setupSceneSettings:transitionContext:", void(id, id)> {
+    static void replacement(const id& self, SEL cmd, const id& settings, const id& context)
+    {
+        clearDeactivationReasons(self, settings);
+        original(self, cmd, settings, context);
+    }
+};
 
-void SBApplicationSceneEntity_setupSceneSettings(const id& self, SEL cmd, const id& settings, const id& context)
-{
-    clearDeactivationReasons(self, settings);
-    original_setupSceneSettings(self, cmd, settings, context);
-}
-
-Original<void(id, id, id)> original_modifyApplicationSceneSettings;
-
-void SBDeviceApplicationSceneHandle_modifyApplicationSceneSettings(
-    const id& self, SEL cmd, const id& settings, const id& context, const id& entity)
-{
-    clearDeactivationReasons(self, settings);
-    original_modifyApplicationSceneSettings(self, cmd, settings, context, entity);
-}
+struct ModifyApplicationSceneSettings
+    : Hook<ModifyApplicationSceneSettings, "SBDeviceApplicationSceneHandle",
+          "_modifyApplicationSceneSettings:fromRequestContext:entity:", void(id, id, id)> {
+    static void replacement(const id& self, SEL cmd, const id& settings, const id& context, const id& entity)
+    {
+        clearDeactivationReasons(self, settings);
+        original(self, cmd, settings, context, entity);
+    }
+};
 
 // Label accessories
 
@@ -121,65 +125,67 @@ bool isInDock(const id& iconView)
     return location && location->view().find("Dock") != std::string_view::npos;
 }
 
-Original<NSInteger(id)> original_labelAccessoryTypeForIcon;
-
-NSInteger SBApplication_labelAccessoryTypeForIcon(const id& self, SEL cmd, const id& icon)
-{
-    const NSInteger type = original_labelAccessoryTypeForIcon(self, cmd, icon);
-    return showsIndicator() ? immortalAccessory(bundleIdentifierOf(self)).value_or(type) : type;
-}
-
-Original<NSInteger()> original_currentLabelAccessoryType;
-
-NSInteger SBIconView_currentLabelAccessoryType(const id& self, SEL cmd)
-{
-    NSInteger type = original_currentLabelAccessoryType(self, cmd);
-    if (!showsIndicator())
-        return type;
-    if (isInDock(self))
-        type = immortalAccessory(applicationOfIcon(self)).value_or(type);
-    const id icon = askObject<"icon">(self);
-    if (!isKindOfClass(icon, classNamed<"SBFolderIcon">()) || g_isFolderTransitioning)
-        return type;
-    // The last listed application of a folder decides, whatever the others do.
-    for (const id& item : itemsOf(askObject<"icons">(askObject<"folder">(icon))))
-        type = immortalAccessory(asString(ask<"applicationBundleID">(item))).value_or(type);
-    return type;
-}
-
-Original<void(bool, id)> original_willTransition;
-
-void SBFolderView_willTransition(const id& self, SEL cmd, bool animated, const id& settings)
-{
-    if (showsIndicator())
-        g_isFolderTransitioning = true;
-    original_willTransition(self, cmd, animated, settings);
-}
-
-Original<void(bool)> original_didTransition;
-
-void SBFolderView_didTransition(const id& self, SEL cmd, bool animated)
-{
-    if (showsIndicator()) {
-        g_isFolderTransitioning = false;
-        ask<"_notifyAccessoriesDidUpdate", void>(askObject<"icon">(askObject<"folder">(self)));
+struct LabelAccessoryTypeForIcon
+    : Hook<LabelAccessoryTypeForIcon, "SBApplication", "labelAccessoryTypeForIcon:", NSInteger(id)> {
+    static NSInteger replacement(const id& self, SEL cmd, const id& icon)
+    {
+        const NSInteger type = original(self, cmd, icon);
+        return showsIndicator() ? immortalAccessory(bundleIdentifierOf(self)).value_or(type) : type;
     }
-    original_didTransition(self, cmd, animated);
-}
+};
+
+struct CurrentLabelAccessoryType
+    : Hook<CurrentLabelAccessoryType, "SBIconView", "currentLabelAccessoryType", NSInteger()> {
+    static NSInteger replacement(const id& self, SEL cmd)
+    {
+        NSInteger type = original(self, cmd);
+        if (!showsIndicator())
+            return type;
+        if (isInDock(self))
+            type = immortalAccessory(applicationOfIcon(self)).value_or(type);
+        const id icon = askObject<"icon">(self);
+        if (!isKindOfClass(icon, classNamed<"SBFolderIcon">()) || g_isFolderTransitioning)
+            return type;
+        // The last listed application of a folder decides, whatever the others do.
+        for (const id& item : itemsOf(askObject<"icons">(askObject<"folder">(icon))))
+            type = immortalAccessory(asString(ask<"applicationBundleID">(item))).value_or(type);
+        return type;
+    }
+};
+
+struct WillTransition : Hook<WillTransition, "SBFolderView", "willTransitionAnimated:withSettings:", void(bool, id)> {
+    static void replacement(const id& self, SEL cmd, bool animated, const id& settings)
+    {
+        if (showsIndicator())
+            g_isFolderTransitioning = true;
+        original(self, cmd, animated, settings);
+    }
+};
+
+struct DidTransition : Hook<DidTransition, "SBFolderView", "didTransitionAnimated:", void(bool)> {
+    static void replacement(const id& self, SEL cmd, bool animated)
+    {
+        if (showsIndicator()) {
+            g_isFolderTransitioning = false;
+            ask<"_notifyAccessoriesDidUpdate", void>(askObject<"icon">(askObject<"folder">(self)));
+        }
+        original(self, cmd, animated);
+    }
+};
 
 // Names
 
-Original<id()> original_displayName;
-
-id SBApplication_displayName(const id& self, SEL cmd)
-{
-    id name = original_displayName(self, cmd);
-    if (!g_ImmortalEnabled || !g_ImmortalLockIndicatorEnabled
-        || !isListed(bundleIdentifierOf(self), g_ImmortalLockedApps))
-        return name;
-    const auto text = asString(name);
-    return text ? string(text->text() + "🔒") : name;
-}
+struct DisplayName : Hook<DisplayName, "SBApplication", "displayName", id()> {
+    static id replacement(const id& self, SEL cmd)
+    {
+        id name = original(self, cmd);
+        if (!g_ImmortalEnabled || !g_ImmortalLockIndicatorEnabled
+            || !isListed(bundleIdentifierOf(self), g_ImmortalLockedApps))
+            return name;
+        const auto text = asString(name);
+        return text ? string(text->text() + "🔒") : name;
+    }
+};
 
 // Ends
 
@@ -200,29 +206,31 @@ void showExit(const StringValue& bundleIdentifier)
     presentToast(name ? *name : bundleIdentifier.object(), string(ALLoc("BG Stopped")), exitPicture(), seconds);
 }
 
-Original<void(id)> original_didExit;
-
-void SBApplication_didExit(const id& self, SEL cmd, const id& context)
-{
-    original_didExit(self, cmd, context);
-    if (!g_ImmortalEnabled)
-        return;
-    if (const auto identifier = bundleIdentifierOf(self))
-        dispatch_async(dispatch_get_main_queue(), [identifier = *identifier] { showExit(identifier); });
-}
+struct DidExit : Hook<DidExit, "SBApplication", "_didExitWithContext:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& context)
+    {
+        original(self, cmd, context);
+        if (!g_ImmortalEnabled)
+            return;
+        if (const auto identifier = bundleIdentifierOf(self))
+            dispatch_async(dispatch_get_main_queue(), [identifier = *identifier] { showExit(identifier); });
+    }
+};
 
 // Notifications
 
-Original<void(id, id, id)> original_willPresentNotification;
-
-void UNSUserNotificationServer_willPresentNotification(
-    const id& self, SEL cmd, const id& notification, const id& bundleIdentifier, const id& completion)
-{
-    const auto identifier = asString(bundleIdentifier);
-    if (g_ImmortalEnabled && isListed(identifier, g_ImmortalNotifApps))
-        tellApplicationState(self, *identifier);
-    original_willPresentNotification(self, cmd, notification, bundleIdentifier, completion);
-}
+struct WillPresentNotification
+    : Hook<WillPresentNotification, "UNSUserNotificationServer",
+          "willPresentNotification:forBundleIdentifier:withCompletionHandler:", void(id, id, id)> {
+    static void replacement(
+        const id& self, SEL cmd, const id& notification, const id& bundleIdentifier, const id& completion)
+    {
+        const auto identifier = asString(bundleIdentifier);
+        if (g_ImmortalEnabled && isListed(identifier, g_ImmortalNotifApps))
+            tellApplicationState(self, *identifier);
+        original(self, cmd, notification, bundleIdentifier, completion);
+    }
+};
 
 // Cards of the switcher
 
@@ -254,35 +262,23 @@ bool isKillable(const id& card, bool killable)
     return isCardKillable(killable, identifiers, locked.list());
 }
 
-Original<void(bool)> original_setKillable;
-
-void SBFluidSwitcherItemContainer_setKillable(const id& self, SEL cmd, bool killable)
-{
-    original_setKillable(self, cmd, isKillable(self, killable));
-}
+struct SetKillable : Hook<SetKillable, "SBFluidSwitcherItemContainer", "setKillable:", void(bool)> {
+    static void replacement(const id& self, SEL cmd, bool killable) { original(self, cmd, isKillable(self, killable)); }
+};
 
 constexpr HookRow rows[] {
-    replace<&SpringBoard_frontDisplayDidChange>(
-        "SpringBoard", "frontDisplayDidChange:", original_frontDisplayDidChange),
-    replace<&SBIconView_currentLabelAccessoryType>(
-        "SBIconView", "currentLabelAccessoryType", original_currentLabelAccessoryType),
-    replace<&FBScene_updateSettings>(
-        "FBScene", "updateSettings:withTransitionContext:completion:", original_updateSettings),
-    replace<&SBApplicationSceneEntity_setupSceneSettings>(
-        "SBApplicationSceneEntity", "_setupSceneSettings:transitionContext:", original_setupSceneSettings),
-    replace<&SBDeviceApplicationSceneHandle_modifyApplicationSceneSettings>("SBDeviceApplicationSceneHandle",
-        "_modifyApplicationSceneSettings:fromRequestContext:entity:", original_modifyApplicationSceneSettings),
-    replace<&SBApplication_labelAccessoryTypeForIcon>(
-        "SBApplication", "labelAccessoryTypeForIcon:", original_labelAccessoryTypeForIcon),
-    replace<&SBApplication_displayName>("SBApplication", "displayName", original_displayName),
-    replace<&SBApplication_didExit>("SBApplication", "_didExitWithContext:", original_didExit),
-    replace<&SBFolderView_willTransition>(
-        "SBFolderView", "willTransitionAnimated:withSettings:", original_willTransition),
-    replace<&SBFolderView_didTransition>("SBFolderView", "didTransitionAnimated:", original_didTransition),
-    replace<&UNSUserNotificationServer_willPresentNotification>("UNSUserNotificationServer",
-        "willPresentNotification:forBundleIdentifier:withCompletionHandler:", original_willPresentNotification),
-    replace<&SBFluidSwitcherItemContainer_setKillable>(
-        "SBFluidSwitcherItemContainer", "setKillable:", original_setKillable),
+    FrontDisplayDidChange::row(),
+    CurrentLabelAccessoryType::row(),
+    UpdateSettings::row(),
+    SetupSceneSettings::row(),
+    ModifyApplicationSceneSettings::row(),
+    LabelAccessoryTypeForIcon::row(),
+    DisplayName::row(),
+    DidExit::row(),
+    WillTransition::row(),
+    DidTransition::row(),
+    WillPresentNotification::row(),
+    SetKillable::row(),
 };
 
 } // namespace

@@ -17,7 +17,7 @@ using namespace platform;
 
 namespace {
 
-using RunningDot = AddedProperty<"al_runningDot">;
+using RunningDot = AddedProperty<"SBIconView", "al_runningDot", R"(@"UIView")">;
 
 constexpr double animationTime = 0.3;
 constexpr CGFloat smallScale = 0.1;
@@ -199,13 +199,13 @@ void layOutDot(const id& iconView)
         hideDot(iconView);
 }
 
-Original<void()> original_layoutSubviews;
-
-void SBIconView_layoutSubviews(const id& self, SEL cmd)
-{
-    original_layoutSubviews(self, cmd);
-    layOutDot(self);
-}
+struct LayoutSubviews : Hook<LayoutSubviews, "SBIconView", "layoutSubviews", void()> {
+    static void replacement(const id& self, SEL cmd)
+    {
+        original(self, cmd);
+        layOutDot(self);
+    }
+};
 
 void layOutIconsOf(const StringValue& bundleIdentifier)
 {
@@ -221,27 +221,27 @@ void layOutIconsOf(const StringValue& bundleIdentifier)
         ask<"enumerateDisplayedIconViewsUsingBlock:", void>(manager, layOut);
 }
 
-Original<void(id)> original_processStateDidChange;
-
-void SpringBoard_processStateDidChange(const id& self, SEL cmd, const id& notification)
-{
-    original_processStateDidChange(self, cmd, notification);
-    if (!g_RunningIndicatorEnabled)
-        return;
-    try {
-        const id application = askObject<"object">(notification);
-        if (const auto identifier = asString(ask<"bundleIdentifier">(application)))
-            dispatch_async(dispatch_get_main_queue(), [identifier = *identifier] { layOutIconsOf(identifier); });
-    } catch (const std::exception&) {
-        // raised by the system's objects: a dot that comes late is no reason to disturb them
+struct ProcessStateDidChange
+    : Hook<ProcessStateDidChange, "SpringBoard", "_handleApplicationProcessStateDidChangeNotification:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& notification)
+    {
+        original(self, cmd, notification);
+        if (!g_RunningIndicatorEnabled)
+            return;
+        try {
+            const id application = askObject<"object">(notification);
+            if (const auto identifier = asString(ask<"bundleIdentifier">(application)))
+                dispatch_async(dispatch_get_main_queue(), [identifier = *identifier] { layOutIconsOf(identifier); });
+        } catch (const std::exception&) {
+            // raised by the system's objects: a dot that comes late is no reason to disturb them
+        }
     }
-}
+};
 
 constexpr HookRow rows[] {
-    addProperty<"al_runningDot">("SBIconView", "setAl_runningDot:", "@\"UIView\""),
-    replace<&SBIconView_layoutSubviews>("SBIconView", "layoutSubviews", original_layoutSubviews),
-    replace<&SpringBoard_processStateDidChange>(
-        "SpringBoard", "_handleApplicationProcessStateDidChangeNotification:", original_processStateDidChange),
+    RunningDot::row(),
+    LayoutSubviews::row(),
+    ProcessStateDidChange::row(),
 };
 
 } // namespace

@@ -44,36 +44,36 @@ void sweep()
     }
 }
 
-Original<void(id)> original_applicationDidFinishLaunching;
+struct ApplicationDidFinishLaunching
+    : Hook<ApplicationDidFinishLaunching, "SpringBoard", "applicationDidFinishLaunching:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& application)
+    {
+        original(self, cmd, application);
+        dispatch_after(30s, dispatch_get_global_queue(QueuePriority::Background), sweep);
+    }
+};
 
-void SpringBoard_applicationDidFinishLaunching(const id& self, SEL cmd, const id& application)
-{
-    original_applicationDidFinishLaunching(self, cmd, application);
-    dispatch_after(30s, dispatch_get_global_queue(QueuePriority::Background), sweep);
-}
+struct ProcessDidExit : Hook<ProcessDidExit, "FBProcessManager", "processDidExit:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& process)
+    {
+        original(self, cmd, process);
+        clearAfterExit(process);
+    }
+};
 
-Original<void(id)> original_processDidExit;
-
-void FBProcessManager_processDidExit(const id& self, SEL cmd, const id& process)
-{
-    original_processDidExit(self, cmd, process);
-    clearAfterExit(process);
-}
-
-Original<void(id)> original_processDidExitWithContext;
-
-void FBProcess_processDidExitWithContext(const id& self, SEL cmd, const id& context)
-{
-    original_processDidExitWithContext(self, cmd, context);
-    clearAfterExit(self);
-}
+struct ProcessDidExitWithContext
+    : Hook<ProcessDidExitWithContext, "FBProcess", "_processDidExitWithContext:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& context)
+    {
+        original(self, cmd, context);
+        clearAfterExit(self);
+    }
+};
 
 constexpr HookRow rows[] {
-    replace<&SpringBoard_applicationDidFinishLaunching>(
-        "SpringBoard", "applicationDidFinishLaunching:", original_applicationDidFinishLaunching),
-    replace<&FBProcessManager_processDidExit>("FBProcessManager", "processDidExit:", original_processDidExit),
-    replace<&FBProcess_processDidExitWithContext>(
-        "FBProcess", "_processDidExitWithContext:", original_processDidExitWithContext),
+    ApplicationDidFinishLaunching::row(),
+    ProcessDidExit::row(),
+    ProcessDidExitWithContext::row(),
 };
 
 } // namespace

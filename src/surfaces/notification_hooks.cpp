@@ -23,48 +23,47 @@ bool mayPublish(const id& notification, NotificationRoad road, const id& section
     return true;
 }
 
-Original<void(id, NSUInteger)> original_publishBulletin;
+struct PublishBulletin : Hook<PublishBulletin, "BBServer", "publishBulletin:destinations:", void(id, NSUInteger)> {
+    static void replacement(const id& self, SEL cmd, const id& bulletin, NSUInteger destinations)
+    {
+        if (mayPublish(bulletin, NotificationRoad::Bulletin))
+            original(self, cmd, bulletin, destinations);
+    }
+};
 
-void BBServer_publishBulletin(const id& self, SEL cmd, const id& bulletin, NSUInteger destinations)
-{
-    if (mayPublish(bulletin, NotificationRoad::Bulletin))
-        original_publishBulletin(self, cmd, bulletin, destinations);
-}
+struct PublishBulletinRequest
+    : Hook<PublishBulletinRequest, "BBServer", "publishBulletinRequest:destinations:", void(id, NSUInteger)> {
+    static void replacement(const id& self, SEL cmd, const id& request, NSUInteger destinations)
+    {
+        if (mayPublish(request, NotificationRoad::BulletinRequest))
+            original(self, cmd, request, destinations);
+    }
+};
 
-Original<void(id, NSUInteger)> original_publishBulletinRequest;
+struct PublishBulletinRequestForSection
+    : Hook<PublishBulletinRequestForSection, "BBServer",
+          "_publishBulletinRequest:forSectionID:forDestinations:", void(id, id, NSUInteger)> {
+    static void replacement(const id& self, SEL cmd, const id& request, const id& section, NSUInteger destinations)
+    {
+        if (mayPublish(request, NotificationRoad::BulletinRequestForSection, section))
+            original(self, cmd, request, section, destinations);
+    }
+};
 
-void BBServer_publishBulletinRequest(const id& self, SEL cmd, const id& request, NSUInteger destinations)
-{
-    if (mayPublish(request, NotificationRoad::BulletinRequest))
-        original_publishBulletinRequest(self, cmd, request, destinations);
-}
-
-Original<void(id, id, NSUInteger)> original_publishBulletinRequestForSection;
-
-void BBServer_publishBulletinRequestForSection(
-    const id& self, SEL cmd, const id& request, const id& section, NSUInteger destinations)
-{
-    if (mayPublish(request, NotificationRoad::BulletinRequestForSection, section))
-        original_publishBulletinRequestForSection(self, cmd, request, section, destinations);
-}
-
-Original<void(id, id)> original_alertOnPresentation;
-
-void SBNCAlertingController_alertOnPresentation(
-    const id& self, SEL cmd, const id& request, const id& presentingDestination)
-{
-    if (notificationVerdict(request, NotificationRoad::Alert).outcome == NotificationOutcome::Pass)
-        original_alertOnPresentation(self, cmd, request, presentingDestination);
-}
+struct AlertOnPresentation : Hook<AlertOnPresentation, "SBNCAlertingController",
+                                 "alertOnPresentationForNotificationRequest:presentingDestination:", void(id, id)> {
+    static void replacement(const id& self, SEL cmd, const id& request, const id& presentingDestination)
+    {
+        if (notificationVerdict(request, NotificationRoad::Alert).outcome == NotificationOutcome::Pass)
+            original(self, cmd, request, presentingDestination);
+    }
+};
 
 constexpr HookRow rows[] {
-    replace<&BBServer_publishBulletin>("BBServer", "publishBulletin:destinations:", original_publishBulletin),
-    replace<&BBServer_publishBulletinRequest>(
-        "BBServer", "publishBulletinRequest:destinations:", original_publishBulletinRequest),
-    replace<&BBServer_publishBulletinRequestForSection>(
-        "BBServer", "_publishBulletinRequest:forSectionID:forDestinations:", original_publishBulletinRequestForSection),
-    replace<&SBNCAlertingController_alertOnPresentation>("SBNCAlertingController",
-        "alertOnPresentationForNotificationRequest:presentingDestination:", original_alertOnPresentation),
+    PublishBulletin::row(),
+    PublishBulletinRequest::row(),
+    PublishBulletinRequestForSection::row(),
+    AlertOnPresentation::row(),
 };
 
 } // namespace

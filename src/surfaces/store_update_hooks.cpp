@@ -121,88 +121,78 @@ void completeRefused(StoreRoad road, const id& completion)
     }
 }
 
-Original<bool()> original_isUpdateAvailable;
+struct IsUpdateAvailable : Hook<IsUpdateAvailable, "ASDApp", "isUpdateAvailable", bool()> {
+    static bool replacement(const id& self, SEL cmd) { return !isBlocked(self) && original(self, cmd); }
+};
 
-bool ASDApp_isUpdateAvailable(const id& self, SEL cmd)
-{
-    return !isBlocked(self) && original_isUpdateAvailable(self, cmd);
-}
+struct UpdateAvailable : Hook<UpdateAvailable, "ASDApp", "updateAvailable", bool()> {
+    static bool replacement(const id& self, SEL cmd) { return !isBlocked(self) && original(self, cmd); }
+};
 
-Original<bool()> original_updateAvailable;
+struct UpdateMetadata : Hook<UpdateMetadata, "ASDApp", "updateMetadata", id()> {
+    static id replacement(const id& self, SEL cmd) { return isBlocked(self) ? nil : original(self, cmd); }
+};
 
-bool ASDApp_updateAvailable(const id& self, SEL cmd)
-{
-    return !isBlocked(self) && original_updateAvailable(self, cmd);
-}
+struct InitWithOptions : Hook<InitWithOptions, "ASDPurchaseRequest", "initWithOptions:", id(id)> {
+    static id replacement(const id& self, SEL cmd, const id& options)
+    {
+        return requestIsRefused(options) ? nil : original(self, cmd, options);
+    }
+};
 
-Original<id()> original_updateMetadata;
+struct AddJobs : Hook<AddJobs, "ASDJobManager", "addJobs:withCompletionBlock:", void(id, id)> {
+    static void replacement(const id& self, SEL cmd, const id& jobs, const id& completion)
+    {
+        const Filtered filtered = filterList(jobs, ALSafeExtractBundleID);
+        if (filtered.outcome == StoreOutcome::Refuse)
+            return completeRefused(StoreRoad::Jobs, completion);
+        original(self, cmd, filtered.kept ? filtered.kept : jobs, completion);
+    }
+};
 
-id ASDApp_updateMetadata(const id& self, SEL cmd)
-{
-    return isBlocked(self) ? nil : original_updateMetadata(self, cmd);
-}
+struct StartPurchase : Hook<StartPurchase, "ASDPurchaseManager", "startPurchase:withResultHandler:", void(id, id)> {
+    static void replacement(const id& self, SEL cmd, const id& purchase, const id& handler)
+    {
+        if (isBlocked(purchase))
+            return completeRefused(StoreRoad::Purchase, handler);
+        original(self, cmd, purchase, handler);
+    }
+};
 
-Original<id(id)> original_initWithOptions;
+struct PerformSoftwarePurchases
+    : Hook<PerformSoftwarePurchases, "SKUIItemStateCenter",
+          "_performSoftwarePurchases:withClientContext:completionBlock:", void(id, id, id)> {
+    static void replacement(const id& self, SEL cmd, const id& purchases, const id& context, const id& completion)
+    {
+        const Filtered filtered = filterList(purchases, identifierOfStoreItem);
+        if (filtered.outcome == StoreOutcome::Refuse)
+            return completeRefused(StoreRoad::SoftwarePurchases, completion);
+        original(self, cmd, filtered.kept ? filtered.kept : purchases, context, completion);
+    }
+};
 
-id ASDPurchaseRequest_initWithOptions(const id& self, SEL cmd, const id& options)
-{
-    return requestIsRefused(options) ? nil : original_initWithOptions(self, cmd, options);
-}
-
-Original<void(id, id)> original_addJobs;
-
-void ASDJobManager_addJobs(const id& self, SEL cmd, const id& jobs, const id& completion)
-{
-    const Filtered filtered = filterList(jobs, ALSafeExtractBundleID);
-    if (filtered.outcome == StoreOutcome::Refuse)
-        return completeRefused(StoreRoad::Jobs, completion);
-    original_addJobs(self, cmd, filtered.kept ? filtered.kept : jobs, completion);
-}
-
-Original<void(id, id)> original_startPurchase;
-
-void ASDPurchaseManager_startPurchase(const id& self, SEL cmd, const id& purchase, const id& handler)
-{
-    if (isBlocked(purchase))
-        return completeRefused(StoreRoad::Purchase, handler);
-    original_startPurchase(self, cmd, purchase, handler);
-}
-
-Original<void(id, id, id)> original_performSoftwarePurchases;
-
-void SKUIItemStateCenter_performSoftwarePurchases(
-    const id& self, SEL cmd, const id& purchases, const id& context, const id& completion)
-{
-    const Filtered filtered = filterList(purchases, identifierOfStoreItem);
-    if (filtered.outcome == StoreOutcome::Refuse)
-        return completeRefused(StoreRoad::SoftwarePurchases, completion);
-    original_performSoftwarePurchases(self, cmd, filtered.kept ? filtered.kept : purchases, context, completion);
-}
-
-Original<void(id, bool, id, id)> original_performPurchases;
-
-void SKUIItemStateCenter_performPurchases(
-    const id& self, SEL cmd, const id& purchases, bool hasBundlePurchase, const id& context, const id& completion)
-{
-    const Filtered filtered = filterList(purchases, identifierOfStoreItem);
-    if (filtered.outcome == StoreOutcome::Refuse)
-        return completeRefused(StoreRoad::Purchases, completion);
-    original_performPurchases(
-        self, cmd, filtered.kept ? filtered.kept : purchases, hasBundlePurchase, context, completion);
-}
+struct PerformPurchases
+    : Hook<PerformPurchases, "SKUIItemStateCenter",
+          "_performPurchases:hasBundlePurchase:withClientContext:completionBlock:", void(id, bool, id, id)> {
+    static void replacement(
+        const id& self, SEL cmd, const id& purchases, bool hasBundlePurchase, const id& context, const id& completion)
+    {
+        const Filtered filtered = filterList(purchases, identifierOfStoreItem);
+        if (filtered.outcome == StoreOutcome::Refuse)
+            return completeRefused(StoreRoad::Purchases, completion);
+        original(self, cmd, filtered.kept ? filtered.kept : purchases, hasBundlePurchase, context, completion);
+    }
+};
 
 constexpr HookRow rows[] {
-    replace<&ASDApp_isUpdateAvailable>("ASDApp", "isUpdateAvailable", original_isUpdateAvailable),
-    replace<&ASDApp_updateAvailable>("ASDApp", "updateAvailable", original_updateAvailable),
-    replace<&ASDApp_updateMetadata>("ASDApp", "updateMetadata", original_updateMetadata),
-    replace<&ASDPurchaseRequest_initWithOptions>("ASDPurchaseRequest", "initWithOptions:", original_initWithOptions),
-    replace<&ASDJobManager_addJobs>("ASDJobManager", "addJobs:withCompletionBlock:", original_addJobs),
-    replace<&ASDPurchaseManager_startPurchase>(
-        "ASDPurchaseManager", "startPurchase:withResultHandler:", original_startPurchase),
-    replace<&SKUIItemStateCenter_performSoftwarePurchases>("SKUIItemStateCenter",
-        "_performSoftwarePurchases:withClientContext:completionBlock:", original_performSoftwarePurchases),
-    replace<&SKUIItemStateCenter_performPurchases>("SKUIItemStateCenter",
-        "_performPurchases:hasBundlePurchase:withClientContext:completionBlock:", original_performPurchases),
+    IsUpdateAvailable::row(),
+    UpdateAvailable::row(),
+    UpdateMetadata::row(),
+    InitWithOptions::row(),
+    AddJobs::row(),
+    StartPurchase::row(),
+    PerformSoftwarePurchases::row(),
+    PerformPurchases::row(),
 };
 
 } // namespace

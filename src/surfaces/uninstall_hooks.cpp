@@ -16,12 +16,9 @@ bool isProtected(const id& icon)
     return identifier && g_blockedUninstallApps.contains(*identifier);
 }
 
-Original<bool()> original_isUninstallSupported;
-
-bool SBLeafIcon_isUninstallSupported(const id& self, SEL cmd)
-{
-    return !isProtected(self) && original_isUninstallSupported(self, cmd);
-}
+struct IsUninstallSupported : Hook<IsUninstallSupported, "SBLeafIcon", "isUninstallSupported", bool()> {
+    static bool replacement(const id& self, SEL cmd) { return !isProtected(self) && original(self, cmd); }
+};
 
 /// Answers the removal of a protected application with a tap alone; whoever waits for its completion waits on.
 bool removalIsStopped(const id& icon)
@@ -32,36 +29,36 @@ bool removalIsStopped(const id& icon)
     return true;
 }
 
-Original<void(id, bool, id)> original_uninstallWithCompletion;
+struct UninstallWithCompletion
+    : Hook<UninstallWithCompletion, "SBHIconManager", "uninstallIcon:animate:completion:", void(id, bool, id)> {
+    static void replacement(const id& self, SEL cmd, const id& icon, bool animate, const id& completion)
+    {
+        if (!removalIsStopped(icon))
+            original(self, cmd, icon, animate, completion);
+    }
+};
 
-void SBHIconManager_uninstallWithCompletion(const id& self, SEL cmd, const id& icon, bool animate, const id& completion)
-{
-    if (!removalIsStopped(icon))
-        original_uninstallWithCompletion(self, cmd, icon, animate, completion);
-}
+struct UninstallAnimated : Hook<UninstallAnimated, "SBHIconManager", "uninstallIcon:animate:", void(id, bool)> {
+    static void replacement(const id& self, SEL cmd, const id& icon, bool animate)
+    {
+        if (!removalIsStopped(icon))
+            original(self, cmd, icon, animate);
+    }
+};
 
-Original<void(id, bool)> original_uninstallAnimated;
-
-void SBHIconManager_uninstallAnimated(const id& self, SEL cmd, const id& icon, bool animate)
-{
-    if (!removalIsStopped(icon))
-        original_uninstallAnimated(self, cmd, icon, animate);
-}
-
-Original<void(id)> original_uninstall;
-
-void SBHIconManager_uninstall(const id& self, SEL cmd, const id& icon)
-{
-    if (!removalIsStopped(icon))
-        original_uninstall(self, cmd, icon);
-}
+struct Uninstall : Hook<Uninstall, "SBHIconManager", "uninstallIcon:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& icon)
+    {
+        if (!removalIsStopped(icon))
+            original(self, cmd, icon);
+    }
+};
 
 constexpr HookRow rows[] {
-    replace<&SBLeafIcon_isUninstallSupported>("SBLeafIcon", "isUninstallSupported", original_isUninstallSupported),
-    replace<&SBHIconManager_uninstallWithCompletion>(
-        "SBHIconManager", "uninstallIcon:animate:completion:", original_uninstallWithCompletion),
-    replace<&SBHIconManager_uninstallAnimated>("SBHIconManager", "uninstallIcon:animate:", original_uninstallAnimated),
-    replace<&SBHIconManager_uninstall>("SBHIconManager", "uninstallIcon:", original_uninstall),
+    IsUninstallSupported::row(),
+    UninstallWithCompletion::row(),
+    UninstallAnimated::row(),
+    Uninstall::row(),
 };
 
 } // namespace
