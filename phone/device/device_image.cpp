@@ -101,7 +101,7 @@ void installLibrary(const std::string& libraryPath)
         check(writeFileAtomically(installed, content, 0755), installed);
     const id filter = dictionary({ { "Filter",
         dictionary({ { "Bundles", array({ "com.apple.springboard", "com.apple.Spotlight", "com.apple.AppStore" }) },
-            { "Executables", array({ "appstored", "itunesstored" }) } }) } });
+            { "Executables", array({ "appstored", "itunesstored" }) }, { "Mode", string("Any") } }) } });
     const std::string filterPath = pathByAppending(substrateFolder, "AppLedger.plist");
     check(writePropertyList(filter, filterPath, PropertyListFormat::Xml), filterPath);
 }

@@ -1,9 +1,11 @@
 #include "phone/substrate/injection.h"
 
+#include "phone/substrate/filter.h"
 #include "platform/darwin/images.h"
 #include "platform/darwin/system.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/property_list.h"
+#include "platform/foundation/text_property_list.h"
 #include "platform/foundation/values.h"
 
 namespace phone {
@@ -12,17 +14,14 @@ using namespace platform;
 
 namespace {
 
-bool lists(const DictionaryValue& filter, std::string_view key, const std::string& name)
+/// In any form that filters are written in, the old text form too; nil when it can't be read.
+id readFilter(const std::string& path)
 {
-    return itemsOf(filter[key]).contains(name);
-}
-
-bool filterNamesThisProcess(const std::string& filterPath)
-{
-    const id filter = pairsOf(dictionaryWithContentsOfFile(filterPath))["Filter"];
-    const DictionaryValue names = pairsOf(filter);
-    return lists(names, "Bundles", processFacts().bundleIdentifier)
-        || lists(names, "Executables", processFacts().processName);
+    const std::optional<std::string> bytes = readFile(path);
+    if (!bytes)
+        return nil;
+    const id filter = propertyListFromData(*bytes);
+    return filter ? filter : platform::detail::readTextPropertyList(*bytes).value_or(nil);
 }
 
 std::vector<std::string>& injected()
@@ -42,7 +41,11 @@ std::vector<std::string> injectLibraries(const std::function<void(const std::str
             continue;
         const std::string path = pathByAppending(substrateFolder, entry);
         const std::string filter = path.substr(0, path.size() - librarySuffix.size()) + ".plist";
-        if (!filterNamesThisProcess(filter))
+        const FilterAnswer answer
+            = askFilter(readFilter(filter), processFacts().bundleIdentifier, processFacts().processName);
+        if (answer == FilterAnswer::Unreadable)
+            failures.push_back(path + " is passed over: its filter " + filter + " is missing, or can't be read");
+        if (answer != FilterAnswer::Names)
             continue;
         loading(path);
         if (std::string failure = loadLibrary(path); failure.empty())

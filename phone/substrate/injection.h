@@ -11,10 +11,9 @@ namespace phone {
 inline constexpr std::string_view substrateFolder = "/Library/MobileSubstrate/DynamicLibraries";
 
 /// What the substrate does in every process before the system's own code runs: loads each library of the
-/// folder whose filter (a property list of the same name: `Filter` with the lists `Bundles` and
-/// `Executables`) names this process. A library without a readable filter, and one that can't be loaded, is
-/// passed over; returns why, a line for each of the latter.
-/// `loading` is told of each library before it is loaded.
+/// folder whose filter (a property list of the same name, see filter.h) names this process. A library without a
+/// readable filter, and one that can't be loaded, is passed over; returns why, a line for each. `loading` is told of
+/// each library before it is loaded.
 std::vector<std::string> injectLibraries(const std::function<void(const std::string& path)>& loading);
 
 /// What was loaded into this process, by device path.
