@@ -26,16 +26,12 @@ Json changeLevel(const Json& request, void (*change)(double level))
 
 Json changeVolume(const Json& request)
 {
-    return changeLevel(request, [](double level) {
-        const id controller = send<"sharedAVSystemController">(id(classNamed<"AVSystemController">()));
-        send<"setVolumeTo:forCategory:", bool>(controller, static_cast<float>(level), string("Audio/Video"));
-    });
+    return changeLevel(request, turnVolumeTo);
 }
 
 Json changeBrightness(const Json& request)
 {
-    return changeLevel(request,
-        [](double level) { send<"setBrightness:", void>(send<"mainScreen">(id(classNamed<"UIScreen">())), level); });
+    return changeLevel(request, turnBrightnessTo);
 }
 
 constexpr RequestRow rows[] {
@@ -56,5 +52,16 @@ Json deviceState()
 }
 
 extern const RequestRows deviceRequests { rows };
+
+void turnVolumeTo(double level)
+{
+    const id controller = send<"sharedAVSystemController">(id(classNamed<"AVSystemController">()));
+    send<"setVolumeTo:forCategory:", bool>(controller, static_cast<float>(level), string("Audio/Video"));
+}
+
+void turnBrightnessTo(double level)
+{
+    send<"setBrightness:", void>(send<"mainScreen">(id(classNamed<"UIScreen">())), level);
+}
 
 } // namespace phone

@@ -11,4 +11,8 @@ namespace phone {
 /// volume's display ("hud": "volume" and "secondsAgo", or null).
 Json deviceState();
 
+/// As the owner would, from 0 to 1.
+void turnVolumeTo(double level);
+void turnBrightnessTo(double level);
+
 } // namespace phone

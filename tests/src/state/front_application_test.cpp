@@ -201,10 +201,10 @@ TEST(MutedApplication, RestoresWhatIsWorthRestoring)
         { 1.0, "1.00" } };
     FrontPhone phone({ .muted = { "a" } });
     for (const auto& each : cases) {
-        phone::volume({ { "level", each.before } });
+        phone::turnVolumeTo(each.before);
         FrontPhone::display("a");
         EXPECT_EQ(phone.state(), "0.00 0.60");
-        phone::volume({ { "level", 0.9 } });
+        phone::turnVolumeTo(0.9);
         FrontPhone::display("b");
         EXPECT_EQ(phone.state(), each.after + " 0.60") << each.before;
     }
@@ -235,7 +235,7 @@ TEST_P(VolumeDisplay, StaysAwayForHalfASecond)
 {
     FrontPhone phone({ .muted = { "a" } }, GetParam());
     const auto change = [](double level) {
-        phone::volume({ { "level", level } });
+        phone::turnVolumeTo(level);
         return phone::lastVolumeHUDShowing()->volume;
     };
     EXPECT_EQ(change(0.25), 0.25) << "the owner sees what he does";

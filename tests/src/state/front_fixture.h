@@ -45,8 +45,8 @@ public:
         if (injection == Injection::Library)
             phone_.inject();
         phone_.start();
-        phone::volume({ { "level", 0.8 } });
-        phone::brightness({ { "level", 0.6 } });
+        phone::turnVolumeTo(0.8);
+        phone::turnBrightnessTo(0.6);
         journal();
     }
 

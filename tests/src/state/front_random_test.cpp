@@ -137,9 +137,9 @@ TEST(FrontApplication, EndsWhereTheTablesSayAfterVeryManyEvents)
             break;
         default:
             model.volume = upTo(4) / 4.0;
-            phone::volume({ { "level", model.volume } });
+            phone::turnVolumeTo(model.volume);
             model.brightness = upTo(4) / 4.0;
-            phone::brightness({ { "level", model.brightness } });
+            phone::turnBrightnessTo(model.brightness);
         }
         ASSERT_EQ(phone.state(std::chrono::milliseconds { upTo(200) }), model.state()) << "event " << count;
     }
