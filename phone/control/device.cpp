@@ -19,7 +19,6 @@ Json changeLevel(const Json& request, void (*change)(double level))
 {
     if (const auto level = request.find("level"); level != request.end() && level->is_number()) {
         change(level->get<double>());
-        settle();
     }
     return { { "ok", true }, { "device", deviceState() }, { "journal", toJson(takeJournal()) } };
 }
@@ -57,11 +56,13 @@ void turnVolumeTo(double level)
 {
     const id controller = send<"sharedAVSystemController">(id(classNamed<"AVSystemController">()));
     send<"setVolumeTo:forCategory:", bool>(controller, static_cast<float>(level), string("Audio/Video"));
+    settle();
 }
 
 void turnBrightnessTo(double level)
 {
     send<"setBrightness:", void>(send<"mainScreen">(id(classNamed<"UIScreen">())), level);
+    settle();
 }
 
 } // namespace phone

@@ -11,7 +11,7 @@ namespace phone {
 /// volume's display ("hud": "volume" and "secondsAgo", or null).
 Json deviceState();
 
-/// As the owner would, from 0 to 1.
+/// As the owner would, from 0 to 1, and lets what comes of it happen.
 void turnVolumeTo(double level);
 void turnBrightnessTo(double level);
 

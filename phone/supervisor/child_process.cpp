@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <linux/close_range.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace phone {
@@ -13,13 +14,24 @@ namespace {
 
 constexpr int exitWhenNotExecuted = 127;
 
+/// A shortage of the supervisor's passes; what it starts meanwhile would keep it.
+bool allowAllDescriptors() noexcept
+{
+    rlimit descriptors {};
+    if (::getrlimit(RLIMIT_NOFILE, &descriptors) != 0)
+        return false;
+    descriptors.rlim_cur = descriptors.rlim_max;
+    return ::setrlimit(RLIMIT_NOFILE, &descriptors) == 0;
+}
+
 [[noreturn]] void become(char* const* arguments, pid_t parent, int reportDescriptor)
 {
     sigset_t none;
     sigemptyset(&none);
     // One that outlived its supervisor would run in a phone that is down.
     if (::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && ::getppid() == parent
-        && ::sigprocmask(SIG_SETMASK, &none, nullptr) == 0 && closeOnExecAllBut(reportDescriptor))
+        && ::sigprocmask(SIG_SETMASK, &none, nullptr) == 0 && allowAllDescriptors()
+        && closeOnExecAllBut(reportDescriptor))
         ::execv(arguments[0], arguments);
     ::_exit(exitWhenNotExecuted);
 }

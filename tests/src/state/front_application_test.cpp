@@ -236,6 +236,7 @@ TEST_P(VolumeDisplay, StaysAwayForHalfASecond)
     FrontPhone phone({ .muted = { "a" } }, GetParam());
     const auto change = [](double level) {
         phone::turnVolumeTo(level);
+        phone::takeJournal();
         return phone::lastVolumeHUDShowing()->volume;
     };
     EXPECT_EQ(change(0.25), 0.25) << "the owner sees what he does";
