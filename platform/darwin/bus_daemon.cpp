@@ -13,6 +13,7 @@
 #include <iterator>
 #include <poll.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -52,6 +53,12 @@ struct Launch {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (getppid() != launch.parent)
         _exit(exitWhenNotExecuted);
+    // A shortage in the process that starts it, which may pass, isn't the daemon's for ever.
+    rlimit descriptors {};
+    if (getrlimit(RLIMIT_NOFILE, &descriptors) == 0) {
+        descriptors.rlim_cur = descriptors.rlim_max;
+        setrlimit(RLIMIT_NOFILE, &descriptors);
+    }
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -52,6 +53,23 @@ TEST(StartBusDaemon, ItsFilesAreTheOwnersAloneAndNoLinkOfAFormerOneIsFollowed)
         EXPECT_EQ(fs::symlink_status(run / name).permissions(), ownersAlone) << name;
     for (const char* const name : { "bus.log", "bus.conf" })
         EXPECT_EQ(fs::file_size(fs::path(directory.path()) / name), 8U) << name;
+    end(daemon, SIGTERM);
+}
+
+TEST(StartBusDaemon, OutlivesAShortageOfDescriptorsInWhoStartsIt)
+{
+    const TemporaryDirectory directory;
+    rlimit usual {};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
+    const rlimit few { 32, usual.rlim_max };
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    std::string error;
+    const pid_t daemon = startBusDaemon(directory.path(), error);
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &usual), 0);
+    ASSERT_GT(daemon, 0) << error;
+    rlimit own {};
+    EXPECT_EQ(prlimit(daemon, RLIMIT_NOFILE, nullptr, &own), 0);
+    EXPECT_EQ(own.rlim_cur, own.rlim_max);
     end(daemon, SIGTERM);
 }
 
