@@ -1,6 +1,6 @@
 #include "allocation_count.h"
 
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "entry/load_time_initialisers.h"
 #include "phone/process/process_definition.h"
 #include "phone/springboard/icons/SBIconView.h"
@@ -43,7 +43,7 @@ void write(const std::string& path, const id& value)
 void setIndicator(bool enabled)
 {
     write(domainFile, dictionary({ { "RunningIndicatorEnabled", boolean(enabled) } }));
-    appledger::UpdateRunningIndicatorCache();
+    appledger::reload(appledger::policy::runningIndicator);
 }
 
 std::vector<id> makeIconViews()

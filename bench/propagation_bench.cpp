@@ -1,5 +1,4 @@
-#include "core/notification_names.h"
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "core/preference_domain.h"
 #include "platform/darwin/bus.h"
 #include "platform/darwin/bus_daemon.h"
@@ -43,7 +42,7 @@ void report()
 
 void rereadAndReport()
 {
-    UpdateBlockedAppsCache();
+    reload(policy::blockedLaunch);
     report();
 }
 
@@ -55,9 +54,9 @@ pid_t startNotifiedReader(const std::string& root, const std::string& address, i
     setDeviceRoot(root);
     if (!connectBus(address, "Reader" + std::to_string(number), [] { ::_exit(0); }))
         ::_exit(1);
-    UpdateBlockedAppsCache();
+    reload(policy::blockedLaunch);
     CFNotificationCenterAddObserver(
-        rereadAndReport, notification::launchBlockedChanged, CFNotificationSuspensionBehavior::DeliverImmediately);
+        rereadAndReport, policy::blockedLaunch.notification, CFNotificationSuspensionBehavior::DeliverImmediately);
     report();
     runRunLoop();
     ::_exit(0);
@@ -69,7 +68,7 @@ pid_t startPollingReader(const std::string& root)
     if (pid != 0)
         return pid;
     setDeviceRoot(root);
-    UpdateBlockedAppsCache();
+    reload(policy::blockedLaunch);
     auto stamp = fileStamp(preferenceFile);
     report();
     while (true) {
@@ -104,7 +103,7 @@ void measure(const char* what, int readEnd, int readers, int writes, bool post)
         if (!defaults->synchronize())
             std::exit(1);
         if (post) {
-            CFNotificationCenterPostNotification(notification::launchBlockedChanged);
+            CFNotificationCenterPostNotification(policy::blockedLaunch.notification);
             flushBus(std::chrono::seconds { 1 });
         }
         microseconds.push_back(static_cast<double>(lastOf(readEnd, readers) - start) / 1000.0);

@@ -1,6 +1,7 @@
 #include "cli/explain/explain_launch.h"
 
 #include "cli/explain/explain_record.h"
+#include "core/policies.h"
 
 #include <algorithm>
 #include <vector>
@@ -133,10 +134,10 @@ ExplainedLaunch explainLaunch(const Json& record, const ExplainPolicies& policie
     if (!reader.error().empty())
         return { .error = reader.error() };
 
-    const ProcessList requireAuth(policies.requireAuth, cached, "ALRequireAuthApps");
+    const ProcessList requireAuth(policies.requireAuth, cached, policy::requireAuth.key);
     const ProcessList blocked(
-        policies.blocked, road->blockedList == BlockedListSource::Cache ? cached : nullptr, "ALBlockedLaunchApps");
-    const ProcessList hidden(policies.hidden, cached, "ALHiddenApps");
+        policies.blocked, road->blockedList == BlockedListSource::Cache ? cached : nullptr, policy::blockedLaunch.key);
+    const ProcessList hidden(policies.hidden, cached, policy::hidden.key);
     const LaunchLists lists { requireAuth.list(), blocked.list(),
         isSpotlightRoad(road->road) ? IdentifierList() : hidden.list(), bypass };
     if (isSwitcherRoad(road->road)) {

@@ -1,5 +1,6 @@
 #include "cli/explain/explain_policies.h"
 
+#include "core/policies.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/values.h"
 
@@ -8,15 +9,16 @@
 
 namespace cli {
 
+using namespace appledger;
 using namespace platform;
 
 ExplainPolicies::ExplainPolicies(const id& preferences)
-    : requireAuth(pairsOf(preferences)["ALRequireAuthApps"])
-    , blocked(pairsOf(preferences)["ALBlockedLaunchApps"])
-    , hidden(pairsOf(preferences)["ALHiddenApps"])
-    , blockedNotifications(pairsOf(preferences)["ALBlockedNotifications"])
-    , mutedNotifications(pairsOf(preferences)["ALMutedNotifications"])
-    , updateBlocked(pairsOf(preferences)["ALBlockedUpdateApps"])
+    : requireAuth(pairsOf(preferences)[policy::requireAuth.key])
+    , blocked(pairsOf(preferences)[policy::blockedLaunch.key])
+    , hidden(pairsOf(preferences)[policy::hidden.key])
+    , blockedNotifications(pairsOf(preferences)[policy::blockedNotifications.key])
+    , mutedNotifications(pairsOf(preferences)[policy::mutedNotifications.key])
+    , updateBlocked(pairsOf(preferences)[policy::blockedUpdate.key])
     , redirect(preferences)
 {
 }

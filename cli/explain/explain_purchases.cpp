@@ -1,6 +1,7 @@
 #include "cli/explain/explain_purchases.h"
 
 #include "cli/explain/explain_record.h"
+#include "core/policies.h"
 
 #include <algorithm>
 
@@ -10,8 +11,6 @@ using namespace appledger;
 using Json = nlohmann::json;
 
 namespace {
-
-constexpr std::string_view listKey = "ALBlockedUpdateApps";
 
 std::string_view outcomeName(StoreOutcome outcome)
 {
@@ -122,7 +121,7 @@ Json purchaseVerdictObject(const ExplainedPurchase& explained)
     return { { "outcome", outcomeName(explained.outcome) }, { "kept", kept }, { "refused", explained.refused },
         { "answer",
             explained.outcome == StoreOutcome::Refuse ? Json(refusalText(explained.road->refusal)) : Json(nullptr) },
-        { "rule", explained.outcome == StoreOutcome::Pass ? Json(nullptr) : Json(listKey) } };
+        { "rule", explained.outcome == StoreOutcome::Pass ? Json(nullptr) : Json(policy::blockedUpdate.key) } };
 }
 
 std::string describePurchaseVerdict(const ExplainedPurchase& explained)
@@ -142,7 +141,7 @@ std::string describePurchaseVerdict(const ExplainedPurchase& explained)
         text += "refused with " + refusalText(explained.road->refusal);
         break;
     }
-    return text + ": " + std::string(listKey) + " lists " + joined(explained.refused) + ".";
+    return text + ": " + std::string(policy::blockedUpdate.key) + " lists " + joined(explained.refused) + ".";
 }
 
 } // namespace cli

@@ -2,12 +2,14 @@
 
 #include "core/list_change.h"
 #include "platform/foundation/user_defaults.h"
+#include "platform/runtime/reclamation.h"
 
+#include <atomic>
 #include <span>
+#include <string>
 #include <string_view>
 
-/// The preference domain: the one table of its keys, their types and the Darwin notification that tells
-/// every process to reread them.
+/// The preference domain: what its keys are, and where it is read. The table of the keys stands in core/policies.h.
 
 namespace appledger {
 
@@ -28,12 +30,38 @@ enum class PreferenceType {
     RowList, ///< array of row or item keys of the panel
 };
 
+class PolicyCache;
+struct Policy;
+
+/// Where a process keeps a copy of a key's value: in one of these, or nowhere.
+struct PreferenceCache {
+    constexpr PreferenceCache() = default;
+    constexpr PreferenceCache(PolicyCache* cache)
+        : value(cache)
+    {
+    }
+    constexpr PreferenceCache(std::atomic<bool>* cache)
+        : flag(cache)
+    {
+    }
+    constexpr PreferenceCache(platform::Published<std::string>* cache)
+        : text(cache)
+    {
+    }
+
+    PolicyCache* value = nullptr;
+    std::atomic<bool>* flag = nullptr;
+    platform::Published<std::string>* text = nullptr;
+};
+
 struct PreferenceKey {
     std::string_view name; ///< for a prefix-shaped key the prefix with its slash
     PreferenceType type;
     std::string_view defaultText; ///< what a reader sees when the key is absent
-    std::string_view notification; ///< the Darwin name that a writer posts; "" when none is
-    bool isPrefix = false; ///< the key goes on with a bundle identifier
+    std::string_view notification {}; ///< the Darwin name that a writer posts; "" when none is
+    const Policy* policy = nullptr; ///< with which it is reread; null when it is read at each use
+    PreferenceCache cache {};
+    bool isPrefix = name.ends_with('/'); ///< the key goes on with a bundle identifier
 };
 
 /// Every key of the domain, in the order of documentation.

@@ -1,6 +1,6 @@
 #include "core/text.h"
 
-#include "core/preference_domain.h"
+#include "core/policies.h"
 #include "core/text_table.h"
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/locale.h"
@@ -52,7 +52,7 @@ const std::string& textLanguage()
     static constinit dispatch_once_t once { 0 };
     static constinit const std::string* language = nullptr;
     dispatch_once(once, [] {
-        const auto stored = asString(preferences()->stringForKey("ALLanguage"));
+        const auto stored = asString(preferences()->stringForKey(preference::language));
         language = new std::string(chooseLanguage(stored ? stored->view() : "", preferredLanguages()));
     });
     return *language;

@@ -1,6 +1,6 @@
 #include "entry/load_plan.h"
 
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "entry/hook_groups.h"
 #include "entry/observers.h"
 #include "entry/process_role.h"
@@ -22,37 +22,54 @@ namespace {
 struct NamedStep {
     std::string_view name;
     void (*run)();
+    const Policy* policy = nullptr; ///< whose caches it fills
 };
 
-constexpr NamedStep storeCaches[] {
-    { "UpdateBlockedUpdateAppsCache", UpdateBlockedUpdateAppsCache },
-};
+template <const Policy& Row, void (*Reload)() = reload<Row>> consteval NamedStep load()
+{
+    return { Row.reloadName, Reload, &Row };
+}
+
+constexpr NamedStep storeCaches[] { load<policy::blockedUpdate>() };
 
 constexpr NamedStep springBoardCaches[] {
-    { "reloadNotificationSettings", reloadNotificationSettings },
-    { "UpdateBlockedAppsCache", UpdateBlockedAppsCache },
-    { "UpdateBlockedUninstallAppsCache", UpdateBlockedUninstallAppsCache },
-    { "UpdateAutoClearCacheAppsCache", UpdateAutoClearCacheAppsCache },
-    { "UpdateHiddenAppsCache", UpdateHiddenAppsCache },
-    { "UpdateCustomBadgesCache", UpdateCustomBadgesCache },
-    { "UpdateRequireAuthAppsCache", UpdateRequireAuthAppsCache },
-    { "UpdateRunningIndicatorCache", UpdateRunningIndicatorCache },
-    { "ReloadRedirectPrefs", ReloadRedirectPrefs },
-    { "UpdateImmortalizerCache", UpdateImmortalizerCache },
+    load<policy::blockedNotifications>(),
+    load<policy::blockedLaunch>(),
+    load<policy::blockedUninstall>(),
+    load<policy::autoClear>(),
+    load<policy::hidden>(),
+    load<policy::customBadges>(),
+    load<policy::requireAuth>(),
+    load<policy::runningIndicator>(),
+    load<policy::redirect, ReloadRedirectPrefs>(),
+    load<policy::immortalizer>(),
 };
 
 // Spotlight decides on what it reads here until it is restarted: it has no observers for these lists, and
 // no list of hidden applications.
-constexpr NamedStep spotlightCaches[] {
-    { "UpdateBlockedAppsCache", UpdateBlockedAppsCache },
-    { "UpdateRequireAuthAppsCache", UpdateRequireAuthAppsCache },
-};
+constexpr NamedStep spotlightCaches[] { load<policy::blockedLaunch>(), load<policy::requireAuth>() };
 
 constexpr NamedStep springBoardSingletons[] {
     { "AppMuteManager", [] { AppMuteManager::sharedManager(); } },
     { "AppBrightnessManager", [] { AppBrightnessManager::sharedManager(); } },
-    { "AppIdleTimerManager", [] { AppIdleTimerManager::sharedManager(); } },
+    { "AppIdleTimerManager", [] { AppIdleTimerManager::sharedManager(); }, &policy::keepAwake },
 };
+
+constexpr bool isLoaded(const Policy* policy)
+{
+    const auto fills = [policy](const NamedStep& step) {
+        for (const Policy* filled = step.policy; filled; filled = filled->also)
+            if (filled == policy)
+                return true;
+        return false;
+    };
+    return std::ranges::any_of(storeCaches, fills) || std::ranges::any_of(springBoardCaches, fills)
+        || std::ranges::any_of(springBoardSingletons, fills);
+}
+
+static_assert(
+    std::ranges::all_of(preferenceTable, [](const PreferenceKey& key) { return !key.policy || isLoaded(key.policy); }),
+    "a key in the table belongs to a policy that no process loads");
 
 constexpr std::string_view storeClasses[] { "ASDPurchaseRequest", "ASDJobManager", "ASDPurchaseManager",
     "SKUIItemStateCenter", "ASDApp" };

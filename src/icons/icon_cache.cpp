@@ -1,7 +1,6 @@
 #include "icons/icon_cache.h"
 
-#include "core/notification_names.h"
-#include "core/preference_domain.h"
+#include "core/policies.h"
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/notification_center.h"
@@ -114,7 +113,7 @@ NSCache& ALGetImageCache()
 void ALClearSpecificIconCache()
 {
     const auto defaults = preferences();
-    const auto identifier = asString(defaults->objectForKey("ALLastModifiedIconBundleID"));
+    const auto identifier = asString(defaults->objectForKey(preference::lastModifiedIcon));
     if (!identifier || identifier->empty()) {
         ALGetImageCache().removeAllObjects();
         ALInvalidateCustomIconPresence({});
@@ -123,7 +122,7 @@ void ALClearSpecificIconCache()
     set(g_bundleTokens, *identifier, find(g_bundleTokens, *identifier).value_or(0) + 1);
     ALInvalidateCustomIconPresence(*identifier);
     // One that was handed over meanwhile is for the next post.
-    (void)defaults->change("ALLastModifiedIconBundleID", [&](const id& present) -> std::optional<id> {
+    (void)defaults->change(preference::lastModifiedIcon, [&](const id& present) -> std::optional<id> {
         return isEqual(present, identifier->object()) ? std::optional(nil) : std::nullopt;
     });
 }

@@ -1,5 +1,7 @@
 #include "launch/launch_decision.h"
 
+#include "core/policies.h"
+
 namespace appledger {
 
 namespace {
@@ -25,10 +27,6 @@ constexpr LaunchRoadTraits roads[] {
         false },
     { SpotlightWorkspace, "LSApplicationWorkspace", "openApplicationWithBundleID:", Cache, false, false },
 };
-
-constexpr std::string_view requireAuthKey = "ALRequireAuthApps";
-constexpr std::string_view blockedKey = "ALBlockedLaunchApps";
-constexpr std::string_view hiddenKey = "ALHiddenApps";
 
 } // namespace
 
@@ -58,11 +56,11 @@ std::string_view LaunchVerdict::reason() const noexcept
 LaunchVerdict decideLaunch(std::string_view identifier, const LaunchLists& lists)
 {
     if (lists.requireAuth.contains(identifier) && identifier != lists.bypass)
-        return { LaunchOutcome::Prompt, identifier, requireAuthKey };
+        return { LaunchOutcome::Prompt, identifier, policy::requireAuth.key };
     if (lists.blocked.contains(identifier))
-        return { LaunchOutcome::Stop, identifier, blockedKey };
+        return { LaunchOutcome::Stop, identifier, policy::blockedLaunch.key };
     if (lists.hidden.contains(identifier))
-        return { LaunchOutcome::Stop, identifier, hiddenKey };
+        return { LaunchOutcome::Stop, identifier, policy::hidden.key };
     return {};
 }
 
@@ -70,13 +68,13 @@ LaunchVerdict decideSwitcherLaunch(const std::function<bool(std::string_view)>& 
 {
     for (const std::string_view identifier : lists.requireAuth)
         if (holds(identifier) && identifier != lists.bypass)
-            return { LaunchOutcome::Prompt, identifier, requireAuthKey };
+            return { LaunchOutcome::Prompt, identifier, policy::requireAuth.key };
     for (const std::string_view identifier : lists.blocked)
         if (holds(identifier))
-            return { LaunchOutcome::Stop, identifier, blockedKey };
+            return { LaunchOutcome::Stop, identifier, policy::blockedLaunch.key };
     for (const std::string_view identifier : lists.hidden)
         if (holds(identifier))
-            return { LaunchOutcome::Stop, identifier, hiddenKey };
+            return { LaunchOutcome::Stop, identifier, policy::hidden.key };
     return {};
 }
 

@@ -1,8 +1,7 @@
 #include "launch/launch_gate.h"
 
 #include "core/haptics.h"
-#include "core/policy_caches.h"
-#include "core/preference_domain.h"
+#include "core/policies.h"
 #include "launch/authentication_gate.h"
 #include "platform/runtime/message.h"
 
@@ -33,7 +32,7 @@ private:
     {
         const auto defaults
             = source == BlockedListSource::FreshSynchronized ? synchronizedPreferences() : preferences();
-        return defaults->objectForKey("ALBlockedLaunchApps");
+        return defaults->objectForKey(policy::blockedLaunch.key);
     }
 
     const IdentifierArray fresh_;

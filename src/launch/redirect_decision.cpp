@@ -1,5 +1,7 @@
 #include "launch/redirect_decision.h"
 
+#include "core/policies.h"
+
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -255,7 +257,7 @@ std::string RedirectVerdict::key() const
     };
     switch (step) {
     case Hidden:
-        return "ALHiddenApps";
+        return std::string(policy::hidden.key);
     case Paused:
         return keyed(redirectKey::lenientSource, parties.source);
     case AllowedPair:

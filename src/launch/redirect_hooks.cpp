@@ -1,6 +1,6 @@
 #include "launch/redirect_hooks.h"
 
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "launch/redirect_decision.h"
 #include "launch/transition_request.h"
 #include "platform/dispatch/clock.h"

@@ -1,6 +1,6 @@
 #include "launch/redirect_rules.h"
 
-#include "core/preference_domain.h"
+#include "core/policies.h"
 #include "platform/foundation/values.h"
 
 #include <array>

@@ -41,20 +41,6 @@ extern platform::Published<RuleSet> gUseHandledSimulationSources;
 extern platform::Published<RuleSet> gCustomAllowedMappings; ///< rule pairs
 extern platform::Published<RuleSet> gCustomForbiddenMappings; ///< rule pairs
 
-/// What the keys of the rules begin with; a bundle identifier follows.
-namespace redirectKey {
-
-inline constexpr std::string_view forbiddenSource = "IsBlockedFromLaunchingOthers/";
-inline constexpr std::string_view forbiddenDestination = "IsBlockedFromBeingLaunched/";
-inline constexpr std::string_view forbiddenSourceForAppStore = "IsBlockedFromLaunchingAppStore/";
-inline constexpr std::string_view forbiddenSourceForSafari = "IsBlockedFromLaunchingSafari/";
-inline constexpr std::string_view lenientSource = "ShouldTeardownAutomatically/";
-inline constexpr std::string_view simulatedSource = "ShouldSimulateSuccess/";
-inline constexpr std::string_view allowedSources = "CustomBypassedApplications/"; ///< may open the key's application
-inline constexpr std::string_view forbiddenDestinations = "CustomBlockedApplications/"; ///< the key's may not open them
-
-} // namespace redirectKey
-
 /// The sets that one decision reads. Null: no rule of that kind.
 struct RedirectRules {
     const RuleSet* forbiddenSources = nullptr;

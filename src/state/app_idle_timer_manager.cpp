@@ -1,6 +1,6 @@
 #include "state/app_idle_timer_manager.h"
 
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -17,7 +17,7 @@ AppIdleTimerManager& AppIdleTimerManager::sharedManager()
 
 AppIdleTimerManager::AppIdleTimerManager()
 {
-    UpdateKeepAwakeAppsCache();
+    reload(policy::keepAwake);
 }
 
 void AppIdleTimerManager::processAppForeground(std::string_view bundleIdentifier)

@@ -1,6 +1,6 @@
 #include "state/immortalizer.h"
 
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -41,7 +41,7 @@ void tellApplicationState(const id& server, std::string_view bundleIdentifier)
 
 void ImmortalizerChangedCallback()
 {
-    UpdateImmortalizerCache();
+    reload(policy::immortalizer);
     dispatch_async(dispatch_get_main_queue(), refreshImmortalApplications);
 }
 

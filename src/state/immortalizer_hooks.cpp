@@ -1,7 +1,7 @@
 #include "state/immortalizer_hooks.h"
 
 #include "core/bundle_identifier.h"
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "core/text.h"
 #include "platform/darwin/notify.h"
 #include "platform/darwin/system.h"

@@ -1,7 +1,7 @@
 #include "state/running_indicator_hooks.h"
 
 #include "core/bundle_identifier.h"
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/key_value_coding.h"

@@ -1,7 +1,6 @@
 #include "surfaces/auto_clear_hooks.h"
 
-#include "core/policy_caches.h"
-#include "core/preference_domain.h"
+#include "core/policies.h"
 #include "platform/dispatch/queue.h"
 #include "platform/runtime/message.h"
 #include "surfaces/auto_clear_decision.h"
@@ -28,8 +27,8 @@ void clearAfterExit(const id& process)
 void sweep()
 {
     const auto defaults = synchronizedPreferences();
-    const id listed = defaults->objectForKey("ALAutoClearCacheApps");
-    if (!defaults->boolForKey("GlobalAutoClearCacheEnabled")) {
+    const id listed = defaults->objectForKey(policy::autoClear.key);
+    if (!defaults->boolForKey(preference::everyCacheClears)) {
         for (const id& identifier : itemsOf(listed))
             ALPerformBackgroundCacheClear(identifier);
         return;

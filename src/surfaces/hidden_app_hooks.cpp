@@ -1,7 +1,7 @@
 #include "surfaces/hidden_app_hooks.h"
 
 #include "core/bundle_identifier.h"
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 

@@ -1,6 +1,6 @@
 #include "surfaces/hidden_apps.h"
 
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "platform/dispatch/queue.h"
 #include "platform/runtime/message.h"
 
@@ -10,7 +10,7 @@ using namespace platform;
 
 void HiddenAppsChangedCallback()
 {
-    UpdateHiddenAppsCache();
+    reload(policy::hidden);
     dispatch_async(dispatch_get_main_queue(), [] {
         const id controller = askObject<"sharedInstance">(id(NSClassFromString("SBIconController")));
         const id model = askObject<"model">(controller);

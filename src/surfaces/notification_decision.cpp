@@ -1,5 +1,7 @@
 #include "surfaces/notification_decision.h"
 
+#include "core/policies.h"
+
 namespace appledger {
 
 namespace {
@@ -35,11 +37,11 @@ NotificationVerdict decideNotification(std::optional<std::string_view> identifie
     if (!identifier)
         return {};
     if (roadTraits.dropsHidden && lists.hidden.contains(*identifier))
-        return { NotificationOutcome::Drop, "ALHiddenApps" };
+        return { NotificationOutcome::Drop, policy::hidden.key };
     if (lists.blocked.contains(*identifier))
-        return { NotificationOutcome::Drop, "ALBlockedNotifications" };
+        return { NotificationOutcome::Drop, policy::blockedNotifications.key };
     if (!identifier->empty() && lists.muted.contains(*identifier))
-        return { NotificationOutcome::Mute, "ALMutedNotifications" };
+        return { NotificationOutcome::Mute, policy::mutedNotifications.key };
     return {};
 }
 

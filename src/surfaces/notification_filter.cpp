@@ -1,6 +1,6 @@
 #include "surfaces/notification_filter.h"
 
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "platform/runtime/message.h"
 
 namespace appledger {

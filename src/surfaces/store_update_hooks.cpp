@@ -1,7 +1,7 @@
 #include "surfaces/store_update_hooks.h"
 
 #include "core/bundle_identifier.h"
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/error.h"
 #include "platform/foundation/key_value_coding.h"

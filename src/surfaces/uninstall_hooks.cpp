@@ -2,7 +2,7 @@
 
 #include "core/bundle_identifier.h"
 #include "core/haptics.h"
-#include "core/policy_caches.h"
+#include "core/policies.h"
 
 namespace appledger {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "entry/load_time_initialisers.h"
 #include "launch/authentication_gate.h"
 #include "phone/frontboard/open_request.h"

@@ -1,6 +1,7 @@
 #include "entry/load_plan.h"
 
 #include "entry/process_role.h"
+#include "support/golden.h"
 
 #include <gtest/gtest.h>
 
@@ -49,9 +50,22 @@ TEST(ProcessRoles, CompareExactly)
     }
 }
 
+std::string text(const HookRow& row)
+{
+    constexpr std::string_view kinds[] = { "  ", "  class ", "  add ", "  property " };
+    return std::string(kinds[static_cast<std::size_t>(row.kind)])
+        .append(row.className)
+        .append(" ")
+        .append(row.selector)
+        .append(" ")
+        .append(row.setter)
+        .append(row.types)
+        .append("\n");
+}
+
 std::string text(const LoadStep& step)
 {
-    const std::string name(step.name);
+    const std::string name = std::string(step.name) + "\n";
     switch (step.kind) {
     case LoadStepKind::LoadCache:
         return "load " + name;
@@ -60,124 +74,75 @@ std::string text(const LoadStep& step)
     case LoadStepKind::AddObserver:
         return "observe " + std::string(step.notification) + " " + name;
     case LoadStepKind::InstallGroup:
-        return "install " + name;
+        break;
     }
-    return "";
-}
-
-using Lines = std::vector<std::string>;
-
-Lines plan(const char* bundleIdentifier, const char* processName, SystemVersion version,
-    const std::set<std::string, std::less<>>& classes)
-{
-    const LoadFacts facts { { bundleIdentifier, processName, version },
-        [&](std::string_view name) { return classes.contains(name); } };
-    Lines lines;
-    for (const LoadStep& step : planLoad(facts))
-        lines.push_back(text(step));
+    std::string lines = "install " + name;
+    step.group->forEachRow([&lines](const HookRow& row) { lines += text(row); });
     return lines;
 }
 
-Lines operator+(Lines left, const Lines& right)
+using Classes = std::set<std::string, std::less<>>;
+
+std::vector<LoadStep> plan(
+    const char* bundleIdentifier, const char* processName, SystemVersion version, const Classes& classes)
 {
-    left.insert(left.end(), right.begin(), right.end());
-    return left;
+    return planLoad({ { bundleIdentifier, processName, version },
+        [&](std::string_view name) { return classes.contains("every") || classes.contains(name); } });
 }
 
-const Lines everyProcess { "observe com.appledger.forcerefresh ALForceRefreshIconsCallback",
-    "observe com.appledger.clearcache ALClearSpecificIconCache" };
-const Lines store { "load UpdateBlockedUpdateAppsCache",
-    "observe com.orbelix.appledger.update_blocked_changed BlockedUpdateAppsChangedCallback" };
-const Lines storeHooks { "install AppStoreUpdateHooks" };
-const Lines springBoard {
-    "load reloadNotificationSettings",
-    "load UpdateBlockedAppsCache",
-    "load UpdateBlockedUninstallAppsCache",
-    "load UpdateAutoClearCacheAppsCache",
-    "load UpdateHiddenAppsCache",
-    "load UpdateCustomBadgesCache",
-    "load UpdateRequireAuthAppsCache",
-    "load UpdateRunningIndicatorCache",
-    "load ReloadRedirectPrefs",
-    "load UpdateImmortalizerCache",
-    "create AppMuteManager",
-    "create AppBrightnessManager",
-    "create AppIdleTimerManager",
-    "observe com.orbelix.appledger.keepawake_changed KeepAwakeChangedCallback",
-    "observe com.orbelix.appledger.notifications_changed reloadNotificationSettings",
-    "observe com.orbelix.appledger.notifications_muted_changed reloadMutedNotificationSettings",
-    "observe com.orbelix.appledger.launch_blocked_changed BlockedAppsLaunchChangedCallback",
-    "observe com.orbelix.appledger.uninstall_blocked_changed BlockedUninstallAppsChangedCallback",
-    "observe com.orbelix.appledger.autoclear_changed AutoClearCacheChangedCallback",
-    "observe com.orbelix.appledger.hidden_changed HiddenAppsChangedCallback",
-    "observe com.orbelix.appledger.badge_changed CustomBadgesChangedCallback",
-    "observe com.orbelix.appledger.requireauth_changed RequireAuthChangedCallback",
-    "observe com.orbelix.appledger.brightness_changed BrightnessChangedCallback",
-    "observe com.merrowlane.appledger.runningindicator-changed RunningIndicatorChangedCallback",
-    "observe com.orbelix.appledger.redirect_saved ReloadRedirectPrefs",
-    "observe com.orbelix.appledger.immortalizer_changed ImmortalizerChangedCallback",
-    "install BaseHooks",
-    "install SHARED_HOOKS",
-    "install IOS13_AND_NEWER_HOOKS",
-    "install IOS12_AND_OLDER_HOOKS",
-    "install BlockLaunchHooks",
-    "install NoRedirectPrimary",
-    "install AutoClearHooks",
-    "install ImmortalizerHooks",
-    "install HiddenAppHooks",
-    "install AppMuteHooks",
-    "install RunningIndicatorHooks",
-};
-const Lines spotlight { "load UpdateBlockedAppsCache", "load UpdateRequireAuthAppsCache", "install SpotlightHooks" };
-const Lines images { "install GlobalIconHooks" };
-const Lines searchUI { "install SearchUIHooks" };
-const Lines notifications { "install NotificationHooks_iOS15" };
-
-TEST(LoadPlan, OfEachProcessIsThisListOfSteps)
-{
-    const std::set<std::string, std::less<>> all { "ASDPurchaseRequest", "ASDJobManager", "ASDPurchaseManager",
-        "SKUIItemStateCenter", "ASDApp", "UIImage", "SBIconImageView", "SearchUIAppIconImage", "SBHIconManager",
-        "NCNotificationRequestContentProvider" };
-    auto withoutIconManager = all;
-    withoutIconManager.erase("SBHIconManager");
-    const SystemVersion sixteen { 16, 0, 0 };
-    const Lines whole = everyProcess + store + storeHooks + springBoard + images + searchUI;
-
-    EXPECT_EQ(plan("com.apple.springboard", "SpringBoard", sixteen, all), whole + notifications);
-    EXPECT_EQ(plan("com.apple.springboard", "SpringBoard", sixteen, withoutIconManager), whole + notifications);
-    EXPECT_EQ(plan("com.apple.springboard", "SpringBoard", { 14, 0, 0 }, all), whole);
-    EXPECT_EQ(plan("com.apple.springboard", "SpringBoard", sixteen, {}), everyProcess + store + springBoard);
-    EXPECT_EQ(plan("com.apple.Spotlight", "Spotlight", sixteen, { "UIImage", "SearchUIAppIconImage" }),
-        everyProcess + spotlight + images + searchUI);
-    EXPECT_EQ(plan("com.apple.AppStore", "AppStore", sixteen, { "UIImage", "ASDPurchaseManager" }),
-        everyProcess + store + storeHooks + images);
-    EXPECT_EQ(plan("com.apple.AppStore", "AppStore", sixteen, { "UIImage" }), everyProcess + store + images);
-    EXPECT_EQ(plan("com.apple.appstored", "appstored", sixteen, { "ASDApp" }), everyProcess + store + storeHooks);
-    EXPECT_EQ(plan("com.apple.itunesstored", "itunesstored", sixteen, { "SKUIItemStateCenter" }),
-        everyProcess + store + storeHooks);
-    EXPECT_EQ(plan("com.example.notes", "Notes", sixteen, { "UIImage", "ASDApp" }), everyProcess + images);
-    EXPECT_EQ(plan("", "", {}, {}), everyProcess);
-}
-
-TEST(LoadPlan, InstallsTheGroupsOfEveryProcessWhereTheirClassesAre)
+TEST(LoadPlan, OfEachProcessIsItsListOfSteps)
 {
     const struct {
+        const char* bundleIdentifier;
+        const char* processName;
+    } processes[] = { { "com.apple.springboard", "SpringBoard" }, { "com.apple.Spotlight", "Spotlight" },
+        { "com.apple.AppStore", "AppStore" }, { "com.example.notes", "Notes" } };
+    for (const auto& [bundleIdentifier, processName] : processes) {
+        std::string lines;
+        for (const LoadStep& step : plan(bundleIdentifier, processName, { 16, 0, 0 }, { "every" }))
+            lines += text(step);
+        EXPECT_GOLDEN(lines, std::string("load-") + processName + ".txt");
+    }
+}
+
+TEST(LoadPlan, InstallsGroupsWhereTheirClassesAre)
+{
+    const std::string springBoard = "BaseHooks SHARED_HOOKS IOS13_AND_NEWER_HOOKS IOS12_AND_OLDER_HOOKS "
+                                    "BlockLaunchHooks NoRedirectPrimary AutoClearHooks ImmortalizerHooks "
+                                    "HiddenAppHooks AppMuteHooks RunningIndicatorHooks ";
+    const struct {
+        const char* bundleIdentifier;
+        const char* processName;
         SystemVersion version;
-        std::set<std::string, std::less<>> classes;
-        Lines installed;
+        Classes classes;
+        std::string installed;
     } cases[] = {
-        { { 15, 0, 0 }, { "NCNotificationRequestContentProvider" }, notifications },
-        { { 14, 8, 1 }, { "NCNotificationRequestContentProvider" }, {} },
-        { { 17, 2, 0 }, {}, {} },
-        { { 15, 0, 0 }, { "SBIconImageView" }, searchUI },
-        { { 15, 0, 0 }, { "SearchUIAppIconImage", "SBIconImageView" }, searchUI },
-        { { 15, 0, 0 }, { "SearchUIImageView" }, {} },
+        { "com.apple.springboard", "SpringBoard", { 16, 0, 0 }, {}, springBoard },
+        { "com.apple.springboard", "SpringBoard", { 12, 0, 0 }, { "SBHIconManager" }, springBoard },
+        { "com.apple.Spotlight", "Spotlight", { 16, 0, 0 }, {}, "SpotlightHooks " },
+        { "com.apple.AppStore", "AppStore", { 16, 0, 0 }, { "UIImage" }, "GlobalIconHooks " },
+        { "com.example.notes", "Notes", { 15, 0, 0 }, { "NCNotificationRequestContentProvider" },
+            "NotificationHooks_iOS15 " },
+        { "com.example.notes", "Notes", { 14, 8, 1 }, { "NCNotificationRequestContentProvider" }, "" },
+        { "com.example.notes", "Notes", { 17, 2, 0 }, { "ASDApp", "SearchUIImageView" }, "" },
+        { "com.example.notes", "Notes", {}, { "SBIconImageView" }, "SearchUIHooks " },
+        { "com.example.notes", "Notes", {}, { "SearchUIAppIconImage" }, "SearchUIHooks " },
+        { "com.example.notes", "Notes", {}, { "SearchUIAppIconImage", "SBIconImageView" }, "SearchUIHooks " },
+        { "", "appstored", {}, { "ASDPurchaseRequest" }, "AppStoreUpdateHooks " },
+        { "", "appstored", {}, { "ASDJobManager" }, "AppStoreUpdateHooks " },
+        { "", "appstored", {}, { "ASDPurchaseManager" }, "AppStoreUpdateHooks " },
+        { "", "appstored", {}, { "ASDApp" }, "AppStoreUpdateHooks " },
+        { "", "itunesstored", {}, { "SKUIItemStateCenter" }, "AppStoreUpdateHooks " },
+        { "", "", {}, {}, "" },
     };
-    for (const auto& [version, classes, installed] : cases)
-        EXPECT_EQ(plan("com.example.notes", "Notes", version, classes), everyProcess + installed) << version.text();
-    for (const char* const name :
-        { "ASDPurchaseRequest", "ASDJobManager", "ASDPurchaseManager", "SKUIItemStateCenter", "ASDApp" })
-        EXPECT_EQ(plan("", "appstored", {}, { name }), everyProcess + store + storeHooks) << name;
+    for (const auto& [bundleIdentifier, processName, version, classes, expected] : cases) {
+        std::string installed;
+        for (const LoadStep& step : plan(bundleIdentifier, processName, version, classes))
+            if (step.kind == LoadStepKind::InstallGroup)
+                installed.append(step.name).append(" ");
+        EXPECT_EQ(installed, expected) << processName << ' ' << version.text() << ' '
+                                       << testing::PrintToString(classes);
+    }
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "entry/observers.h"
 
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "launch/redirect_rules.h"
 #include "state/app_brightness_manager.h"
 #include "support/phone_fixture.h"
@@ -14,57 +14,62 @@ using support::Phone;
 
 namespace {
 
-int redirectVersion()
-{
-    const RuleSet* const rules = gForbiddenLaunchSources.load();
-    return rules && rules->contains("2") ? 2 : 1;
-}
+constexpr std::string_view brightnessFile = "/var/mobile/Library/Preferences/com.orbelix.appbrightness.plist";
 
-/// A domain in which every value says which version it is.
-void writeVersion(const support::TemporaryDevice& device, int version)
+id valueOfVersion(PreferenceType type, int version)
 {
     const std::string text = std::to_string(version);
-    const id list = array({ std::string_view(text) });
-    device.writeDomain({ { "ALBlockedNotifications", list }, { "ALMutedNotifications", list },
-        { "ALBlockedLaunchApps", list }, { "ALBlockedUninstallApps", list }, { "ALBlockedUpdateApps", list },
-        { "ALAutoClearCacheApps", list }, { "GlobalAutoClearCacheEnabled", boolean(version == 2) },
-        { "ALHiddenApps", list }, { "ALRequireAuthApps", list }, { "ALKeepAwakeApps", list },
-        { "ALCustomBadges", dictionary({ { "2", number(version) } }) }, { "RunningIndicatorColor", string(text) },
-        { "ALImmortalNotifApps", list }, { "IsBlockedFromLaunchingOthers/" + text, boolean(true) } });
-    device.write(
-        "/var/mobile/Library/Preferences/com.orbelix.appbrightness.plist", dictionary({ { "a", real(version) } }));
+    switch (type) {
+    case PreferenceType::Boolean:
+        return boolean(version == 2);
+    case PreferenceType::String:
+        return string(text);
+    case PreferenceType::NumberTable:
+        return dictionary({ { "a", number(version) } });
+    default:
+        return array({ std::string_view(text) });
+    }
 }
 
-/// The values in this process that are of the second version.
+/// Everything that a process keeps a copy of, with values that say which version they are.
+void writeVersion(const support::TemporaryDevice& device, int version)
+{
+    std::vector<std::pair<id, id>> pairs;
+    pairs.emplace_back(string("IsBlockedFromLaunchingOthers/" + std::to_string(version)), boolean(true));
+    for (const PreferenceKey& key : preferenceTable)
+        if (!key.isPrefix)
+            pairs.emplace_back(string(key.name), valueOfVersion(key.type, version));
+    device.write(preferenceFile, dictionary(std::move(pairs)));
+    device.write(brightnessFile, dictionary({ { "a", real(version) } }));
+}
+
+bool isSecond(const PreferenceKey& key)
+{
+    const auto& [value, flag, text] = key.cache;
+    return (value && describe(value->value()) == describe(valueOfVersion(key.type, 2))) || (flag && *flag)
+        || (text && *text->load() == "2");
+}
+
+/// What in this process is of the second version.
 std::string changed()
 {
-    const struct {
-        const char* name;
-        const PolicyCache& cache;
-    } lists[] = {
-        { "blocked notifications", blockedAppsCache },
-        { "muted notifications", mutedNotifAppsCache },
-        { "launch", g_blockedLaunchApps },
-        { "uninstall", g_blockedUninstallApps },
-        { "update", g_blockedUpdateApps },
-        { "autoclear", g_autoClearCacheApps },
-        { "hidden", g_hiddenApps },
-        { "requireauth", g_requireAuthApps },
-        { "keepawake", g_keepAwakeApps },
-        { "immortal", g_ImmortalNotifApps },
-    };
     std::string names;
-    const auto note = [&names](std::string_view name, bool isSecond) {
-        if (isSecond)
-            names.append(names.empty() ? "" : ", ").append(name);
-    };
-    for (const auto& [name, cache] : lists)
-        note(name, cache.contains("2"));
-    note("global autoclear", g_globalAutoClearCache);
-    note("badges", describe(g_customBadgesCache.value()) == R"({"2": 2})");
-    note("indicator", *g_RunningIndicatorColorHex.load() == "2");
-    note("redirects", redirectVersion() == 2);
-    note("brightness", AppBrightnessManager::sharedManager().levelFor("a") == 2.0);
+    for (const PreferenceKey& key : preferenceTable)
+        if (isSecond(key))
+            names.append(key.name).append(" ");
+    const RuleSet* const rules = gForbiddenLaunchSources.load();
+    names += rules && rules->contains("2") ? "redirects " : "";
+    names += AppBrightnessManager::sharedManager().levelFor("a") == 2.0 ? "brightness " : "";
+    return names;
+}
+
+/// What is reread when it is posted.
+std::string keysOf(std::string_view notification)
+{
+    std::string names;
+    for (const PreferenceKey& key : preferenceTable)
+        if (key.notification == notification && (key.cache.value || key.cache.flag || key.cache.text))
+            names.append(key.name).append(" ");
     return names;
 }
 
@@ -74,29 +79,16 @@ TEST(Observers, RereadWhatTheirNotificationIsAboutAndNothingElse)
     writeVersion(phone.device, 1);
     phone.inject().start();
     EXPECT_EQ(changed(), "");
-    const struct {
-        std::string name;
-        std::string changed;
-    } cases[] = {
-        { "com.orbelix.appledger.update_blocked_changed", "update" },
-        { "com.orbelix.appledger.keepawake_changed", "keepawake" },
-        { "com.orbelix.appledger.notifications_changed", "blocked notifications, muted notifications" },
-        { "com.orbelix.appledger.notifications_muted_changed", "muted notifications" },
-        { "com.orbelix.appledger.launch_blocked_changed", "launch" },
-        { "com.orbelix.appledger.uninstall_blocked_changed", "uninstall" },
-        { "com.orbelix.appledger.autoclear_changed", "autoclear, global autoclear" },
-        { "com.orbelix.appledger.hidden_changed", "hidden" },
-        { "com.orbelix.appledger.badge_changed", "badges" },
-        { "com.orbelix.appledger.requireauth_changed", "requireauth" },
-        { "com.orbelix.appledger.brightness_changed", "brightness" },
-        { "com.merrowlane.appledger.runningindicator-changed", "indicator" },
-        { "com.orbelix.appledger.redirect_saved", "redirects" },
-        { "com.orbelix.appledger.immortalizer_changed", "immortal" },
-        { "com.orbelix.appledger.icon_changed", "" },
-        { "com.appledger.forcerefresh", "" },
-        { "com.appledger.clearcache", "" },
-    };
-    for (const auto& [name, expected] : cases) {
+    std::vector<std::pair<std::string, std::string>> cases { { "com.orbelix.appledger.icon_changed", "" } };
+    for (const Observer& observer : observers())
+        cases.emplace_back(observer.notification, keysOf(observer.notification));
+    for (auto& [name, expected] : cases) {
+        if (name == "com.orbelix.appledger.notifications_changed")
+            expected += "ALMutedNotifications ";
+        if (name == "com.orbelix.appledger.redirect_saved")
+            expected = "redirects ";
+        if (name == "com.orbelix.appledger.brightness_changed")
+            expected = "brightness ";
         writeVersion(phone.device, 2);
         CFNotificationCenterPostNotification(name);
         EXPECT_EQ(changed(), "") << name << ": not in the post";
@@ -104,7 +96,7 @@ TEST(Observers, RereadWhatTheirNotificationIsAboutAndNothingElse)
         EXPECT_EQ(changed(), expected) << name;
         writeVersion(phone.device, 1);
         for (const auto& other : cases)
-            CFNotificationCenterPostNotification(other.name);
+            CFNotificationCenterPostNotification(other.first);
         runUntilIdle();
         ASSERT_EQ(changed(), "") << name;
     }
@@ -115,7 +107,7 @@ TEST(Observers, AreAddedOnceForImmediateDeliveryByTheRoleOfTheProcess)
     Phone phone("SpringBoard", "16.0");
     phone.inject();
     const auto added = darwinObservers();
-    ASSERT_EQ(added.size(), 16U);
+    ASSERT_EQ(added.size(), observers().size());
     for (std::size_t index = 0; index < added.size(); ++index) {
         EXPECT_EQ(added[index].name, observers()[index].notification);
         EXPECT_EQ(added[index].callback, observers()[index].callback);

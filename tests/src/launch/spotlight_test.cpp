@@ -73,8 +73,8 @@ TEST_F(Spotlight, StopsByItsTwoListsAndKnowsNoHiddenApplications)
     };
     for (const auto& [policies, expected] : cases) {
         phone_.wanting(policies);
-        appledger::UpdateBlockedAppsCache();
-        appledger::UpdateRequireAuthAppsCache();
+        appledger::reload(appledger::policy::blockedLaunch);
+        appledger::reload(appledger::policy::requireAuth);
         EXPECT_EQ(openRoads(notes), expected) << "case " << (&policies - &cases[0].first);
     }
 }

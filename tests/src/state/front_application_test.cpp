@@ -1,6 +1,6 @@
 #include "front_fixture.h"
 
-#include "core/policy_caches.h"
+#include "core/policies.h"
 #include "phone/springboard/levels/volume_hud.h"
 #include "platform/darwin/images.h"
 #include "platform/runtime/class_definition.h"

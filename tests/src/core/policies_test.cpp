@@ -1,6 +1,5 @@
-#include "core/policy_caches.h"
+#include "core/policies.h"
 
-#include "core/preference_domain.h"
 #include "platform/darwin/notify.h"
 #include "platform/dispatch/run_loop.h"
 #include "platform/runtime/message.h"
@@ -8,7 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 namespace appledger {
 
@@ -16,72 +18,58 @@ using namespace platform;
 
 namespace {
 
-class PolicyCaches : public testing::Test {
+class Policies : public testing::Test {
 protected:
     const support::TemporaryDevice device_;
 };
 
-struct ListCache {
-    std::string_view key;
-    PolicyCache& cache;
-    void (*reload)();
-    void (*callback)();
-    bool keepsWrongTypes = true; ///< reads the value as it is; else only an array
-};
+/// The keys whose value is a list that the process keeps.
+std::vector<PreferenceKey> cachedLists()
+{
+    std::vector<PreferenceKey> lists;
+    std::ranges::copy_if(preferenceTable, std::back_inserter(lists),
+        [](const PreferenceKey& key) { return key.type == PreferenceType::IdentifierList && key.cache.value; });
+    return lists;
+}
 
-const ListCache listCaches[] {
-    { "ALBlockedNotifications", blockedAppsCache, reloadNotificationSettings, reloadNotificationSettings },
-    { "ALMutedNotifications", mutedNotifAppsCache, reloadNotificationSettings, reloadMutedNotificationSettings },
-    { "ALBlockedLaunchApps", g_blockedLaunchApps, UpdateBlockedAppsCache, BlockedAppsLaunchChangedCallback },
-    { "ALBlockedUninstallApps", g_blockedUninstallApps, UpdateBlockedUninstallAppsCache,
-        BlockedUninstallAppsChangedCallback },
-    { "ALBlockedUpdateApps", g_blockedUpdateApps, UpdateBlockedUpdateAppsCache, BlockedUpdateAppsChangedCallback },
-    { "ALAutoClearCacheApps", g_autoClearCacheApps, UpdateAutoClearCacheAppsCache, AutoClearCacheChangedCallback },
-    { "ALHiddenApps", g_hiddenApps, UpdateHiddenAppsCache, UpdateHiddenAppsCache },
-    { "ALRequireAuthApps", g_requireAuthApps, UpdateRequireAuthAppsCache, RequireAuthChangedCallback },
-    { "ALKeepAwakeApps", g_keepAwakeApps, UpdateKeepAwakeAppsCache, KeepAwakeChangedCallback },
-    { "ALImmortalForegroundApps", g_ImmortalForegroundApps, UpdateImmortalizerCache, UpdateImmortalizerCache, false },
-    { "ALImmortalLockedApps", g_ImmortalLockedApps, UpdateImmortalizerCache, UpdateImmortalizerCache, false },
-    { "ALImmortalNotifApps", g_ImmortalNotifApps, UpdateImmortalizerCache, UpdateImmortalizerCache, false },
-};
-
-TEST_F(PolicyCaches, ListNothingBeforeTheirFirstReload)
+TEST_F(Policies, ListNothingBeforeTheirFirstReload)
 {
     device_.writeDomain({ { "ALHiddenApps", array({ "a" }) } });
-    for (const ListCache& row : listCaches)
-        EXPECT_FALSE(row.cache.value()) << row.key;
+    ASSERT_FALSE(cachedLists().empty());
+    for (const PreferenceKey& key : cachedLists())
+        EXPECT_FALSE(key.cache.value->value()) << key.name;
     EXPECT_FALSE(g_customBadgesCache.value());
     EXPECT_FALSE(g_RunningIndicatorColorHex.load());
 }
 
-TEST_F(PolicyCaches, FollowTheirOwnKeyAndNoOther)
+TEST_F(Policies, FollowTheirOwnKeyAndNoOther)
 {
-    for (const ListCache& row : listCaches) {
-        device_.writeDomain({ { row.key, array({ "b", "a" }) }, { "ALUnknown", array({ "c" }) } });
-        for (const ListCache& other : listCaches)
-            other.reload();
-        for (const ListCache& other : listCaches)
-            EXPECT_EQ(describe(other.cache.value()), &other == &row ? R"(["b", "a"])" : "[]")
-                << other.key << " when the domain holds " << row.key;
+    for (const PreferenceKey& key : cachedLists()) {
+        device_.writeDomain({ { key.name, array({ "b", "a" }) }, { "ALUnknown", array({ "c" }) } });
+        for (const PreferenceKey& other : cachedLists())
+            reload(*other.policy);
+        for (const PreferenceKey& other : cachedLists())
+            EXPECT_EQ(describe(other.cache.value->value()), other.name == key.name ? R"(["b", "a"])" : "[]")
+                << other.name << " when the domain holds " << key.name;
         device_.writeDomain({});
-        row.callback();
-        EXPECT_EQ(describe(row.cache.value()), "[]") << row.key;
+        reload(*key.policy);
+        EXPECT_EQ(describe(key.cache.value->value()), "[]") << key.name;
     }
 }
 
-TEST_F(PolicyCaches, KeepAValueOfTheWrongTypeAndListNothing)
+TEST_F(Policies, KeepAListOfTheWrongTypeAndListNothing)
 {
-    for (const ListCache& row : listCaches)
+    for (const PreferenceKey& key : cachedLists())
         for (const id& value : { string("a"), number(1), boolean(true), dictionary({ { "a", string("a") } }) }) {
-            device_.writeDomain({ { row.key, value } });
-            row.callback();
-            EXPECT_EQ(describe(row.cache.value()), row.keepsWrongTypes ? describe(value) : "[]") << row.key;
-            EXPECT_FALSE(row.cache.contains("a")) << row.key;
-            EXPECT_EQ(row.cache.read().list().size(), 0U) << row.key;
+            device_.writeDomain({ { key.name, value } });
+            reload(*key.policy);
+            EXPECT_EQ(describe(key.cache.value->value()), describe(value)) << key.name;
+            EXPECT_FALSE(key.cache.value->contains("a")) << key.name;
+            EXPECT_EQ(key.cache.value->read().list().size(), 0U) << key.name;
         }
 }
 
-TEST_F(PolicyCaches, TakeADamagedFileForAnEmptyOne)
+TEST_F(Policies, TakeADamagedFileForAnEmptyOne)
 {
     const id whole = dictionary({ { "ALHiddenApps", array({ "a" }) }, { "ALCustomBadges", dictionary({}) } });
     const std::string xml = dataFromPropertyList(whole, PropertyListFormat::Xml).value();
@@ -104,14 +92,14 @@ TEST_F(PolicyCaches, TakeADamagedFileForAnEmptyOne)
     for (const auto& [what, content, isWhole] : cases) {
         std::filesystem::remove(device_.at(device_.domainFile));
         device_.put(device_.domainFile, content);
-        UpdateHiddenAppsCache();
-        UpdateCustomBadgesCache();
+        reload(policy::hidden);
+        reload(policy::customBadges);
         EXPECT_EQ(describe(g_hiddenApps.value()), isWhole ? R"(["a"])" : "[]") << what;
         EXPECT_EQ(describe(g_customBadgesCache.value()), isWhole ? "{}" : "nil") << what;
     }
 }
 
-TEST_F(PolicyCaches, TakeTheImmortalizersFlagsForOnUnlessTheyAreOff)
+TEST_F(Policies, TakeTheImmortalizersFlagsForOnUnlessTheyAreOff)
 {
     const struct {
         std::string_view key;
@@ -131,18 +119,18 @@ TEST_F(PolicyCaches, TakeTheImmortalizersFlagsForOnUnlessTheyAreOff)
             device_.writeDomain({});
             if (value)
                 device_.writeDomain({ { key, value } });
-            UpdateImmortalizerCache();
+            reload(policy::immortalizer);
             for (const auto& other : flags)
                 EXPECT_EQ(other.flag, &other.flag == &flag ? expected : true) << key << ' ' << describe(value);
         }
 }
 
-TEST_F(PolicyCaches, ReadTheFlagsAndTablesThatAreOffWhenAbsent)
+TEST_F(Policies, ReadTheFlagsAndTablesThatAreOffWhenAbsent)
 {
     const auto state = [] {
-        UpdateAutoClearCacheAppsCache();
-        UpdateCustomBadgesCache();
-        UpdateRunningIndicatorCache();
+        reload(policy::autoClear);
+        reload(policy::customBadges);
+        reload(policy::runningIndicator);
         return std::string(g_globalAutoClearCache ? "clears " : "- ")
             .append(g_RunningIndicatorEnabled ? "indicates " : "- ")
             .append(*g_RunningIndicatorColorHex.load())
@@ -164,7 +152,7 @@ TEST_F(PolicyCaches, ReadTheFlagsAndTablesThatAreOffWhenAbsent)
 
 int refreshes = 0;
 
-TEST_F(PolicyCaches, TellEveryProcessOfTheRunningIndicator)
+TEST_F(Policies, TellEveryProcessOfTheRunningIndicator)
 {
     CFNotificationCenterAddObserver(
         [] { ++refreshes; }, "com.appledger.forcerefresh", CFNotificationSuspensionBehavior::DeliverImmediately);
@@ -173,20 +161,20 @@ TEST_F(PolicyCaches, TellEveryProcessOfTheRunningIndicator)
     EXPECT_TRUE(g_RunningIndicatorEnabled);
     runUntilIdle();
     EXPECT_EQ(refreshes, 1);
-    UpdateRunningIndicatorCache();
+    reload(policy::runningIndicator);
     runUntilIdle();
     EXPECT_EQ(refreshes, 1) << "a reload alone tells nobody";
 }
 
-TEST_F(PolicyCaches, LeaveTheBlockedNotificationsAloneWhenTheMutedOnesChange)
+TEST_F(Policies, LeaveTheBlockedNotificationsAloneWhenTheMutedOnesChange)
 {
     device_.writeDomain({ { "ALBlockedNotifications", array({ "a" }) }, { "ALMutedNotifications", array({ "b" }) } });
-    reloadMutedNotificationSettings();
+    reload(policy::mutedNotifications);
     EXPECT_EQ(describe(mutedNotifAppsCache.value()), R"(["b"])");
     EXPECT_FALSE(blockedAppsCache.value());
 }
 
-TEST_F(PolicyCaches, TakeTheBlockedUpdatesFromTheFileBeforeTheSuite)
+TEST_F(Policies, TakeTheBlockedUpdatesFromTheFileBeforeTheSuite)
 {
     const id file = dictionary({ { "ALBlockedUpdateApps", array({ "file" }) } });
     const id rootless = dictionary({ { "ALBlockedUpdateApps", array({ "rootless" }) } });
@@ -217,12 +205,12 @@ TEST_F(PolicyCaches, TakeTheBlockedUpdatesFromTheFileBeforeTheSuite)
         if (rootlessFile)
             device_.write(rootlessPreferenceFile, rootlessFile);
         preferences()->registerDefaults(suiteDefaults);
-        UpdateBlockedUpdateAppsCache();
+        reload(policy::blockedUpdate);
         EXPECT_EQ(describe(g_blockedUpdateApps.value()), expected) << what;
     }
 }
 
-TEST_F(PolicyCaches, GiveTheStoreItsBlockedUpdatesFreshFromTheDomain)
+TEST_F(Policies, GiveTheStoreItsBlockedUpdatesFreshFromTheDomain)
 {
     const std::pair<id, std::string> cases[]
         = { { nil, "[]" }, { array({ "b", "a" }), R"(["b", "a"])" }, { string("a"), "[]" },
