@@ -1,8 +1,13 @@
+#include "core/hook_group.h"
+#include "core/policies.h"
 #include "phone/springboard/applications/application_process.h"
 #include "phone/springboard/home/home_screen.h"
 #include "platform/dispatch/clock.h"
 #include "platform/graphics/geometry.h"
+#include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
+#include "platform/screen/framework.h"
+#include "support/golden.h"
 #include "support/phone_fixture.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +20,28 @@ using namespace std::chrono_literals;
 
 namespace {
 
+/// A Home Screen whose own layout may do more than the phone's, and each of its layouts.
+double labelAlpha = 1;
+std::string layouts;
+
+struct StockLayout : appledger::Hook<StockLayout, "SBIconView", "layoutSubviews", void()> {
+    static void replacement(const id& self, SEL cmd)
+    {
+        original(self, cmd);
+        send<"setAlpha:", void>(send<"labelView">(self), labelAlpha);
+        if (const auto identifier = asString(ask<"applicationBundleID">(send<"icon">(self))))
+            layouts += identifier->text() + " ";
+    }
+};
+constexpr appledger::HookRow stockRows[] { StockLayout::row() };
+
+id noted(const id& self, SEL)
+{
+    return fieldsOf<id>(self);
+}
+constexpr MethodDefinition noteMethods[] { method<"object", &noted>() };
+const ClassDefinition noteClass { .name = "Note", .methods = noteMethods };
+
 const std::string notes = "com.example.notes";
 const std::string safari = "com.apple.mobilesafari"; // stands in the dock
 
@@ -24,6 +51,7 @@ protected:
     {
         holdClock();
         phone_.with({ notes, safari, "abc", "com.apple.mobiletimer" });
+        appledger::installHookGroup({ "StockLayout", stockRows });
     }
 
     void start(const support::TemporaryDevice::Pairs& pairs = { { "RunningIndicatorEnabled", boolean(true) } })
@@ -58,6 +86,32 @@ protected:
     {
         send<"setNeedsLayout", void>(view);
         send<"layoutIfNeeded", void>(view);
+    }
+
+    /// What the notification of a process's change says.
+    static void tellOf(const std::string& identifier)
+    {
+        const id note = send<"new">(id(registerClass(noteClass)));
+        fieldsOf<id>(note) = application(identifier);
+        send<"_handleApplicationProcessStateDidChangeNotification:", void>(
+            send<"sharedApplication">(id(objc_getClass("SpringBoard"))), note);
+    }
+
+    /// The dot as the screen shows it now.
+    static std::string seenDot(const id& view)
+    {
+        std::istringstream lines(descriptionOfScreen());
+        std::string found;
+        bool isInView = false;
+        const std::string name = '"' + asString(send<"displayName">(send<"icon">(view)))->text() + '"';
+        for (std::string line; std::getline(lines, line);) {
+            if (line.find("SBIconView") != std::string::npos)
+                isInView = false;
+            isInView = isInView || line.ends_with(name);
+            if (const auto dot = line.find(" UIView"); isInView && dot != std::string::npos)
+                found = line.substr(dot + 1);
+        }
+        return found + "\n";
     }
 
     /// "none", "hidden", or where the dot is and how it shows: "(74.5, 72) alpha 1 scale 1".
@@ -110,6 +164,45 @@ TEST_F(RunningIndicator, ComesWithTheProcessAndShrinksAwayWithIt)
     EXPECT_EQ(dotOf(view), standing);
 }
 
+TEST_F(RunningIndicator, FadesInAndMovesInTheTimeOfItsAnimations)
+{
+    start();
+    const id view = viewOf("abc");
+    phone_.enter("tap", { "abc" });
+    layOut(view);
+    std::string seen = "comes " + seenDot(view);
+    for (const char* const when : { "halfway ", "stands " }) {
+        pass(150ms);
+        seen += when + seenDot(view);
+    }
+    const id label = send<"labelView">(view);
+    const CGPoint center = send<"center", CGPoint>(label);
+    send<"setCenter:", void>(label, CGPointMake(center.x + 10, center.y));
+    tellOf("abc");
+    runUntilIdle();
+    pass(150ms);
+    seen += "moves " + seenDot(view);
+    EXPECT_GOLDEN(seen, "running-dot.txt");
+    const id layer = send<"layer">(send<"al_runningDot">(view));
+    EXPECT_EQ((send<"cornerRadius", CGFloat>(layer)), 3);
+    EXPECT_TRUE((send<"masksToBounds", bool>(layer)));
+}
+
+TEST_F(RunningIndicator, LaysOutTheIconOfAChangedApplicationAloneAndAfterwards)
+{
+    start();
+    descriptionOfScreen(); // lays out what the start has left
+    layouts.clear();
+    tellOf(notes);
+    EXPECT_EQ(layouts, "") << "not at once";
+    runUntilIdle();
+    EXPECT_EQ(layouts, notes + " ");
+    appledger::g_RunningIndicatorEnabled = false;
+    tellOf(notes);
+    runUntilIdle();
+    EXPECT_EQ(layouts, notes + " ") << "switched off";
+}
+
 TEST_F(RunningIndicator, StandsSevenPointsBesideTheTextAndNineUnderADockedImage)
 {
     start();
@@ -151,7 +244,7 @@ TEST_F(RunningIndicator, FollowsItsLabelsStrength)
         { 1, "alpha 1 scale 1" },
     };
     for (const auto& row : cases) {
-        send<"setAlpha:", void>(label, row.alpha);
+        labelAlpha = row.alpha; // the dot follows what the layout itself has set
         layOut(view);
         EXPECT_TRUE(dotOf(view).ends_with(row.shows)) << row.alpha << ": " << dotOf(view);
     }
