@@ -1,6 +1,7 @@
 #include "cli/explain/explain_command.h"
 
 #include "cli/command/arguments.h"
+#include "cli/command/phone_client.h"
 #include "cli/command/transition_options.h"
 #include "cli/command/verb_rows.h"
 #include "cli/explain/explain_launch.h"
@@ -153,6 +154,14 @@ Json objectWithRoad(const ExplainedLaunch& explained)
     return object;
 }
 
+/// Of the phone in question, while it is up.
+std::optional<SystemVersion> versionOf(const phone::PhoneDirectory& directory, const ExplainOptions& options)
+{
+    if (!options.preferences.empty() || !connectToPhone(directory))
+        return std::nullopt;
+    return parseSystemVersion(askPhone(phone::supervisorPeer, { { "verb", "status" } }).value("ios", ""));
+}
+
 struct RoadAnswer {
     std::string text; ///< one line for people
     Json object;
@@ -188,10 +197,16 @@ ExitStatus explainLaunches(const phone::PhoneDirectory& directory, const Explain
     if (options.destination.empty())
         return answerLines(policies, explainLaunchLine);
 
-    return answerRoads(launchRoads(), options.road.empty() ? nullptr : roadNamed(roadFrom(options.road)), options,
-        { { "bundleIdentifier", options.destination.text() } }, [&](const LaunchRoadTraits& road) {
+    const LaunchRoadTraits* const wanted = options.road.empty() ? nullptr : roadNamed(roadFrom(options.road));
+    const auto version = versionOf(directory, options);
+    if (wanted && version && !roadExists(*wanted, *version))
+        return refuse("version " + version->text() + " has no road " + options.road);
+    return answerRoads(launchRoads(), wanted, options, { { "bundleIdentifier", options.destination.text() } },
+        [&](const LaunchRoadTraits& road) -> std::vector<RoadAnswer> {
+            if (version && !roadExists(road, *version))
+                return {};
             const ExplainedLaunch explained = explainOn(road, options, policies);
-            return std::vector { RoadAnswer { describeLaunchVerdict(explained), objectWithRoad(explained) } };
+            return { { describeLaunchVerdict(explained), objectWithRoad(explained) } };
         });
 }
 

@@ -2,6 +2,8 @@
 
 #include "cli/explain/explain_record.h"
 #include "core/policies.h"
+#include "phone/process/process_definition.h"
+#include "platform/runtime/class_definition.h"
 
 #include <algorithm>
 #include <vector>
@@ -116,6 +118,20 @@ const LaunchRoadTraits* roadNamed(std::string_view name)
         return methodName(road) == name && (!saysSpotlight || isSpotlightRoad(road.road));
     });
     return found == launchRoads().end() ? nullptr : &*found;
+}
+
+bool roadExists(const LaunchRoadTraits& road, const platform::SystemVersion& version)
+{
+    const auto isMethod = [&](const platform::MethodDefinition& method) {
+        return method.selector == road.selector && method.versions.contains(version.major);
+    };
+    const auto hasMethod = [&](const platform::ClassDefinition* cls) {
+        return cls->name == road.className && cls->versions.contains(version.major)
+            && std::ranges::any_of(cls->methods, isMethod);
+    };
+    const phone::ProcessDefinition* const process
+        = phone::processDefinition(isSpotlightRoad(road.road) ? "Spotlight" : "SpringBoard");
+    return std::ranges::any_of(phone::classesOfProcess(process->name, process->bundleIdentifier), hasMethod);
 }
 
 ExplainedLaunch explainLaunch(const Json& record, const ExplainPolicies& policies)

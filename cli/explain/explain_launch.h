@@ -2,6 +2,7 @@
 
 #include "cli/explain/explain_policies.h"
 #include "launch/launch_decision.h"
+#include "platform/darwin/system.h"
 
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -17,6 +18,9 @@ std::string roadName(const appledger::LaunchRoadTraits& road);
 
 /// The road of that name. "Spotlight " may be left out where no road of SpringBoard's has the name too.
 const appledger::LaunchRoadTraits* roadNamed(std::string_view name);
+
+/// Whether the road's process has its method on that version of the platform.
+bool roadExists(const appledger::LaunchRoadTraits& road, const platform::SystemVersion& version);
 
 struct ExplainedLaunch {
     const appledger::LaunchRoadTraits* road = nullptr;

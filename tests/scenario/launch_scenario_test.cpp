@@ -50,6 +50,17 @@ TEST(LaunchScenario, ABlockedApplicationDoesNotOpenUntilItIsAllowedAgain)
     EXPECT_EQ(opened["haptics"], Json::array());
 }
 
+TEST(LaunchScenario, TheRoadsThatAreExplainedAreThoseOfThePhonesVersion)
+{
+    const Phone phone;
+    const auto roads = [&phone] { return phone.answer({ "explain", "launch", notes })["roads"].size(); };
+    EXPECT_EQ(roads(), 11U) << "of every version while the phone is down";
+    phone.answer({ "phone", "up", "--ios", "12.4" });
+    EXPECT_EQ(roads(), 9U);
+    EXPECT_EQ(phone.run({ "explain", "launch", notes, "--road", "switcher-modifiers" }).status, 1);
+    EXPECT_EQ(phone.answer({ "explain", "launch", notes, "--road", "switcher" })["roads"].size(), 1U);
+}
+
 TEST(LaunchScenario, EachRoadStopsABlockedApplicationAndAStockPhoneOpensIt)
 {
     struct Case {
