@@ -9,7 +9,7 @@ namespace {
 constexpr NotificationRoadTraits roads[] {
     { NotificationRoad::Bulletin, "BBServer", "publishBulletin:destinations:", true, false },
     { NotificationRoad::BulletinRequest, "BBServer", "publishBulletinRequest:destinations:", true, false },
-    // Here the system republishes what it has accepted before: an application that has been hidden since keeps it.
+    // The system comes here for what the row above has passed; who calls it directly is judged by the two lists alone.
     { NotificationRoad::BulletinRequestForSection, "BBServer",
         "_publishBulletinRequest:forSectionID:forDestinations:", false, true },
     { NotificationRoad::Alert, "SBNCAlertingController",

@@ -9,24 +9,19 @@ using namespace platform;
 namespace {
 
 /// Whether the system may go on to publish it; takes the sound off what is muted.
-bool mayPublish(const id& notification, NotificationRoad road, const id& section = nil)
+bool mayPublish(const id& notification)
 {
-    switch (notificationVerdict(notification, road, section).outcome) {
-    case NotificationOutcome::Drop:
+    if (ALIsNotificationBlocked(notification))
         return false;
-    case NotificationOutcome::Mute:
+    if (ALIsNotificationMuted(notification))
         ALStripNotificationSound(notification);
-        break;
-    case NotificationOutcome::Pass:
-        break;
-    }
     return true;
 }
 
 struct PublishBulletin : Hook<PublishBulletin, "BBServer", "publishBulletin:destinations:", void(id, NSUInteger)> {
     static void replacement(const id& self, SEL cmd, const id& bulletin, NSUInteger destinations)
     {
-        if (mayPublish(bulletin, NotificationRoad::Bulletin))
+        if (mayPublish(bulletin))
             original(self, cmd, bulletin, destinations);
     }
 };
@@ -35,7 +30,7 @@ struct PublishBulletinRequest
     : Hook<PublishBulletinRequest, "BBServer", "publishBulletinRequest:destinations:", void(id, NSUInteger)> {
     static void replacement(const id& self, SEL cmd, const id& request, NSUInteger destinations)
     {
-        if (mayPublish(request, NotificationRoad::BulletinRequest))
+        if (mayPublish(request))
             original(self, cmd, request, destinations);
     }
 };
@@ -45,8 +40,12 @@ struct PublishBulletinRequestForSection
           "_publishBulletinRequest:forSectionID:forDestinations:", void(id, id, NSUInteger)> {
     static void replacement(const id& self, SEL cmd, const id& request, const id& section, NSUInteger destinations)
     {
-        if (mayPublish(request, NotificationRoad::BulletinRequestForSection, section))
-            original(self, cmd, request, section, destinations);
+        const auto outcome = notificationVerdict(request, NotificationRoad::BulletinRequestForSection, section).outcome;
+        if (outcome == NotificationOutcome::Drop)
+            return;
+        if (outcome == NotificationOutcome::Mute)
+            ALStripNotificationSound(request);
+        original(self, cmd, request, section, destinations);
     }
 };
 
@@ -54,7 +53,7 @@ struct AlertOnPresentation : Hook<AlertOnPresentation, "SBNCAlertingController",
                                  "alertOnPresentationForNotificationRequest:presentingDestination:", void(id, id)> {
     static void replacement(const id& self, SEL cmd, const id& request, const id& presentingDestination)
     {
-        if (notificationVerdict(request, NotificationRoad::Alert).outcome == NotificationOutcome::Pass)
+        if (!ALIsNotificationBlocked(request) && !ALIsNotificationMuted(request))
             original(self, cmd, request, presentingDestination);
     }
 };
