@@ -1,5 +1,6 @@
 #include "front_fixture.h"
 
+#include "core/hook_group.h"
 #include "core/policies.h"
 #include "phone/springboard/levels/volume_hud.h"
 #include "platform/darwin/images.h"
@@ -243,6 +244,8 @@ TEST_P(VolumeDisplay, StaysAwayForHalfASecond)
     FrontPhone::display("a");
     EXPECT_EQ(phone.journal(500ms - 1ns), "volume Audio/Video: 0.00");
     EXPECT_EQ(change(0.125), 0.25);
+    const id media = send<"sharedInstance">(id(objc_getClass("SBMediaController")));
+    EXPECT_TRUE((send<"suppressHUD", bool>(media)));
     phone.journal(1ns);
     EXPECT_EQ(change(0.5), 0.5);
     FrontPhone::display("b");
@@ -352,9 +355,23 @@ TEST(BrightApplication, HearsOfItsLevelAtTheNextEvent)
     EXPECT_EQ(mode, std::filesystem::perms::all);
 }
 
+namespace {
+
+id kept;
+
+/// The system goes on to know the assertion: it ends by being invalidated, not by being forgotten.
+struct KeepsTheAssertion : appledger::Hook<KeepsTheAssertion, "SBIdleTimerGlobalCoordinator",
+                               "acquireIdleTimerDisableAssertionForReason:", id(id)> {
+    static id replacement(const id& self, SEL cmd, const id& reason) { return kept = original(self, cmd, reason); }
+};
+constexpr appledger::HookRow keepingRows[] { KeepsTheAssertion::row() };
+
+} // namespace
+
 TEST(WakefulApplication, HoldsOneAssertionUntilItLeaves)
 {
     FrontPhone phone({ .keptAwake = { "a", "b" } });
+    appledger::installHookGroup({ "KeepsTheAssertion", keepingRows });
     FrontPhone::display("a");
     FrontPhone::display("a");
     FrontPhone::display("b");

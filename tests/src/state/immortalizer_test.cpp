@@ -1,5 +1,6 @@
 #include "front_fixture.h"
 
+#include "core/hook_group.h"
 #include "core/text.h"
 #include "phone/springboard/switcher/switcher.h"
 #include "platform/foundation/block.h"
@@ -162,14 +163,40 @@ TEST_P(ImmortalizerVersions, KeepsScenesInTheForegroundBesideTheHomeScreen)
     EXPECT_EQ(phone::applicationInFront(), nil);
 }
 
+namespace {
+
+/// What the system's own methods find.
+NSUInteger readReasons = 0;
+
+struct ReadsAtSetup : appledger::Hook<ReadsAtSetup, "SBApplicationSceneEntity",
+                          "_setupSceneSettings:transitionContext:", void(id, id)> {
+    static void replacement(const id&, SEL, const id& settings, const id&)
+    {
+        readReasons = send<"deactivationReasons", NSUInteger>(settings);
+    }
+};
+struct ReadsAtModification : appledger::Hook<ReadsAtModification, "SBDeviceApplicationSceneHandle",
+                                 "_modifyApplicationSceneSettings:fromRequestContext:entity:", void(id, id, id)> {
+    static void replacement(const id&, SEL, const id& settings, const id&, const id&)
+    {
+        readReasons = send<"deactivationReasons", NSUInteger>(settings);
+    }
+};
+constexpr appledger::HookRow readingRows[] { ReadsAtSetup::row(), ReadsAtModification::row() };
+
+} // namespace
+
 TEST(Immortalizer, ClearsTheReasonsBeforeTheSystemReadsThem)
 {
-    Immortal immortal;
+    Immortal immortal("16.0", Injection::None);
+    appledger::installHookGroup({ "Reading", readingRows });
+    appledger::initializeLibrary();
+    immortal.set({});
     const auto reasonsOf = [](const id& owner, auto sendTo) {
         const id settings = newObject("FBSMutableSceneSettings");
         send<"setDeactivationReasons:", void>(settings, 5UL);
         sendTo(owner, settings);
-        return send<"deactivationReasons", NSUInteger>(settings);
+        return readReasons;
     };
     const auto setup = [](const id& owner, const id& settings) {
         send<"_setupSceneSettings:transitionContext:", void>(owner, settings, nil);

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 using namespace platform;
 using namespace std::chrono_literals;
 
@@ -53,6 +55,25 @@ TEST_F(Toast, StandsFortyPointsUnderTheTopWithItsTextsCentred)
     EXPECT_GOLDEN(descriptionOfScreen(), "toast-sliding-in.txt");
     pass(300ms);
     EXPECT_GOLDEN(descriptionOfScreen(), "toast.txt");
+}
+
+TEST_F(Toast, IsADarkPillWithAShadow)
+{
+    const id window = makeWindow();
+    show("Scribbles", 0);
+    const id container = send<"containerView">(toasts(window)[0]);
+    const id layer = send<"layer">(container);
+    double color[4] {};
+    send<"getRed:green:blue:alpha:", bool>(
+        send<"backgroundColor">(container), &color[0], &color[1], &color[2], &color[3]);
+    std::ostringstream look;
+    for (const double part : color)
+        look << part << ' ';
+    const CGSize offset = send<"shadowOffset", CGSize>(layer);
+    look << "radius " << send<"cornerRadius", CGFloat>(layer) << " shadow " << send<"shadowOpacity", float>(layer)
+         << " (" << offset.width << ", " << offset.height << ") " << send<"shadowRadius", CGFloat>(layer)
+         << (send<"shadowColor">(layer) ? " coloured" : "");
+    EXPECT_EQ(look.str(), "0.125 0.125 0.125 1 radius 25 shadow 0.18 (0, 8) 10 coloured");
 }
 
 TEST_F(Toast, HasItsIconBeforeTheTexts)
@@ -120,6 +141,8 @@ TEST_F(Toast, TakesTheTopmostWindowThatCanBeSeen)
     const id upper = makeWindow();
     const id unseen = makeWindow();
     send<"setAlpha:", void>(unseen, 0.0);
+    const id hidden = makeWindow();
+    send<"setHidden:", void>(hidden, true);
     show("Scribbles", 1);
     EXPECT_EQ(toasts(upper).size(), 1U);
     send<"setHidden:", void>(upper, true);
