@@ -60,4 +60,12 @@ void initializeTCC()
         bindTCCFunctions();
 }
 
+void runInitialisers()
+{
+    initializeTerminationAssertion();
+    initializeLibrary();
+    AL_BypassSpringBoardMemoryLimit();
+    initializeTCC();
+}
+
 } // namespace appledger

@@ -13,4 +13,7 @@ void initializeLibrary();
 void AL_BypassSpringBoardMemoryLimit();
 void initializeTCC();
 
+/// All four, when the library is loaded: one call, so that their order is the code's and not the linker's.
+void runInitialisers();
+
 } // namespace appledger

@@ -112,6 +112,7 @@ TEST_F(Paths, OfChoicyAreTakenWhereOneExists)
         { "/a/procursus/basebin/x", { "/a" + bundle }, "/a" + bundle },
         { "/a/Library/TweakInject/x", { "/a" + bundle }, "/a" + bundle },
         { "/a/Library/PreferenceBundles/x", { "/a" + bundle }, "" },
+        { "/basebin/x", { bundle, "/var/jb" + bundle }, bundle },
         { "/x", { bundle, literal, "/private/var/jb" + bundle }, "/private/var/jb" + bundle },
         { "/x", { bundle, literal }, literal },
         { "/x", { bundle }, bundle },

@@ -1,3 +1,4 @@
+#include "core/late_bound_functions.h"
 #include "entry/hook_groups.h"
 #include "entry/observers.h"
 #include "launch/launch_decision.h"
@@ -126,6 +127,39 @@ TEST(Load, LiftsTheMemoryLimitOfSpringBoardOffThisThread)
             EXPECT_EQ(std::exchange(limits, {}), declared ? expected : "");
         }
     }
+}
+
+void* createAssertion(const void*, const id&, int, int*)
+{
+    return &limits;
+}
+int resetAccess(const id&, const id&)
+{
+    return 5;
+}
+
+TEST(Load, RunsItsFourInitialisersAndThreeOfThemInSpringBoardAlone)
+{
+    const support::TemporaryDevice device;
+    holdClock();
+    const ImageSymbol memory[] { { "memorystatus_control", reinterpret_cast<IMP>(&controlMemory) } };
+    const ImageSymbol assertions[] { { "SBSApplicationTerminationAssertionCreateWithError",
+        reinterpret_cast<IMP>(&createAssertion) } };
+    const ImageSymbol access[] { { "TCCAccessResetForBundle", reinterpret_cast<IMP>(&resetAccess) } };
+    declareImage("/usr/lib/libSystem.B.dylib", memory);
+    declareImage("/System/Library/PrivateFrameworks/SpringBoard.framework/SpringBoard", assertions);
+    declareImage("/System/Library/PrivateFrameworks/TCC.framework/TCC", access);
+    const auto load = [](const char* bundleIdentifier) {
+        setProcessFacts({ bundleIdentifier, "SpringBoard", { 16, 0, 0 } });
+        runInitialisers();
+        runUntilIdle();
+        const bool hasAssertion = SBSApplicationTerminationAssertionCreateWithError(nullptr, string("a"), 1, nullptr);
+        return std::to_string(darwinObservers().size()) + (hasAssertion ? " assertion" : "")
+            + (limits.empty() ? "" : " limit")
+            + (TCCAccessResetForBundle(string("service"), string("a")) == 5 ? " access" : "");
+    };
+    EXPECT_EQ(load("com.example.notes"), "2");
+    EXPECT_EQ(load("com.apple.springboard"), std::to_string(2 + observers().size()) + " assertion limit access");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "phone/localauthentication/prompts.h"
 #include "platform/dispatch/clock.h"
+#include "platform/foundation/block.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/hook.h"
 #include "platform/runtime/message.h"
@@ -96,6 +97,8 @@ TEST(AuthenticationGate, OpensTheApplicationAfterAMomentAndNoSooner)
     Gate gate({ .requireAuth = { notes } });
     EXPECT_EQ(gate.tap(notes), prompted);
     EXPECT_EQ(gate.answer(PromptAnswer::Authenticated), "");
+    ASSERT_TRUE(appledger::g_authBypassAppId.load());
+    EXPECT_EQ(*appledger::g_authBypassAppId.load(), notes);
     EXPECT_EQ(gate.advance(300ms - 1ns), "");
     EXPECT_EQ(endedContexts, 0) << "kept until the launch";
     EXPECT_EQ(gate.advance(1ns), "opened com.example.notes");
@@ -224,6 +227,31 @@ TEST(AuthenticationGate, StaysShutOnASystemThatCannotAuthenticate)
     Gate gate({ .requireAuth = { notes } }, { "LAContext" });
     EXPECT_EQ(gate.tap(notes), "haptic impact");
     EXPECT_EQ(gate.advance(10s), "");
+}
+
+namespace {
+
+id keptReply;
+
+void evaluatePolicy(const id&, SEL, NSInteger policy, const id&, const id& reply)
+{
+    keptReply = reply;
+    phone::journal(phone::JournalEvent::Note, "asked by policy " + std::to_string(policy));
+}
+
+constexpr MethodDefinition bareContext[] { method<"evaluatePolicy:localizedReason:reply:", &evaluatePolicy>() };
+const ClassDefinition BareContext { .name = "LAContext", .methods = bareContext };
+
+} // namespace
+
+TEST(AuthenticationGate, AsksWhereTheFallBackHasNoTitle)
+{
+    registerClass(BareContext);
+    Gate gate({ .requireAuth = { notes } }, { "LAContext" });
+    EXPECT_EQ(gate.tap(notes), "haptic impact | note asked by policy 2");
+    callBlock(keptReply, true, id(nil));
+    EXPECT_FALSE(appledger::g_authBypassAppId.load()) << "the main queue alone writes it";
+    EXPECT_EQ(gate.advance(300ms), "opened com.example.notes");
 }
 
 namespace {

@@ -1,4 +1,6 @@
 #include "launch/authentication_gate.h"
+
+#include "core/hook_group.h"
 #include "phone/frontboard/open_request.h"
 #include "phone/localauthentication/prompts.h"
 #include "platform/dispatch/queue.h"
@@ -16,6 +18,18 @@ using namespace std::chrono_literals;
 namespace {
 
 const std::string notes = "com.example.notes";
+
+std::atomic<std::thread::id> launcher {};
+
+struct NotesTheThread : appledger::Hook<NotesTheThread, "FBSOpenApplicationService",
+                            "openApplication:withOptions:completion:", void(id, id, id)> {
+    static void replacement(const id& self, SEL cmd, const id& identifier, const id& options, const id& completion)
+    {
+        launcher = std::this_thread::get_id();
+        original(self, cmd, identifier, options, completion);
+    }
+};
+constexpr appledger::HookRow notingRows[] { NotesTheThread::row() };
 
 } // namespace
 
@@ -46,9 +60,12 @@ TEST(AuthenticationThreads, ASuccessPassesEveryQueueAndOpensTheApplication)
 {
     support::Phone phone("SpringBoard", "16.0");
     phone.with({ notes }).wanting({ .requireAuth = { notes } }).inject().start();
+    appledger::installHookGroup({ "NotesTheThread", notingRows });
     phone.enter("tap", { notes });
     EXPECT_TRUE(phone::answerPrompt(phone::PromptAnswer::Authenticated));
     EXPECT_TRUE(runUntil([] { return phone::frontmostApplication() == notes; }, 10s));
+    EXPECT_NE(launcher.load(), std::thread::id());
+    EXPECT_NE(launcher.load(), std::this_thread::get_id()) << "the launch itself keeps nobody waiting";
 }
 
 TEST(AuthenticationThreads, ApplicationsOpenOnTheMainThreadWhoeverAsks)

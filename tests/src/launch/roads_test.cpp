@@ -1,3 +1,4 @@
+#include "core/hook_group.h"
 #include "support/phone_fixture.h"
 
 #include "phone/springboard/workspace/transitions.h"
@@ -226,6 +227,25 @@ TEST_F(SpringBoardRoad, OfTheWorkspaceAnswersFalseWhenItStops)
     EXPECT_FALSE(send<"declineReason">(request));
     EXPECT_TRUE(
         (send<"_executeTransitionRequest:options:validator:voluntarily:", bool>(workspace(), request, nil, nil, true)));
+}
+
+struct TellsOfItsReason
+    : appledger::Hook<TellsOfItsReason, "SBWorkspaceTransitionRequest", "declineWithReason:", void(id)> {
+    static void replacement(const id& self, SEL cmd, const id& reason)
+    {
+        phone::journal(phone::JournalEvent::Note, describe(reason));
+        original(self, cmd, reason);
+    }
+};
+constexpr appledger::HookRow reasonRows[] { TellsOfItsReason::row() };
+
+TEST_F(SpringBoardRoad, TellsTheRequestWhyBeforeItAsksTheOwner)
+{
+    injected({ .requireAuth = { notes } });
+    appledger::installHookGroup({ "TellsOfItsReason", reasonRows });
+    phone_.journal();
+    EXPECT_FALSE((send<"_canExecuteTransitionRequest:forExecution:", bool>(workspace(), requestFor(notes), true)));
+    EXPECT_EQ(phone_.journal(), R"(note "Blocked for Authentication" | )" + prompt);
 }
 
 // Icons of other shapes than the system's own.
