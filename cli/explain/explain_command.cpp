@@ -200,7 +200,7 @@ ExitStatus explainLaunches(const phone::PhoneDirectory& directory, const Explain
     const LaunchRoadTraits* const wanted = options.road.empty() ? nullptr : roadNamed(roadFrom(options.road));
     const auto version = versionOf(directory, options);
     if (wanted && version && !roadExists(*wanted, *version))
-        return refuse("version " + version->text() + " has no road " + options.road);
+        return refuse("version " + version->text() + " has no road " + options.road.text());
     return answerRoads(launchRoads(), wanted, options, { { "bundleIdentifier", options.destination.text() } },
         [&](const LaunchRoadTraits& road) -> std::vector<RoadAnswer> {
             if (version && !roadExists(road, *version))
