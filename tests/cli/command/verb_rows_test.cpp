@@ -28,7 +28,8 @@ bool isAnswered(std::string_view request)
 
 std::string readManual()
 {
-    // The compiler may have been given the source relative to the build's directory, which holds that of the executable.
+    // The compiler may have been given the source relative to the build's directory, which holds that of the
+    // executable.
     const std::filesystem::path build = std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path();
     const std::filesystem::path tests = (build / __FILE__).parent_path().parent_path().parent_path();
     std::ifstream file(tests.parent_path() / "README.md");
