@@ -10,14 +10,20 @@
 
 namespace support {
 
-/// Compares a text with the file of that name in the folder `golden` beside the test's source. With
-/// APPLEDGER_REWRITE_GOLDEN set in the environment it writes the file instead, to be read before it is committed.
-inline void expectGolden(const std::string& text, const std::string& name, const std::string& sourceFile)
+/// The folder of a source, as __FILE__ names it.
+inline std::filesystem::path folderOf(const std::string& sourceFile)
 {
     // The compiler may have been given the source relative to the build's directory, which holds that of the
     // executable.
     const std::filesystem::path build = std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path();
-    const std::filesystem::path path = (build / sourceFile).parent_path() / "golden" / name;
+    return (build / sourceFile).parent_path();
+}
+
+/// Compares a text with the file of that name in the folder `golden` beside the test's source. With
+/// APPLEDGER_REWRITE_GOLDEN set in the environment it writes the file instead, to be read before it is committed.
+inline void expectGolden(const std::string& text, const std::string& name, const std::string& sourceFile)
+{
+    const std::filesystem::path path = folderOf(sourceFile) / "golden" / name;
     if (std::getenv("APPLEDGER_REWRITE_GOLDEN")) {
         std::filesystem::create_directories(path.parent_path());
         std::ofstream(path) << text;

@@ -1,5 +1,6 @@
 #include "cli/command/verb_rows.h"
 #include "phone/process/process_definition.h"
+#include "support/golden.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -28,10 +29,7 @@ bool isAnswered(std::string_view request)
 
 std::string readManual()
 {
-    // The compiler may have been given the source relative to the build's directory, which holds that of the
-    // executable.
-    const std::filesystem::path build = std::filesystem::read_symlink("/proc/self/exe").parent_path().parent_path();
-    const std::filesystem::path tests = (build / __FILE__).parent_path().parent_path().parent_path();
+    const std::filesystem::path tests = support::folderOf(__FILE__).parent_path().parent_path();
     std::ifstream file(tests.parent_path() / "README.md");
     return { std::istreambuf_iterator<char>(file), {} };
 }
