@@ -51,8 +51,8 @@ Json labelOf(const TransitionOptions& options, const Requester& requester, const
 
 bool TransitionOptions::any() const
 {
-    return !source.empty() || actionOf(*this) != "none" || isBreadcrumb || hasNoLabel || label || requester || requesterBundle
-        || previousScene;
+    return !source.empty() || actionOf(*this) != "none" || isBreadcrumb || hasNoLabel || label || requester
+        || requesterBundle || previousScene;
 }
 
 void addTransitionOptions(Arguments& arguments, TransitionOptions& options)

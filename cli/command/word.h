@@ -12,8 +12,7 @@ namespace cli {
 class Word {
 public:
     Word() = default;
-    template <std::convertible_to<std::string_view> Bytes>
-    Word(const Bytes& bytes)
+    template <std::convertible_to<std::string_view> Bytes> Word(const Bytes& bytes)
         : Word(std::in_place, bytes)
     {
     }

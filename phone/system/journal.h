@@ -7,8 +7,8 @@
 #include <vector>
 
 /// What happens in this process while it answers one request: the system classes write it, the answer and
-/// the tests read it. Each request has a journal of its own, in which stands what is done for its activity: what happens
-/// beside it, and what comes of it when its journal is closed, doesn't.
+/// the tests read it. Each request has a journal of its own, in which stands what is done for its activity: what
+/// happens beside it, and what comes of it when its journal is closed, doesn't.
 
 namespace phone {
 

@@ -175,8 +175,8 @@ void requestFromPeer(std::string_view peerName, std::string_view request, millis
         return;
     }
     sendPosts();
-    bus().connection->request(peerName, request, limit,
-        [activity = currentActivity(), done = std::move(done)](const BusOutcome& outcome) {
+    bus().connection->request(
+        peerName, request, limit, [activity = currentActivity(), done = std::move(done)](const BusOutcome& outcome) {
             const ActivityScope scope(activity);
             done(outcome);
         });
