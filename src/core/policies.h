@@ -220,6 +220,8 @@ consteval PreferenceKey keyOf(const Policy& policy, std::string_view name, Prefe
 consteval PreferenceKey keyOf(
     std::string_view name, PreferenceType type, std::string_view defaultText, std::string_view notification = "")
 {
+    if (type == PreferenceType::IdentifierList)
+        throw "a list that is no policy's would be reread by nobody";
     return { name, type, defaultText, notification };
 }
 
@@ -274,10 +276,6 @@ inline constexpr auto preferenceTable = [] {
         keyOf("DirectoryOpener", String, "filza"),
     });
 }();
-
-// A list that is no policy's would be reread by nobody.
-static_assert(std::ranges::all_of(preferenceTable,
-    [](const PreferenceKey& key) { return key.type != PreferenceType::IdentifierList || key.policy; }));
 
 /// The reload of one policy, for tables. A policy that has no key in the table has nothing to reread.
 template <const Policy& Row> void reload()
