@@ -284,9 +284,28 @@ TEST_P(ImmortalizerVersions, MarksIconsByWhetherTheApplicationRuns)
     }
 }
 
+namespace {
+
+/// What the system's own folder hears.
+std::string transitions;
+
+struct WillTransition
+    : appledger::Hook<WillTransition, "SBFolderView", "willTransitionAnimated:withSettings:", void(bool, id)> {
+    static void replacement(const id&, SEL, bool, const id&) { transitions += "will "; }
+};
+struct DidTransition : appledger::Hook<DidTransition, "SBFolderView", "didTransitionAnimated:", void(bool)> {
+    static void replacement(const id&, SEL, bool) { transitions += "did "; }
+};
+constexpr appledger::HookRow transitionRows[] { WillTransition::row(), DidTransition::row() };
+
+} // namespace
+
 TEST(Immortalizer, HasTheLastListedApplicationDecideForItsFolder)
 {
-    Immortal immortal;
+    Immortal immortal("16.0", Injection::None);
+    appledger::installHookGroup({ "Transitions", transitionRows });
+    appledger::initializeLibrary();
+    immortal.set({});
     const id folder = newObject("SBFolder");
     const id icon = send<"initWithFolder:">(send<"alloc">(id(objc_getClass("SBFolderIcon"))), folder);
     const id view = send<"initWithFolder:">(send<"alloc">(id(objc_getClass("SBFolderView"))), folder);
@@ -312,6 +331,7 @@ TEST(Immortalizer, HasTheLastListedApplicationDecideForItsFolder)
     send<"didTransitionAnimated:", void>(view, true);
     EXPECT_EQ(immortal.phone.journal(), "icon accessory folder");
     EXPECT_EQ(accessoryOf(icon, "SBIconLocationRoot"), 2);
+    EXPECT_EQ(transitions, "will did will did ");
 }
 
 TEST(Immortalizer, LocksNames)

@@ -162,6 +162,12 @@ TEST_F(RunningIndicator, ComesWithTheProcessAndShrinksAwayWithIt)
     phone_.enter("tap", { notes });
     runUntilIdle();
     EXPECT_EQ(dotOf(view), standing);
+    pass(300ms);
+    phone::endProcessOf(notes);
+    pass(100ms);
+    phone_.enter("tap", { notes });
+    pass(1s);
+    EXPECT_EQ(dotOf(view), standing) << "back before it had gone";
 }
 
 TEST_F(RunningIndicator, FadesInTheTimeOfItsAnimation)
