@@ -32,7 +32,8 @@ int resetAccess(const id&, const id&)
 }
 id copyInformation(const id&)
 {
-    return mutableArray({ string("granted") });
+    static NSObject* const information = mutableArray({ string("granted") }).leak();
+    return information;
 }
 
 template <auto Function> ImageSymbol symbol(std::string_view name)
@@ -90,7 +91,9 @@ TEST(LateBoundFunctions, OfTheAccessDatabaseCopyWhatTheyGive)
     declareImage("/System/Library/PrivateFrameworks/TCC.framework/TCC", symbols);
     bindTCCFunctions();
     EXPECT_EQ(TCCAccessResetForBundle(string("service"), string("a")), 5);
-    EXPECT_EQ(describe(TCCAccessCopyInformationForBundle(string("a"))), R"(["granted"])");
+    const id information = TCCAccessCopyInformationForBundle(string("a"));
+    EXPECT_EQ(describe(information), R"(["granted"])");
+    EXPECT_NE(information, copyInformation(nil)) << "the database may go on to change its own";
 }
 
 } // namespace

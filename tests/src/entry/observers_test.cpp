@@ -3,7 +3,9 @@
 #include "core/policies.h"
 #include "launch/redirect_rules.h"
 #include "state/app_brightness_manager.h"
+#include "state/immortalizer.h"
 #include "support/phone_fixture.h"
+#include "surfaces/hidden_apps.h"
 
 #include <gtest/gtest.h>
 
@@ -112,6 +114,20 @@ TEST(Observers, AreAddedOnceForImmediateDeliveryByTheRoleOfTheProcess)
         EXPECT_EQ(added[index].name, observers()[index].notification);
         EXPECT_EQ(added[index].callback, observers()[index].callback);
         EXPECT_EQ(added[index].suspensionBehavior, CFNotificationSuspensionBehavior::DeliverImmediately);
+    }
+}
+
+TEST(Observers, CallWhatTheirNamesSayWhereAReloadIsNotAll)
+{
+    const std::pair<std::string_view, void (*)()> callbacks[] = {
+        { "HiddenAppsChangedCallback", HiddenAppsChangedCallback },
+        { "ImmortalizerChangedCallback", ImmortalizerChangedCallback },
+        { "RunningIndicatorChangedCallback", RunningIndicatorChangedCallback },
+    };
+    for (const auto& [name, callback] : callbacks) {
+        const auto found = std::ranges::find(observers(), name, &Observer::callbackName);
+        ASSERT_NE(found, observers().end()) << name;
+        EXPECT_EQ(found->callback, callback) << name;
     }
 }
 
