@@ -42,10 +42,9 @@ void reload(const Policy& policy)
     if (policy.reload)
         return policy.reload();
     const auto defaults = synchronizedPreferences();
-    for (const Policy* each = &policy; each; each = each->also)
-        for (const PreferenceKey& key : preferenceTable)
-            if (key.policy == each)
-                fillCache(key, *defaults);
+    for (const PreferenceKey& key : preferenceTable)
+        if (key.reloadName == policy.reloadName || (!policy.also.empty() && key.reloadName == policy.also))
+            fillCache(key, *defaults);
 }
 
 void UpdateBlockedUpdateAppsCache()

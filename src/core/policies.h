@@ -23,7 +23,7 @@ struct Policy {
     std::string_view notification;
     std::string_view reloadName;
     std::string_view callbackName;
-    const Policy* also = nullptr; ///< reread after it
+    std::string_view also {}; ///< the reload name of a policy that is reread with it
     void (*reload)() = nullptr; ///< in place of reading the suite alone
 };
 
@@ -55,7 +55,7 @@ inline constexpr Policy blockedNotifications {
     .notification = "com.orbelix.appledger.notifications_changed",
     .reloadName = "reloadNotificationSettings",
     .callbackName = "reloadNotificationSettings",
-    .also = &mutedNotifications,
+    .also = mutedNotifications.reloadName,
 };
 }
 
@@ -208,13 +208,13 @@ namespace detail {
 
 consteval PreferenceKey keyOf(const Policy& list)
 {
-    return { list.key, PreferenceType::IdentifierList, "empty", list.notification, &list, list.cache };
+    return { list.key, PreferenceType::IdentifierList, "empty", list.notification, list.reloadName, &list, list.cache };
 }
 
 consteval PreferenceKey keyOf(const Policy& policy, std::string_view name, PreferenceType type,
     std::string_view defaultText, PreferenceCache cache = {})
 {
-    return { name, type, defaultText, policy.notification, &policy, cache };
+    return { name, type, defaultText, policy.notification, policy.reloadName, &policy, cache };
 }
 
 consteval PreferenceKey keyOf(
@@ -280,7 +280,8 @@ inline constexpr auto preferenceTable = [] {
 /// The reload of one policy, for tables. A policy that has no key in the table has nothing to reread.
 template <const Policy& Row> void reload()
 {
-    static_assert(std::ranges::find(preferenceTable, &Row, &PreferenceKey::policy) != preferenceTable.end(),
+    static_assert(
+        std::ranges::find(preferenceTable, Row.reloadName, &PreferenceKey::reloadName) != preferenceTable.end(),
         "the policy has no key in the table of the domain");
     reload(Row);
 }

@@ -59,7 +59,8 @@ struct PreferenceKey {
     PreferenceType type;
     std::string_view defaultText; ///< what a reader sees when the key is absent
     std::string_view notification {}; ///< the Darwin name that a writer posts; "" when none is
-    const Policy* policy = nullptr; ///< with which it is reread; null when it is read at each use
+    std::string_view reloadName {}; ///< of what rereads it; "" when it is read at each use
+    const Policy* policy = nullptr; ///< with which it is reread, or null
     PreferenceCache cache {};
     bool isPrefix = name.ends_with('/'); ///< the key goes on with a bundle identifier
 };

@@ -22,12 +22,13 @@ namespace {
 struct NamedStep {
     std::string_view name;
     void (*run)();
-    const Policy* policy = nullptr; ///< whose caches it fills
+    std::string_view fills {}; ///< by its reload name, the policy whose caches it fills
+    std::string_view fillsToo {};
 };
 
 template <const Policy& Row, void (*Reload)() = reload<Row>> consteval NamedStep load()
 {
-    return { Row.reloadName, Reload, &Row };
+    return { Row.reloadName, Reload, Row.reloadName, Row.also };
 }
 
 constexpr NamedStep storeCaches[] { load<policy::blockedUpdate>() };
@@ -52,23 +53,19 @@ constexpr NamedStep spotlightCaches[] { load<policy::blockedLaunch>(), load<poli
 constexpr NamedStep springBoardSingletons[] {
     { "AppMuteManager", [] { AppMuteManager::sharedManager(); } },
     { "AppBrightnessManager", [] { AppBrightnessManager::sharedManager(); } },
-    { "AppIdleTimerManager", [] { AppIdleTimerManager::sharedManager(); }, &policy::keepAwake },
+    { "AppIdleTimerManager", [] { AppIdleTimerManager::sharedManager(); }, policy::keepAwake.reloadName },
 };
 
-constexpr bool isLoaded(const Policy* policy)
+constexpr bool isLoaded(std::string_view reloadName)
 {
-    const auto fills = [policy](const NamedStep& step) {
-        for (const Policy* filled = step.policy; filled; filled = filled->also)
-            if (filled == policy)
-                return true;
-        return false;
-    };
+    const auto fills
+        = [reloadName](const NamedStep& step) { return step.fills == reloadName || step.fillsToo == reloadName; };
     return std::ranges::any_of(storeCaches, fills) || std::ranges::any_of(springBoardCaches, fills)
         || std::ranges::any_of(springBoardSingletons, fills);
 }
 
-static_assert(
-    std::ranges::all_of(preferenceTable, [](const PreferenceKey& key) { return !key.policy || isLoaded(key.policy); }),
+static_assert(std::ranges::all_of(preferenceTable,
+                  [](const PreferenceKey& key) { return key.reloadName.empty() || isLoaded(key.reloadName); }),
     "a key in the table belongs to a policy that no process loads");
 
 constexpr std::string_view storeClasses[] { "ASDPurchaseRequest", "ASDJobManager", "ASDPurchaseManager",
