@@ -19,6 +19,8 @@ Json changeLevel(const Json& request, void (*change)(double level))
 {
     if (const auto level = request.find("level"); level != request.end() && level->is_number()) {
         change(level->get<double>());
+        if (!unkeptLevels().empty())
+            return failure(unkeptLevels());
     }
     return { { "ok", true }, { "device", deviceState() }, { "journal", toJson(takeJournal()) } };
 }

@@ -1,11 +1,13 @@
 #include "phone/device/levels.h"
 
+#include "phone/system/journal.h"
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/property_list_file.h"
 #include "platform/foundation/values.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <cmath>
+#include <optional>
 #include <utility>
 
 namespace phone {
@@ -27,16 +29,29 @@ struct Levels {
     friend bool operator==(const Levels&, const Levels&) = default;
 };
 
+std::optional<double> levelFrom(std::optional<double> value)
+{
+    if (!value || std::isnan(*value))
+        return std::nullopt;
+    return std::clamp(*value, 0.0, 1.0) + 0.0; // the sum has no negative zero
+}
+
 Levels stored()
 {
     const DictionaryValue stored = pairsOf(dictionaryWithContentsOfFile(file));
-    return { asDouble(stored[volumeKey]).value_or(newDeviceLevel),
-        asDouble(stored[brightnessKey]).value_or(newDeviceLevel) };
+    return { levelFrom(asDouble(stored[volumeKey])).value_or(newDeviceLevel),
+        levelFrom(asDouble(stored[brightnessKey])).value_or(newDeviceLevel) };
 }
 
 Levels& levels()
 {
     static auto* const present = new Levels(stored());
+    return *present;
+}
+
+std::string& problem()
+{
+    static auto* const present = new std::string;
     return *present;
 }
 
@@ -46,6 +61,7 @@ void write()
 {
     static auto* const written = new Levels(stored());
     isWriteQueued = false;
+    problem().clear();
     if (*written == levels())
         return;
     constexpr PropertyListFileKind kind { PropertyListRoot::Dictionary, PropertyListFormat::Binary, 0644 };
@@ -53,10 +69,12 @@ void write()
         return dictionaryBySetting(dictionaryBySetting(present, brightnessKey, real(levels().brightness)), volumeKey,
             real(levels().mediaVolume));
     });
-    if (outcome.isDone())
+    if (outcome.isDone()) {
         *written = levels();
-    else
-        std::fprintf(stderr, "the levels aren't kept: %s\n", outcome.problem.c_str());
+    } else {
+        problem() = "the levels aren't kept: " + outcome.problem;
+        journal(JournalEvent::Note, problem());
+    }
 }
 
 } // namespace
@@ -68,9 +86,17 @@ double hardwareLevel(HardwareLevel level)
 
 void setHardwareLevel(HardwareLevel level, double value)
 {
-    levels()[level] = std::clamp(value, 0.0, 1.0);
+    const auto held = levelFrom(value);
+    if (!held)
+        return;
+    levels()[level] = *held;
     if (!std::exchange(isWriteQueued, true))
         dispatch_async(dispatch_get_main_queue(), write);
+}
+
+const std::string& unkeptLevels()
+{
+    return problem();
 }
 
 } // namespace phone
