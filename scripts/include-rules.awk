@@ -24,7 +24,7 @@ BEGIN {
     below["phone/backboard"] = below["phone/celestial"] = ground " phone/device"
     below["phone/bulletinboard"] = below["phone/frontboard"] = below["phone/localauthentication"] \
         = below["phone/search"] = below["phone/uikit"] = below["phone/usernotifications"] = ground
-    below["phone/launchservices"] = ground " phone/frontboard"
+    below["phone/launchservices"] = ground " phone/device phone/frontboard"
     below["phone/appstoredaemon"] = ground " phone/launchservices"
     below["phone/storekitui"] = ground " phone/appstoredaemon"
     below["phone/springboard"] = ground " phone/backboard phone/device phone/frontboard phone/launchservices"

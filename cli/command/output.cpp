@@ -106,6 +106,11 @@ ExitStatus refuse(std::string_view reason)
     return ExitStatus::Refused;
 }
 
+void warn(std::string_view what)
+{
+    printText(stderr, "appledger: " + std::string(what));
+}
+
 void sayUsage(std::string_view text, ExitStatus status)
 {
     printText(status == ExitStatus::Done ? stdout : stderr, text);

@@ -25,6 +25,9 @@ void say(std::string_view text, const nlohmann::json& object);
 /// as well. Returns Refused.
 ExitStatus refuse(std::string_view reason);
 
+/// Says on standard error what a command that goes on had to pass over.
+void warn(std::string_view what);
+
 /// What is said for the command line's own sake, --help and bad usage: text, whatever the format.
 void sayUsage(std::string_view text, ExitStatus status);
 

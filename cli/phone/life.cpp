@@ -154,8 +154,11 @@ ExitStatus comeUp(const phone::PhoneDirectory& directory, const UpOptions& optio
     if (const std::string problem = directory.makeRunDirectory(); !problem.empty())
         return refuse(problem);
     const fs::path library = binaryFolder().parent_path() / "lib" / "libAppLedger.so";
-    if (const auto problem = phone::prepareDevice(directory.root(), library))
-        return refuse(*problem);
+    const phone::DevicePreparation preparation = phone::prepareDevice(directory.root(), library);
+    if (!preparation.problem.empty())
+        return refuse(preparation.problem);
+    for (const std::string& passedOver : preparation.passedOver)
+        warn(passedOver);
     if (options.foreground) {
         startSupervisor(directory, options, -1);
         return refuse("can't start the phone's supervisor");

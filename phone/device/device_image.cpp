@@ -1,6 +1,7 @@
 #include "phone/device/device_image.h"
 
 #include "phone/device/mach_o.h"
+#include "phone/device/removed_applications.h"
 #include "phone/device/sample_applications.h"
 #include "phone/substrate/injection.h"
 #include "platform/foundation/files.h"
@@ -80,7 +81,10 @@ void install(const SampleApplication& application)
             executable);
     // Last, since a folder counts as an application once it has this file.
     writeIfMissing(pathByAppending(bundle, "Info.plist"), information(application));
+}
 
+void makeDataContainer(const SampleApplication& application)
+{
     const std::string data
         = "/var/mobile/Containers/Data/Application/" + containerName("data", application.bundleIdentifier);
     for (const std::string_view part : { "/Documents", "/Library/Caches", "/Library/Preferences", "/tmp" })
@@ -108,19 +112,29 @@ void installLibrary(const std::string& libraryPath)
 
 } // namespace
 
-std::optional<std::string> prepareDevice(const std::string& root, const std::string& libraryPath)
+DevicePreparation prepareDevice(const std::string& root, const std::string& libraryPath)
 {
     if (!setDeviceRoot(root))
-        return "can't open " + root + " as the phone's root";
+        return { .problem = "can't open " + root + " as the phone's root" };
+    DevicePreparation preparation;
     try {
         check(createDirectories("/var/mobile/Library/Preferences"), "/var/mobile/Library/Preferences");
-        for (const SampleApplication& application : sampleApplications())
-            install(application);
+        for (const SampleApplication& application : sampleApplications()) {
+            if (wasRemoved(application.bundleIdentifier))
+                continue;
+            try {
+                install(application);
+                makeDataContainer(application);
+            } catch (const Failure& failure) {
+                preparation.passedOver.push_back(
+                    std::string(application.bundleIdentifier) + " is passed over: " + failure.what);
+            }
+        }
         installLibrary(libraryPath);
     } catch (const Failure& failure) {
-        return failure.what;
+        preparation.problem = failure.what;
     }
-    return std::nullopt;
+    return preparation;
 }
 
 } // namespace phone

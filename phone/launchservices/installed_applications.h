@@ -19,14 +19,16 @@ struct InstalledApplication {
 };
 
 /// Every application folder of the device with a readable Info.plist that names a bundle identifier,
-/// sorted by display name. Folders that are damaged are left out.
+/// sorted by display name. Folders that are damaged are left out. An identifier stands once: the system's own bundle
+/// has it before any of the owner's, and of these the one whose container comes first by name.
 std::vector<InstalledApplication> installedApplications();
 
 /// Device path of the folder in which the application keeps its data; empty when it has none.
 std::optional<std::string> dataContainerOf(std::string_view bundleIdentifier);
 
-/// Removes the folder and the data of an application that isn't the system's. "" when it has gone, else a sentence that
-/// says what couldn't be done.
+/// Removes the application for good, with its data and with every other bundle of the owner's that has its identifier.
+/// It is whole or gone, whenever this process is killed. "" when it has gone, else a sentence that says why it stays,
+/// as the system's own do.
 std::string removeInstalledApplication(const std::string& bundleIdentifier);
 
 } // namespace phone

@@ -1,11 +1,14 @@
 #include "phone/springboard/start.h"
 
+#include "phone/device/removed_applications.h"
 #include "phone/frontboard/open_request.h"
 #include "phone/springboard/applications/applications.h"
 #include "phone/springboard/levels/volume_hud.h"
 #include "phone/springboard/workspace/transitions.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
+
+#include <cstdio>
 
 namespace phone {
 
@@ -34,9 +37,12 @@ bool openInWorkspace(const OpenRequest& request)
 void startSpringBoard()
 {
     setOpenApplicationHandler(openInWorkspace);
+    for (const std::string& stayed : finishRemovals())
+        std::fprintf(stderr, "of a removed application stays %s\n", stayed.c_str());
     startVolumeControl();
     const id application = send<"sharedApplication">(id(classNamed<"SpringBoard">()));
     send<"applicationDidFinishLaunching:", void>(application, nil);
+    ask<"_loadBulletins", void>(askObject<"sharedServer">(id(classNamed<"BBServer">())));
 }
 
 } // namespace phone
