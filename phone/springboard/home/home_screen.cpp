@@ -5,6 +5,7 @@
 #include "phone/springboard/home/icon_pictures.h"
 #include "phone/springboard/home/scenery.h"
 #include "phone/springboard/icons/SBIconView.h"
+#include "phone/springboard/scenes/front_display.h"
 
 #include <map>
 #include <memory>
@@ -53,6 +54,7 @@ public:
         for (const auto& [key, view] : former)
             send<"removeFromSuperview", void>(view);
         showPageDots(dots_, arrangement.pages.size());
+        layOutFolders();
     }
 
     void forEachKnown(const std::function<void(const id&)>& visit) const
@@ -75,7 +77,7 @@ public:
 
     bool openFolder(const id& folder)
     {
-        if (folderView_ || !folder)
+        if (folderView_ || itemsOf(askObject<"icons">(folder)).empty() || applicationInFront())
             return false;
         folderView_ = send<"initWithFolder:">(send<"alloc">(id(classNamed<"SBFolderView">())), folder);
         send<"addSubview:", void>(window_, folderView_);
@@ -122,6 +124,18 @@ public:
     }
 
 private:
+    /// A folder that stands nowhere has nothing in it; the one that is open shows what it has.
+    void layOutFolders()
+    {
+        for (const auto& [name, icon] : folders_)
+            if (!views_.contains(std::pair(icon.get(), std::string_view("SBIconLocationRoot"))))
+                send<"setIcons:", void>(send<"folder">(icon), nil);
+        if (folderView_ && itemsOf(send<"icons">(send<"folder">(folderView_))).empty())
+            closeFolder();
+        else
+            ask<"layOutIcons", void>(folderView_);
+    }
+
     using Views = std::map<std::pair<NSObject*, std::string_view>, id>;
 
     /// What an open folder stands before gives way to it.

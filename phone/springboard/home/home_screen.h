@@ -13,7 +13,7 @@ namespace phone {
 /// Makes the windows. Once, at SpringBoard's start.
 void showHomeScreen();
 
-/// Puts up the icons that the model has now and doesn't hide. Icons that stay keep their views.
+/// Puts up the icons that the model has now and doesn't hide, in an open folder too. Icons that stay keep their views.
 void layOutHomeScreen();
 
 /// Every icon view that there is, or those that can be seen now.
@@ -24,7 +24,8 @@ enum class IconPart { Accessories, Image };
 /// Shows anew what has changed about an icon.
 void refreshIcon(const platform::id& icon, IconPart part);
 
-/// Opens the folder, if none is open, and closes the open one; false when there was nothing to do.
+/// Opens the folder, if none is open, no application is in front, and something is in it; closes the open one. False
+/// when there was nothing to do.
 bool openFolder(const platform::id& folder);
 bool openFolderNamed(std::string_view name);
 bool closeFolder();

@@ -4,6 +4,8 @@
 #include "phone/springboard/icons/SBIconView.h"
 #include "platform/runtime/class_definition.h"
 
+#include <algorithm>
+
 namespace phone {
 
 using namespace platform;
@@ -42,16 +44,37 @@ id initWithFolder(const id& self, SEL, const id& folder)
     send<"setTextAlignment:", void>(title, 1L);
     send<"addSubview:", void>(view, title);
 
-    std::vector<id> views;
-    for (const id& icon : itemsOf(send<"icons">(folder))) {
-        views.push_back(makeIconView(icon, "SBIconLocationFolder", frameInFolder(views.size())));
-        send<"addSubview:", void>(fields.panel, views.back());
-    }
-    fields.iconViews = array(std::move(views));
+    send<"layOutIcons", void>(view);
     const id tap = send<"initWithTarget:action:">(
         send<"alloc">(id(classNamed<"UITapGestureRecognizer">())), view, sel_registerName("_handleOutsideTap:"));
     send<"addGestureRecognizer:", void>(view, tap);
     return view;
+}
+
+/// Puts up what the folder holds now; icons that stay keep their views.
+void layOutIcons(const id& self, SEL)
+{
+    FolderViewFields& fields = fieldsOf<FolderViewFields>(self);
+    const id formerViews = fields.iconViews;
+    std::vector<id> left;
+    for (const id& view : itemsOf(formerViews))
+        left.push_back(view);
+    std::vector<id> views;
+    for (const id& icon : itemsOf(send<"icons">(fields.folder))) {
+        const CGRect frame = frameInFolder(views.size());
+        const auto former = std::ranges::find(left, icon, [](const id& view) { return send<"icon">(view); });
+        if (former == left.end()) {
+            views.push_back(makeIconView(icon, "SBIconLocationFolder", frame));
+            send<"addSubview:", void>(fields.panel, views.back());
+        } else {
+            views.push_back(*former);
+            left.erase(former);
+            send<"setFrame:", void>(views.back(), frame);
+        }
+    }
+    for (const id& view : left)
+        send<"removeFromSuperview", void>(view);
+    fields.iconViews = array(std::move(views));
 }
 
 void handleOutsideTap(const id& self, SEL, const id& tap)
@@ -72,6 +95,7 @@ constexpr MethodDefinition methods[] {
     getter<"folder", &FolderViewFields::folder>(),
     getter<"iconViews", &FolderViewFields::iconViews>(),
     method<"initWithFolder:", &initWithFolder>(),
+    method<"layOutIcons", &layOutIcons>(),
     getter<"panel", &FolderViewFields::panel>(),
     method<"willTransitionAnimated:withSettings:", &transition>(),
 };

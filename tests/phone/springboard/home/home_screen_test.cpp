@@ -131,6 +131,66 @@ TEST_F(HomeScreen, WhatTheModelHidesGoesAndWhatStaysKeepsItsView)
     EXPECT_EQ(views().size(), before.size());
 }
 
+struct Folders : testing::Test {
+    Folders()
+    {
+        holdClock();
+        phone.with({ "com.apple.mobilecal", "com.apple.mobilenotes", "com.apple.mobiletimer", "com.example.bank" })
+            .start();
+    }
+
+    static std::string openFolder()
+    {
+        advanceClock(250ms);
+        runUntilIdle();
+        std::string text;
+        phone::forEachKnownIconView([&text](const id& view) {
+            if (*asString(send<"location">(view)) == "SBIconLocationFolder")
+                text += asString(send<"applicationBundleID">(send<"icon">(view)))->text().substr(10) + " at "
+                    + std::to_string(static_cast<int>(send<"frame", CGRect>(view).origin.x)) + "; ";
+        });
+        return text;
+    }
+
+    support::Phone phone { "SpringBoard", "16.0" };
+};
+
+TEST_F(Folders, AnOpenOneShowsAtOnceWhatIsHiddenInIt)
+{
+    const auto hide = [](const std::vector<std::string>& identifiers) {
+        for (const char* const name : { "mobilecal", "mobilenotes", "mobiletimer" }) {
+            const std::string identifier = "com.apple." + std::string(name);
+            const bool isOff = std::ranges::find(identifiers, identifier) != identifiers.end();
+            const id controller = send<"sharedInstance">(id(objc_getClass("SBApplicationController")));
+            const id application = send<"applicationWithBundleIdentifier:">(controller, string(identifier));
+            send<"setTags:", void>(send<"info">(application), isOff ? array({ "hidden" }) : nil);
+        }
+        send<"reloadIcons", void>(send<"model">(send<"sharedInstance">(id(objc_getClass("SBIconController")))));
+    };
+    ASSERT_TRUE(phone::openFolderNamed("Utilities"));
+    const std::string all = openFolder();
+    EXPECT_EQ(all, "mobilecal at 19; mobiletimer at 115; mobilenotes at 211; ");
+    hide({ "com.apple.mobilecal" });
+    EXPECT_EQ(openFolder(), "mobiletimer at 19; mobilenotes at 115; ");
+    hide({});
+    EXPECT_EQ(openFolder(), all);
+    hide({ "com.apple.mobilecal", "com.apple.mobiletimer", "com.apple.mobilenotes" });
+    EXPECT_EQ(openFolder(), "");
+    EXPECT_EQ(linesWith(descriptionOfScreen(), "SBFolderView"), "") << "with nothing in it, it closes";
+    EXPECT_FALSE(phone::openFolderNamed("Utilities")) << "nothing is in it";
+    hide({});
+    EXPECT_TRUE(phone::openFolderNamed("Utilities"));
+    EXPECT_EQ(openFolder(), all);
+}
+
+TEST_F(Folders, NoneOpensBehindAnApplication)
+{
+    EXPECT_EQ(phone.enter("tap", { "com.example.bank" }), "opened com.example.bank");
+    EXPECT_FALSE(phone::openFolderNamed("Utilities"));
+    phone::pressHome();
+    EXPECT_TRUE(phone::openFolderNamed("Utilities"));
+}
+
 TEST(HomeArrangement, FillsTheDockTheFolderAndPages)
 {
     std::vector<std::string> many;
