@@ -1,4 +1,5 @@
 #include "phone/springboard/scenes/scene_entity.h"
+#include "platform/runtime/message.h"
 
 namespace phone {
 
@@ -6,12 +7,16 @@ using namespace platform;
 
 namespace {
 
-void setupSceneSettings(const id&, SEL, const id&, const id&) { }
+void setupSceneSettings(const id& self, SEL, const id& settings, const id&)
+{
+    as<SceneEntity>(self)->deactivationReasons = ask<"deactivationReasons", NSUInteger>(settings).value_or(0);
+}
 
 constexpr MethodDefinition methods[] {
     method<"_setupSceneSettings:transitionContext:", &setupSceneSettings>(),
     getter<"actions", &SceneEntity::actions>(),
     getter<"application", &SceneEntity::application>(),
+    getter<"deactivationReasons", &SceneEntity::deactivationReasons>(),
     setter<"setActions:", &SceneEntity::actions>(),
     setter<"setApplication:", &SceneEntity::application>(),
 };

@@ -1,4 +1,5 @@
 #include "platform/runtime/class_definition.h"
+#include "platform/runtime/message.h"
 
 namespace phone {
 
@@ -10,13 +11,19 @@ namespace {
 class SBDeviceApplicationSceneHandle : public NSObject {
 public:
     id application;
+    NSUInteger deactivationReasons = 0; ///< as the settings gave them that were modified last
+
+    void modifyApplicationSceneSettings(const id& settings, const id&, const id&)
+    {
+        deactivationReasons = ask<"deactivationReasons", NSUInteger>(settings).value_or(0);
+    }
 };
 
-void modifyApplicationSceneSettings(const id&, SEL, const id&, const id&, const id&) { }
-
 constexpr MethodDefinition methods[] {
-    method<"_modifyApplicationSceneSettings:fromRequestContext:entity:", &modifyApplicationSceneSettings>(),
+    method<"_modifyApplicationSceneSettings:fromRequestContext:entity:",
+        &SBDeviceApplicationSceneHandle::modifyApplicationSceneSettings>(),
     getter<"application", &SBDeviceApplicationSceneHandle::application>(),
+    getter<"deactivationReasons", &SBDeviceApplicationSceneHandle::deactivationReasons>(),
     setter<"setApplication:", &SBDeviceApplicationSceneHandle::application>(),
 };
 

@@ -9,6 +9,7 @@ class SceneEntity : public platform::NSObject {
 public:
     platform::id application;
     platform::id actions; ///< set, or nil
+    platform::NSUInteger deactivationReasons = 0; ///< as the settings gave them that it was set up with
 };
 
 } // namespace phone
