@@ -15,14 +15,17 @@ namespace {
 
 std::string describePush(const Json& report, const std::string& application)
 {
-    if (!report.value("published", false)) {
-        std::string text = "Dropped: the notification of " + application + " was not published.";
-        if (report["stoppedAt"].is_string())
-            text += " Stopped at " + report["stoppedAt"].get<std::string>() + ".";
-        return text;
-    }
-    return "Published for " + application + ", " + (report.value("sounded", false) ? "with its sound" : "silent") + ", "
-        + (report.value("alerted", false) ? "alerted." : "not alerted.");
+    std::string text;
+    if (report.value("published", false))
+        text = "Published for " + application + ", " + (report.value("sounded", false) ? "with its sound" : "silent")
+            + ", " + (report.value("alerted", false) ? "alerted." : "not alerted.");
+    else
+        text = "Dropped: the notification of " + application + " was not published.";
+    if (report["stoppedAt"].is_string())
+        text += " Stopped at " + report["stoppedAt"].get<std::string>() + ".";
+    for (const Json& note : report["notes"])
+        text += ' ' + note.get<std::string>() + '.';
+    return text;
 }
 
 std::string describeNotification(const Json& notification)

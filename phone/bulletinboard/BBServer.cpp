@@ -1,7 +1,11 @@
 #include "phone/system/journal.h"
+#include "platform/foundation/block.h"
+#include "platform/foundation/property_list_file.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
+
+#include <memory>
 
 namespace phone {
 
@@ -9,7 +13,83 @@ using namespace platform;
 
 namespace {
 
-/// Publishes bulletins: into the notification centre, onto the icon's badge, and to who alerts.
+constexpr std::string_view file = "/var/mobile/Library/BulletinBoard/bulletins.plist";
+constexpr std::size_t mostBulletins = 1000;
+
+struct SavedField {
+    std::string_view name;
+    id (*get)(const id& bulletin);
+    void (*set)(const id& bulletin, const id& value);
+    bool (*isValid)(const id& value);
+};
+
+template <Name Getter, Name Setter, bool (*IsValid)(const id&)> constexpr SavedField savedField()
+{
+    return { Getter.view(), [](const id& bulletin) { return send<Getter>(bulletin); },
+        [](const id& bulletin, const id& value) { send<Setter, void>(bulletin, value); }, IsValid };
+}
+
+bool isText(const id& value)
+{
+    const auto text = asString(value);
+    return text && text->view().find('\0') == std::string_view::npos; // a property list holds none
+}
+
+bool isWhole(const id& value)
+{
+    return asInteger(value).has_value();
+}
+
+constexpr SavedField savedFields[] {
+    savedField<"sectionID", "setSectionID:", isText>(),
+    savedField<"title", "setTitle:", isText>(),
+    savedField<"message", "setMessage:", isText>(),
+    savedField<"sound", "setSound:", isText>(),
+    savedField<"badge", "setBadge:", isWhole>(),
+};
+
+id toPropertyList(const id& bulletin)
+{
+    std::vector<std::pair<id, id>> pairs;
+    for (const SavedField& field : savedFields)
+        if (const id value = field.get(bulletin); field.isValid(value))
+            pairs.emplace_back(string(field.name), value);
+    return dictionary(std::move(pairs));
+}
+
+id toBulletin(const id& saved)
+{
+    id bulletin = send<"new">(id(classNamed<"BBBulletin">()));
+    for (const SavedField& field : savedFields)
+        if (const id value = pairsOf(saved)[field.name]; field.isValid(value))
+            field.set(bulletin, value);
+    return bulletin;
+}
+
+/// Nil when it isn't installed.
+id applicationOfSection(const id& section)
+{
+    const id applications = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
+    return send<"applicationWithBundleIdentifier:">(applications, section);
+}
+
+/// Whether the server for notifications leaves it to the application, which it is asked where it holds the
+/// application to be in front.
+bool isLeftToApplication(const id& bulletin)
+{
+    constexpr unsigned foreground = 8; // as the system numbers it
+    const id section = send<"sectionID">(bulletin);
+    const id server = askObject<"sharedInstance">(id(classNamed<"UNSUserNotificationServer">()));
+    if (ask<"_applicationStateForBundleIdentifier:", unsigned>(server, section) != foreground)
+        return false;
+    const auto isShown = std::make_shared<bool>(true);
+    ask<"willPresentNotification:forBundleIdentifier:withCompletionHandler:", void>(
+        server, bulletin, section, block([isShown](bool shown) { *isShown = shown; }));
+    return !*isShown;
+}
+
+/// Publishes bulletins: into the notification centre, onto the icon's badge, and to who alerts. What the centre holds
+/// outlives the process.
 class BBServer : public NSObject {
 public:
     /// What the notification centre holds, the oldest first.
@@ -37,22 +117,61 @@ public:
         publish(bulletin);
     }
 
+    void clearSection(const id& section)
+    {
+        const auto identifier = asString(section);
+        const auto isOfSection
+            = [&](const id& bulletin) { return asString(send<"sectionID">(bulletin)) == identifier; };
+        if (identifier && std::erase_if(bulletins_, isOfSection) > 0)
+            save();
+    }
+
+    /// Once, at SpringBoard's start.
+    void loadBulletins()
+    {
+        const id stored = arrayWithContentsOfFile(file);
+        for (const id& saved : itemsOf(stored)) {
+            id bulletin = toBulletin(saved);
+            if (!applicationOfSection(send<"sectionID">(bulletin)))
+                continue;
+            showBadge(bulletin);
+            bulletins_.push_back(std::move(bulletin));
+        }
+    }
+
 private:
     void publish(const id& bulletin)
     {
         const auto section = asString(askObject<"sectionID">(bulletin));
-        if (!section)
+        if (!section || isLeftToApplication(bulletin))
             return;
         bulletins_.push_back(bulletin);
+        if (bulletins_.size() > mostBulletins)
+            bulletins_.erase(bulletins_.begin());
+        save();
         journal(JournalEvent::Published, *section);
         if (send<"sound">(bulletin))
             journal(JournalEvent::Sounded, *section);
-        if (const id badge = send<"badge">(bulletin)) {
-            const id applications = send<"sharedInstance">(id(classNamed<"SBApplicationController">()));
-            const id application = send<"applicationWithBundleIdentifier:">(applications, section->object());
-            send<"setBadgeValue:", void>(application, badge);
-        }
+        showBadge(bulletin);
         present(bulletin);
+    }
+
+    static void showBadge(const id& bulletin)
+    {
+        if (const id badge = send<"badge">(bulletin))
+            send<"setBadgeValue:", void>(applicationOfSection(send<"sectionID">(bulletin)), badge);
+    }
+
+    void save() const
+    {
+        std::vector<id> saved;
+        for (const id& bulletin : bulletins_)
+            saved.push_back(toPropertyList(bulletin));
+        constexpr PropertyListFileKind kind { PropertyListRoot::Array, PropertyListFormat::Binary, 0600 };
+        const WriteOutcome outcome
+            = changePropertyListFile(std::string(file), kind, [&saved](const id&) { return array(std::move(saved)); });
+        if (!outcome.isDone())
+            journal(JournalEvent::Note, "the notifications aren't kept: " + outcome.problem);
     }
 
     static void present(const id& bulletin)
@@ -74,6 +193,8 @@ id sharedServer(const id& self, SEL)
 }
 
 constexpr MethodDefinition methods[] {
+    method<"_clearSection:", &BBServer::clearSection>(),
+    method<"_loadBulletins", &BBServer::loadBulletins>(),
     method<"_publishBulletinRequest:forSectionID:forDestinations:", &BBServer::publishBulletinRequestForSection>(),
     method<"bulletins", &BBServer::bulletins>(),
     method<"publishBulletin:destinations:", &BBServer::publishBulletin>(),

@@ -1,8 +1,11 @@
 #include "phone/bulletinboard/push.h"
 #include "phone/control/answers.h"
 #include "phone/control/request_rows.h"
+#include "phone/springboard/applications/applications.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 
 namespace phone {
 
@@ -13,12 +16,24 @@ bool happened(const std::vector<JournalEntry>& entries, JournalEvent event)
     return std::ranges::find(entries, event, &JournalEntry::event) != entries.end();
 }
 
+/// A badge is absent, null, or a whole number of 64 bits with its sign.
+bool isBadge(const Json& badge)
+{
+    return badge.is_null() || (badge.is_number_unsigned() && std::in_range<long>(badge.get<std::uint64_t>()))
+        || (badge.is_number_integer() && !badge.is_number_unsigned());
+}
+
 /// "push": publishes "title", "body", "badge" and "sound" for "application" by "road", and says what came of it.
 Json pushNotification(const Json& request)
 {
     Notification notification { text(request, "application"), text(request, "title"), text(request, "body") };
-    if (const auto badge = request.find("badge"); badge != request.end() && badge->is_number_integer())
-        notification.badge = badge->get<long>();
+    const Json badge = request.value("badge", Json());
+    if (!isBadge(badge))
+        return failure("a badge is a whole number of 64 bits");
+    if (!badge.is_null())
+        notification.badge = badge.get<long>();
+    if (!applicationNamed(notification.bundleIdentifier))
+        return failure("no such application is installed");
     notification.hasSound = request.value("sound", Json(false)) == true;
     const std::string road = text(request, "road");
     if (!push(road, notification))
@@ -27,7 +42,7 @@ Json pushNotification(const Json& request)
     const std::string heldUp = heldUpAt(entries);
     return { { "ok", true }, { "published", happened(entries, JournalEvent::Published) },
         { "sounded", happened(entries, JournalEvent::Sounded) },
-        { "alerted", happened(entries, JournalEvent::Alerted) },
+        { "alerted", happened(entries, JournalEvent::Alerted) }, { "notes", subjects(entries, JournalEvent::Note) },
         { "stoppedAt", heldUp.empty() ? Json(nullptr) : Json(heldUp) }, { "journal", toJson(entries) } };
 }
 
