@@ -20,7 +20,10 @@ std::string describeCards(const Json& report)
             + (!card.value("running", false)          ? "not running"
                     : card.value("foreground", false) ? "runs in the foreground"
                                                       : "runs in the background")
-            + (card.value("killable", false) ? "\n" : ", can't be killed\n");
+            + (card.value("killable", false) ? "" : ", can't be killed");
+        for (const Json& other : card["sharedWith"])
+            text += ", shares its card with " + other.get<std::string>();
+        text += '\n';
     }
     return text.empty() ? "The switcher has no cards." : text;
 }

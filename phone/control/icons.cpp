@@ -24,6 +24,7 @@ Json uninstallApplication(const Json& request)
     if (!outcome.error.empty())
         return failure(outcome.error);
     const RemovalReport& report = outcome.report;
+    settle(); // what follows from the application's end is a part of its removal
     const std::vector<JournalEntry> entries = takeJournal();
     return { { "ok", true }, { "offered", report.isOffered }, { "removed", report.isRemoved },
         { "completionCalled", report.completion ? Json(*report.completion) : Json(nullptr) },

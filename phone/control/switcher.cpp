@@ -8,13 +8,14 @@ namespace phone {
 
 namespace {
 
-/// "switcher": {"ok", "cards": [{"application", "name", "killable", "running", "foreground"}]}.
+/// "switcher": {"ok", "cards": [{"application", "name", "sharedWith", "killable", "running",
+/// "foreground"}]}, an entry for each application of a card.
 Json switcherCards(const Json&)
 {
     Json cards = Json::array();
     for (const SwitcherCard& card : presentSwitcher())
         cards.push_back({ { "application", card.application }, { "name", card.name }, { "killable", card.killable },
-            { "running", card.running }, { "foreground", card.foreground } });
+            { "sharedWith", card.sharedWith }, { "running", card.running }, { "foreground", card.foreground } });
     return { { "ok", true }, { "cards", cards } };
 }
 

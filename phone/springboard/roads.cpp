@@ -102,9 +102,9 @@ constexpr Road roads[] {
     { "tap", "SBIconView _handleTap", "a tap on the icon", tap },
     { "quick-action", "SBIconController iconView:didSelectApplicationShortcutItem:",
         "an entry of the icon's quick-action menu", selectQuickAction },
-    { "switcher", "SBFluidSwitcherViewController didSelectContainer:", "a card of the switcher", selectCard },
+    { "switcher", "SBFluidSwitcherViewController didSelectContainer:", "a card of the switcher", selectCard, true },
     { "switcher-modifiers", "SBFluidSwitcherViewController didSelectContainer:modifierFlags:",
-        "a card of the switcher, selected with a keyboard at hand", selectCardWithModifiers },
+        "a card of the switcher, selected with a keyboard at hand", selectCardWithModifiers, true },
     { "service", "FBSOpenApplicationService openApplication:withOptions:completion:", "the open service in SpringBoard",
         openThroughService },
     { "service-port", "FBSOpenApplicationService openApplication:withOptions:clientPort:completion:",
@@ -136,8 +136,9 @@ RoadOutcome enterRoad(std::string_view name, const std::vector<std::string>& ide
         return RoadOutcome::UnknownRoad;
     if (!existsHere(*road))
         return RoadOutcome::MissingOnThisVersion;
-    if (identifiers.empty() || !std::ranges::all_of(identifiers, [](const std::string& identifier) {
-            return static_cast<bool>(applicationNamed(identifier));
+    if (identifiers.empty() || !std::ranges::all_of(identifiers, [&](const std::string& identifier) {
+            return static_cast<bool>(
+                road->takesServices ? applicationOrServiceNamed(identifier) : applicationNamed(identifier));
         }))
         return RoadOutcome::UnknownApplication;
     journal(JournalEvent::Sent, road->method);

@@ -15,6 +15,8 @@ struct Road {
     std::string_view method; ///< "SBIconView _handleTap"
     std::string_view description;
     void (*enter)(const std::vector<std::string>& identifiers);
+    /// View services have cards, and no icons.
+    bool takesServices = false;
 };
 
 /// In the order of the documentation.

@@ -33,7 +33,7 @@ bool endProcessOf(const std::string& bundleIdentifier)
         return false;
     journal(JournalEvent::Sent, "FBProcess _processDidExitWithContext:");
     send<"_processDidExitWithContext:", void>(process, nil);
-    send<"_didExitWithContext:", void>(applicationNamed(bundleIdentifier), nil);
+    send<"_didExitWithContext:", void>(applicationOrServiceNamed(bundleIdentifier), nil);
     return true;
 }
 

@@ -11,7 +11,8 @@ namespace phone {
 /// The application runs from now on, if it didn't.
 void startProcessOf(const platform::id& application);
 
-/// Ends the process of an application, which leaves the front if it was there. False when it doesn't run.
+/// Ends the process of an application or a view service, which leaves the front if it was there. False when it doesn't
+/// run.
 bool endProcessOf(const std::string& bundleIdentifier);
 
 } // namespace phone

@@ -1,8 +1,10 @@
 #include "phone/springboard/icons/removal.h"
 
 #include "phone/launchservices/installed_applications.h"
+#include "phone/springboard/applications/application_process.h"
 #include "phone/springboard/applications/applications.h"
 #include "phone/springboard/icons/icon_list.h"
+#include "phone/springboard/switcher/switcher.h"
 #include "phone/system/journal.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
@@ -63,10 +65,13 @@ bool removeApplicationOfIcon(const id& icon)
     const auto identifier = asString(askObject<"bundleIdentifier">(application));
     if (!identifier || send<"isSystemApplication", bool>(send<"info">(application)))
         return false;
+    endProcessOf(identifier->text());
     if (const std::string failure = removeInstalledApplication(identifier->text()); !failure.empty()) {
         journal(JournalEvent::Note, failure);
         return false;
     }
+    removeFromCards(application);
+    ask<"_clearSection:", void>(askObject<"sharedServer">(id(classNamed<"BBServer">())), identifier->object());
     send<"removeApplicationWithBundleIdentifier:", void>(applicationController(), identifier->object());
     send<"reloadIcons", void>(iconModel());
     return true;

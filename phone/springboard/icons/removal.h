@@ -33,7 +33,8 @@ struct RemovalOutcome {
 };
 RemovalOutcome requestRemoval(std::string_view road, const std::string& identifier);
 
-/// The system's own removal: the application's folders, then what SpringBoard knows of it. False for an icon of
+/// The system's own removal: the application ends, its folders go, and then its card, its notifications, and all that
+/// SpringBoard knows of it. False for an icon of
 /// no application or of one of the system's own.
 bool removeApplicationOfIcon(const platform::id& icon);
 

@@ -8,6 +8,7 @@
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace phone {
@@ -16,10 +17,16 @@ using namespace platform;
 
 namespace {
 
-id& inFront()
+/// The primary one first; none on the Home Screen.
+std::vector<id>& inFront()
 {
-    static auto* const application = new id;
-    return *application;
+    static auto* const applications = new std::vector<id>;
+    return *applications;
+}
+
+bool contains(const std::vector<id>& applications, const id& application)
+{
+    return std::ranges::find(applications, application) != applications.end();
 }
 
 id springBoard()
@@ -65,20 +72,27 @@ bool isSceneInForeground(const id& application)
 
 id applicationInFront()
 {
-    return inFront();
+    return inFront().empty() ? nil : inFront().front();
 }
 
 void bringToFront(const id& application)
 {
-    const id former = std::exchange(inFront(), application);
-    if (application) {
-        addCard(application);
+    bringCardToFront(application ? std::vector { application } : std::vector<id> {});
+}
+
+void bringCardToFront(const std::vector<id>& applications)
+{
+    const std::vector<id> left = std::exchange(inFront(), applications);
+    addCard(applications);
+    for (const id& application : applications) {
         startProcessOf(application);
         updateScene(application, true, nil);
         tellProcessState(application);
     }
-    send<"frontDisplayDidChange:", void>(springBoard(), application);
-    if (former && former != application) {
+    send<"frontDisplayDidChange:", void>(springBoard(), applicationInFront());
+    for (const id& former : left) {
+        if (contains(applications, former))
+            continue;
         updateScene(former, false, nil);
         tellProcessState(former);
     }
@@ -86,7 +100,7 @@ void bringToFront(const id& application)
 
 void startInBackground(const id& application, const id& context)
 {
-    if (application == inFront())
+    if (contains(inFront(), application))
         return;
     startProcessOf(application);
     updateScene(application, false, context);
@@ -95,13 +109,16 @@ void startInBackground(const id& application, const id& context)
 
 void applicationDidExit(const id& application)
 {
-    const bool wasInFront = application == inFront();
+    const bool wasPrimary = application && application == applicationInFront();
+    std::erase(inFront(), application);
     send<"setProcessState:", void>(application, nil);
     send<"destroySceneForApplication:", void>(sceneManager(), application);
-    if (wasInFront) {
-        inFront() = nil;
-        send<"frontDisplayDidChange:", void>(springBoard(), nil);
-    }
+    constexpr unsigned stateTerminated = 1; // as the system numbers it
+    const id server = askObject<"sharedInstance">(id(classNamed<"UNSUserNotificationServer">()));
+    ask<"_didChangeApplicationState:forBundleIdentifier:", void>(
+        server, stateTerminated, send<"bundleIdentifier">(application));
+    if (wasPrimary)
+        send<"frontDisplayDidChange:", void>(springBoard(), applicationInFront());
     tellProcessState(application);
 }
 

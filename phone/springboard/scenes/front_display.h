@@ -2,11 +2,13 @@
 
 #include "platform/runtime/object.h"
 
+#include <vector>
+
 /// Which application is in front, and what the system sends when that changes. Main thread.
 
 namespace phone {
 
-/// The SBApplication in front; nil on the Home Screen.
+/// The SBApplication in front, of several on one card the primary one; nil on the Home Screen.
 platform::id applicationInFront();
 
 /// Whether the application's own scene believes that it is in front. False without a scene.
@@ -17,10 +19,13 @@ bool isSceneInForeground(const platform::id& application);
 /// the background. Nothing happens to what is in front already but that SpringBoard hears of it.
 void bringToFront(const platform::id& application);
 
+/// The same for the applications of one card, the primary one first: each has its scene, and is told of.
+void bringCardToFront(const std::vector<platform::id>& applications);
+
 /// The application runs in the background from now on. `context` is that of the transition that starts it.
 void startInBackground(const platform::id& application, const platform::id& context);
 
-/// The application's process has ended: it has no scene any more, and where it was in front, the Home Screen is.
+/// The application's process has ended: it has no scene any more, and where it was in front alone, the Home Screen is.
 void applicationDidExit(const platform::id& application);
 
 } // namespace phone

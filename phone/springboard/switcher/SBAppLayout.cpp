@@ -8,7 +8,7 @@ using namespace platform;
 
 namespace {
 
-/// The applications that share one card of the switcher, the primary one first.
+/// The applications that share one card of the switcher, each once, the primary one first.
 class SBAppLayout : public NSObject {
 public:
     id bundleIdentifiers;
@@ -16,9 +16,11 @@ public:
 
     void setBundleIdentifiers(const id& identifiers)
     {
-        bundleIdentifiers = identifiers;
+        const ArrayValue given = itemsOf(identifiers);
+        const id once = set({ given.begin(), given.end() });
+        bundleIdentifiers = send<"allObjects">(once);
         std::vector<std::pair<id, id>> roles;
-        for (const id& identifier : itemsOf(identifiers)) {
+        for (const id& identifier : itemsOf(once)) {
             id item = send<"new">(id(classNamed<"SBDisplayItem">()));
             send<"setBundleIdentifier:", void>(item, identifier);
             roles.emplace_back(number(static_cast<int>(roles.size()) + 1), std::move(item));

@@ -1,6 +1,7 @@
 #include "phone/springboard/applications/applications.h"
 #include "phone/springboard/workspace/transitions.h"
 #include "phone/system/journal.h"
+#include "phone/system/text.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
@@ -16,10 +17,9 @@ void openCard(const id& container)
     const auto identifiers = asArray(askObject<"bundleIdentifiers">(send<"appLayout">(container)));
     if (!identifiers)
         return;
-    const id controller = applicationController();
     TransitionDescription transition { .applications = {}, .label = "SwitcherSelection" };
     for (const id& identifier : *identifiers)
-        if (id application = send<"applicationWithBundleIdentifier:">(controller, identifier))
+        if (id application = applicationOrServiceNamed(textOf(identifier)))
             transition.applications.push_back(std::move(application));
     if (!transition.applications.empty())
         requestTransition(transition);

@@ -9,13 +9,18 @@
 
 namespace phone {
 
-/// The application's card goes to the front of the row; a new one where it has none.
-void addCard(const platform::id& application);
+/// Puts a card of these applications, the primary one first, at the front of the row. They have no other.
+void addCard(const std::vector<platform::id>& applications);
 
+/// The application has no card any more; others with which it shared one keep theirs.
+void removeFromCards(const platform::id& application);
+
+/// One application of a card.
 struct SwitcherCard {
     std::string application; ///< its bundle identifier
     std::string name;
-    bool killable; ///< whether a swipe ends it
+    std::vector<std::string> sharedWith; ///< the others of the same card
+    bool killable; ///< whether a swipe ends the card
     bool running;
     bool foreground; ///< its scene believes that it is in front
 };
@@ -25,7 +30,7 @@ std::vector<SwitcherCard> presentSwitcher();
 
 enum class SwipeOutcome { Killed, NotKillable, NoSuchCard };
 
-/// Swipes the application's card away, which ends the application.
+/// Swipes the application's card away, which ends all the applications of the card.
 SwipeOutcome swipeCardAway(const std::string& bundleIdentifier);
 
 } // namespace phone

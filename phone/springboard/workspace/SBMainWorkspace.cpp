@@ -1,4 +1,4 @@
-#include "phone/springboard/applications/application_process.h"
+#include "phone/springboard/applications/applications.h"
 #include "phone/springboard/scenes/front_display.h"
 #include "phone/system/journal.h"
 #include "phone/system/text.h"
@@ -63,7 +63,8 @@ public:
     bool canExecute(const id& request, bool)
     {
         journal(JournalEvent::Ran, "SBMainWorkspace _canExecuteTransitionRequest:forExecution:");
-        return !destinationText(request).empty();
+        const std::string destination = destinationText(request);
+        return !destination.empty() && applicationOrServiceNamed(destination);
     }
 
     id frontmostApplication() const { return applicationInFront(); }
@@ -75,17 +76,17 @@ private:
         const id context = send<"applicationContext">(request);
         const bool background = send<"isBackground", bool>(context);
         const id primary = askObject<"application">(send<"applicationSceneEntityForLayoutRole:">(context, number(1)));
+        std::vector<id> applications;
         for (const id& entity : itemsOf(send<"toApplicationSceneEntities">(request))) {
-            const id application = send<"application">(entity);
+            id application = send<"application">(entity);
             journal(background ? JournalEvent::OpenedInBackground : JournalEvent::Opened,
                 bundleIdentifierText(application));
             if (background)
                 startInBackground(application, context);
-            else if (application != primary)
-                startProcessOf(application);
+            applications.insert(application == primary ? applications.begin() : applications.end(), application);
         }
         if (!background)
-            bringToFront(primary);
+            bringCardToFront(applications);
     }
 };
 

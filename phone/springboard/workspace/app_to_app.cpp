@@ -5,27 +5,11 @@
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
-#include <algorithm>
-
 namespace phone {
 
 using namespace platform;
 
 namespace {
-
-// Scenes that other applications show a part of; they have no icon.
-constexpr std::string_view viewServices[] { "com.apple.SafariViewService", "com.apple.ios.StoreKitUIService" };
-
-id applicationOf(const std::string& identifier)
-{
-    if (id installed = applicationNamed(identifier))
-        return installed;
-    if (std::ranges::find(viewServices, identifier) == std::end(viewServices))
-        return nil;
-    id service = send<"new">(id(classNamed<"SBApplication">()));
-    send<"setBundleIdentifier:", void>(service, string(identifier));
-    return service;
-}
 
 id actionsOf(AppToAppAction action)
 {
@@ -44,7 +28,7 @@ id actionsOf(AppToAppAction action)
 
 AppToAppAnswer openFromApplication(const AppToAppTransition& transition)
 {
-    const id destination = applicationOf(transition.destination);
+    const id destination = applicationOrServiceNamed(transition.destination);
     if (!destination)
         return { .asked = AppToAppAnswer::Asked::NobodyForUnknownDestination };
     TransitionDescription description { .applications = { destination },
@@ -53,7 +37,7 @@ AppToAppAnswer openFromApplication(const AppToAppTransition& transition)
         .requesterBundleIdentifier = transition.requesterBundleIdentifier,
         .previousScene = transition.previousScene };
     if (const auto& source = transition.source) {
-        const id application = source->bundleIdentifier ? applicationOf(*source->bundleIdentifier) : nil;
+        const id application = source->bundleIdentifier ? applicationOrServiceNamed(*source->bundleIdentifier) : nil;
         if (source->bundleIdentifier && !application)
             return { .asked = AppToAppAnswer::Asked::NobodyForUnknownSource };
         description.sourceEntity = makeSceneEntity(application, actionsOf(source->action));
