@@ -126,17 +126,18 @@ Json purchaseVerdictObject(const ExplainedPurchase& explained)
 
 std::string describePurchaseVerdict(const ExplainedPurchase& explained)
 {
-    std::string text = roadName(*explained.road) + " → ";
+    std::vector<std::string> kept;
+    for (const auto& identifier : explained.kept)
+        kept.push_back(identifier.value_or("what has no identifier"));
+    std::vector<std::string> all = kept;
+    all.insert(all.end(), explained.refused.begin(), explained.refused.end());
+    std::string text = roadName(*explained.road) + " for " + joined(all) + " → ";
     switch (explained.outcome) {
     case StoreOutcome::Pass:
         return text + "passes.";
-    case StoreOutcome::Shrink: {
-        std::vector<std::string> kept;
-        for (const auto& identifier : explained.kept)
-            kept.push_back(identifier.value_or("what has no identifier"));
+    case StoreOutcome::Shrink:
         text += "goes on with " + joined(kept);
         break;
-    }
     case StoreOutcome::Refuse:
         text += "refused with " + refusalText(explained.road->refusal);
         break;
