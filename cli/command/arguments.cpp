@@ -3,6 +3,7 @@
 #include "phone/process/process_definition.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 
 namespace cli {
 
@@ -88,7 +89,15 @@ Argument Arguments::add(const std::string& name, std::optional<double>& value, c
 
 Argument Arguments::add(const std::string& name, std::optional<long>& value, const std::string& description)
 {
-    return Argument(verb_, verb_.add_option(name, value, description));
+    CLI::Option* const option = verb_.add_option(name, value, description);
+    // What reads the number takes the nearest for one that it can't hold.
+    option->check([](const std::string& given) {
+        long number = 0;
+        const char* const end = given.data() + given.size();
+        const auto [stop, error] = std::from_chars(given.data(), end, number);
+        return error == std::errc() && stop == end ? std::string() : given + " isn't a whole number of 64 bits";
+    });
+    return Argument(verb_, option);
 }
 
 Argument Arguments::flag(const std::string& name, bool& value, const std::string& description)
