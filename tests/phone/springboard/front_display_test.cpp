@@ -5,6 +5,7 @@
 #include "phone/springboard/scenes/front_display.h"
 #include "phone/springboard/switcher/switcher.h"
 #include "phone/springboard/workspace/app_to_app.h"
+#include "phone/springboard/workspace/transitions.h"
 #include "platform/foundation/block.h"
 #include "platform/runtime/hook.h"
 #include "platform/runtime/message.h"
@@ -130,15 +131,16 @@ TEST_F(FrontDisplay, ARemovedApplicationEndsAndLeavesNothing)
 {
     const id application = phone::applicationNamed(notes);
     phone.enter("switcher", { notes, mail });
-    phone::push("bulletin", { .bundleIdentifier = mail });
     phone::bringToFront(nil);
     phone::push("bulletin", { .bundleIdentifier = notes, .badge = 3 });
+    phone::push("bulletin", { .bundleIdentifier = mail });
     phone::bringToFront(application);
     EXPECT_TRUE(phone::requestRemoval("plain", notes).report.isRemoved);
     EXPECT_EQ(phone::applicationInFront(), nil);
     EXPECT_EQ(cards(), "com.example.mail; ");
     EXPECT_FALSE(phone::endProcessOf(notes));
-    EXPECT_EQ(phone::publishedNotifications().size(), 0U);
+    ASSERT_EQ(phone::publishedNotifications().size(), 1U);
+    EXPECT_EQ(phone::publishedNotifications().front().bundleIdentifier, mail);
     EXPECT_EQ(phone::requestRemoval("plain", notes).error, "no such application is installed");
     // Whoever held on to it, as one who waits for its owner's finger does, opens nothing.
     const id request = phone::makeTransitionRequest({ .applications = { application }, .label = "LaunchFromIcon" });

@@ -169,9 +169,9 @@ TEST_F(Folders, AnOpenOneShowsAtOnceWhatIsHiddenInIt)
     };
     ASSERT_TRUE(phone::openFolderNamed("Utilities"));
     const std::string all = openFolder();
-    EXPECT_EQ(all, "mobilecal at 19; mobiletimer at 115; mobilenotes at 211; ");
+    EXPECT_EQ(all, "mobilecal at 20; mobiletimer at 116; mobilenotes at 212; ");
     hide({ "com.apple.mobilecal" });
-    EXPECT_EQ(openFolder(), "mobiletimer at 19; mobilenotes at 115; ");
+    EXPECT_EQ(openFolder(), "mobiletimer at 20; mobilenotes at 116; ");
     hide({});
     EXPECT_EQ(openFolder(), all);
     hide({ "com.apple.mobilecal", "com.apple.mobiletimer", "com.apple.mobilenotes" });
