@@ -145,6 +145,21 @@ TEST_F(Explain, AnswersAPurchaseWithWhatIsKeptAndWhatTheBuyerIsTold)
         EXPECT_EQ(purchase(record), expected) << record;
 }
 
+TEST_F(Explain, NamesTheApplicationsOfAPurchaseOnItsLine)
+{
+    const auto line = [this](const char* road, Json identifiers) {
+        return describePurchaseVerdict(
+            explainPurchase({ { "road", road }, { "identifiers", std::move(identifiers) } }, policies_));
+    };
+    EXPECT_EQ(line("ASDApp isUpdateAvailable", { "new" }), "ASDApp isUpdateAvailable for new → passes.");
+    EXPECT_EQ(line("ASDApp updateMetadata", { "old" }),
+        "ASDApp updateMetadata for old → refused with nil: ALBlockedUpdateApps lists old.");
+    EXPECT_EQ(line("ASDJobManager addJobs:withCompletionBlock:", { "new", "old", nullptr }),
+        "ASDJobManager addJobs:withCompletionBlock: for new, what has no identifier, old → goes on with new, what has "
+        "no "
+        "identifier: ALBlockedUpdateApps lists old.");
+}
+
 TEST_F(Explain, AnswersALaunchRoadByRoad)
 {
     const auto verdict = [](const char* outcome, Json prompts, Json reason, bool haptic) {
