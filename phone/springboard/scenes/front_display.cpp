@@ -9,6 +9,7 @@
 #include "platform/runtime/message.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 namespace phone {
@@ -84,7 +85,8 @@ void bringCardToFront(const std::vector<id>& applications)
 {
     const std::vector<id> left = std::exchange(inFront(), applications);
     addCard(applications);
-    for (const id& application : applications) {
+    // The primary one last: who goes by the latest word then knows who is in front.
+    for (const id& application : applications | std::views::reverse) {
         startProcessOf(application);
         updateScene(application, true, nil);
         tellProcessState(application);

@@ -72,7 +72,7 @@ unsigned stateAtServer(const char* identifier)
 TEST_F(FrontDisplay, TwoApplicationsOnOneCardAreTwoScenesWithTheirOwnEnds)
 {
     EXPECT_EQ(phone.enter("switcher", { notes, mail }), "opened com.example.notes | opened com.example.mail");
-    EXPECT_EQ(log, "notes in front; mail in front; ");
+    EXPECT_EQ(log, "mail in front; notes in front; ") << "the primary one has the last word";
     EXPECT_EQ(
         cards(), "com.example.notes front with com.example.mail; com.example.mail front with com.example.notes; ");
     EXPECT_TRUE(phone::endProcessOf(notes));
