@@ -147,7 +147,7 @@ private:
             return;
         bulletins_.push_back(bulletin);
         if (bulletins_.size() > mostBulletins)
-            bulletins_.erase(bulletins_.begin());
+            bulletins_.erase(bulletins_.begin(), bulletins_.end() - mostBulletins);
         save();
         journal(JournalEvent::Published, *section);
         if (send<"sound">(bulletin))

@@ -167,4 +167,19 @@ TEST_F(FrontDisplay, NotificationsAndBadgesOutliveTheServerButNotTheirApplicatio
     EXPECT_EQ(asInteger(send<"badgeValue">(phone::applicationNamed(notes))), -7);
 }
 
+TEST_F(FrontDisplay, TheNotificationCentreKeepsTheLatestThousand)
+{
+    std::vector<id> saved;
+    for (int number = 0; number < 1005; ++number)
+        saved.push_back(dictionary({ { "sectionID", string(mail) }, { "title", string(std::to_string(number)) } }));
+    phone.device.write("/var/mobile/Library/BulletinBoard/bulletins.plist", array(std::move(saved)));
+    const id server = send<"sharedServer">(id(objc_getClass("BBServer")));
+    send<"_loadBulletins", void>(server);
+    phone::push("bulletin", { .bundleIdentifier = mail, .title = "last" });
+    const std::vector<phone::Notification> kept = phone::publishedNotifications();
+    EXPECT_EQ(kept.size(), 1000U);
+    EXPECT_EQ(kept.front().title, "6");
+    EXPECT_EQ(kept.back().title, "last");
+}
+
 } // namespace
