@@ -87,7 +87,13 @@ ExitStatus tellAnswer(const phone::PhoneDirectory& directory, std::string_view p
     const Json answer = askPhone(directory, peer, request);
     if (!answer.value("ok", false))
         return refuse(answer.value("error", "no answer"));
-    say(describe(answer), answer);
+    std::string text;
+    try {
+        text = describe(answer);
+    } catch (const Json::exception&) { // of what a phone of another build has sent
+        return refuse(std::string(peer) + " gave an answer that can't be read");
+    }
+    say(text, answer);
     return ExitStatus::Done;
 }
 

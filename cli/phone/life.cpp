@@ -192,7 +192,7 @@ Action up(Arguments& arguments)
 ExitStatus goDown(const phone::PhoneDirectory& directory)
 {
     constexpr auto timeToComeDown = std::chrono::milliseconds { 6000 };
-    constexpr auto timeAfterSignal = std::chrono::milliseconds { 5000 };
+    constexpr auto timeAfterSignal = std::chrono::milliseconds { 6500 };
     const auto supervisor = phone::RunningSupervisor::find(directory);
     if (!supervisor)
         return refuse(whyNotConnected(directory));
@@ -205,11 +205,13 @@ ExitStatus goDown(const phone::PhoneDirectory& directory)
     if (!ended) {
         steps += heard ? " It answered, but didn't end." : " It didn't answer: " + answer.value("error", "") + ".";
         steps += " Its supervisor was told by a signal.";
-        ended = supervisor->signal(SIGTERM) && supervisor->waitUntilEnded(timeAfterSignal);
+        supervisor->signal(SIGTERM); // one that has gone is seen by the wait
+        ended = supervisor->waitUntilEnded(timeAfterSignal);
     }
     if (!ended) {
-        steps += " It was killed.";
-        ended = supervisor->signal(SIGKILL) && supervisor->waitUntilEnded(timeAfterSignal);
+        if (supervisor->signal(SIGKILL))
+            steps += " It was killed.";
+        ended = supervisor->waitUntilEnded(timeAfterSignal);
     }
     if (!ended)
         return refuse("the phone at " + directory.root() + " doesn't go down." + steps);

@@ -32,6 +32,11 @@ Json failure(std::string_view error)
     return { { "ok", false }, { "error", error } };
 }
 
+void send(const BusReply& reply, const Json& answer)
+{
+    reply(answer.dump(-1, ' ', false, Json::error_handler_t::replace));
+}
+
 std::vector<std::string> strings(const Json& request, std::string_view key)
 {
     std::vector<std::string> found;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "phone/system/journal.h"
+#include "platform/darwin/bus.h"
 
 #include <nlohmann/json.hpp>
 #include <string>
@@ -15,6 +16,8 @@ using Json = nlohmann::json;
 
 /// "ok" is false, and an error for people.
 Json failure(std::string_view error);
+
+void send(const platform::BusReply& reply, const Json& answer);
 
 /// The strings of an array in the request; none when it isn't one.
 std::vector<std::string> strings(const Json& request, std::string_view key);

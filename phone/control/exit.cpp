@@ -5,10 +5,13 @@
 #include "phone/springboard/roads.h"
 #include "platform/dispatch/clock.h"
 #include "platform/dispatch/queue.h"
+#include "platform/foundation/device_path.h"
+#include "platform/foundation/directory_tree.h"
 #include "platform/foundation/files.h"
 
 #include <array>
 #include <chrono>
+#include <fcntl.h>
 #include <memory>
 
 namespace phone {
@@ -19,18 +22,43 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr std::array<std::string_view, 2> cacheFolders { "Library/Caches", "tmp" };
-using Counts = std::array<std::size_t, cacheFolders.size()>;
+
+struct Counts {
+    std::array<std::size_t, cacheFolders.size()> items {}; ///< right in the folders
+    std::size_t beneath = 0; ///< in all that is in them; a clearing may be long at work in one item
+
+    bool allGone() const { return items == decltype(items) {}; }
+    friend bool operator==(const Counts&, const Counts&) = default;
+};
 
 /// So long nothing may change before a clearing counts as not begun, or as ended.
 constexpr auto patience = 1s;
 /// So long a clearing is watched.
 constexpr auto longestWatch = 3s;
 
+std::size_t countBeneath(int directory, int depth)
+{
+    constexpr int deepest = 64;
+    std::size_t count = 0;
+    for (platform::detail::DirectoryListing listing(directory); !listing.empty(); listing.advance()) {
+        ++count;
+        if (listing.kind() == platform::detail::EntryKind::Other || depth >= deepest)
+            continue;
+        if (const auto inner = platform::detail::openDirectoryIn(directory, listing.name()))
+            count += countBeneath(inner.get(), depth + 1);
+    }
+    return count;
+}
+
 Counts countItems(const std::optional<std::string>& container)
 {
-    Counts counts {};
-    for (std::size_t index = 0; container && index < counts.size(); ++index)
-        counts[index] = directoryEntries(pathByAppending(*container, cacheFolders[index])).size();
+    Counts counts;
+    for (std::size_t index = 0; container && index < counts.items.size(); ++index) {
+        const std::string folder = pathByAppending(*container, cacheFolders[index]);
+        counts.items[index] = directoryEntries(folder).size();
+        if (const auto opened = platform::detail::openDevicePath(folder, O_RDONLY | O_DIRECTORY); opened.descriptor)
+            counts.beneath += countBeneath(opened.descriptor.get(), 0);
+    }
     return counts;
 }
 
@@ -73,7 +101,7 @@ private:
         const std::chrono::nanoseconds now = clockNow();
         if (std::exchange(last_, counts) != counts)
             changed_ = now;
-        const bool isOver = counts == Counts {} || now - changed_ >= patience;
+        const bool isOver = counts.allGone() || now - changed_ >= patience;
         if (isOver || now - began_ >= longestWatch)
             report(!isOver);
         else
@@ -83,9 +111,9 @@ private:
     void report(bool goesOn) const
     {
         Json folders = Json::array();
-        for (std::size_t index = 0; index < last_.size(); ++index)
-            folders.push_back(
-                { { "folder", cacheFolders[index] }, { "before", before_[index] }, { "after", last_[index] } });
+        for (std::size_t index = 0; index < cacheFolders.size(); ++index)
+            folders.push_back({ { "folder", cacheFolders[index] }, { "before", before_.items[index] },
+                { "after", last_.items[index] } });
         reply_({ { "ok", true }, { "application", identifier_ }, { "front", frontmostApplication() },
             { "folders", folders }, { "clearingGoesOn", goesOn }, { "journal", toJson(takeJournal()) } });
     }

@@ -80,11 +80,6 @@ private:
         BusReply reply_;
     };
 
-    static void send(const BusReply& reply, const Json& answered)
-    {
-        reply(answered.dump(-1, ' ', false, Json::error_handler_t::replace));
-    }
-
     const RequestRow* find(std::string_view verb) const
     {
         for (const RequestRows* const table : tables_)

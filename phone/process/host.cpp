@@ -14,6 +14,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <unistd.h>
 
@@ -47,6 +48,8 @@ public:
     explicit StartReport(int descriptor)
         : descriptor_(descriptor)
     {
+        if (descriptor_ && ::fcntl(descriptor_.get(), F_SETFD, FD_CLOEXEC) != 0)
+            std::fprintf(stderr, "what this process starts holds its report open\n");
     }
 
     void tell(const std::string& line) const

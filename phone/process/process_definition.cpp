@@ -40,13 +40,13 @@ constexpr Framework appStoreFrameworks[] { foundationClasses, uiKitClasses, fron
     appStoreDaemonClasses, storeKitUIClasses };
 constexpr Framework appstoredFrameworks[] { foundationClasses, appStoreDaemonClasses };
 constexpr Framework itunesstoredFrameworks[] { foundationClasses, appStoreDaemonClasses, storeKitUIClasses };
+constexpr Framework applicationFrameworks[] { foundationClasses, uiKitClasses, launchServicesClasses };
+
 /// The system's own code in a process that has SpringBoard open applications for it.
 void openThroughSpringBoard()
 {
     setOpenApplicationHandler(forwardOpenRequest);
 }
-
-constexpr Framework applicationFrameworks[] { foundationClasses, uiKitClasses, launchServicesClasses };
 
 constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &authenticationRequests,
     &deviceRequests, &exitRequests, &iconRequests, &launchRequests, &notificationRequests, &screenRequests,

@@ -49,6 +49,12 @@ ChildProcess startChild(std::vector<std::string> arguments)
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0)
         return {};
+    // What the program has started may hold the other end when the program itself has long ended.
+    if (::fcntl(ends[0], F_SETFL, O_NONBLOCK) != 0) {
+        ::close(ends[0]);
+        ::close(ends[1]);
+        return {};
+    }
     arguments.emplace_back("--report-fd");
     arguments.push_back(std::to_string(ends[1]));
     std::vector<char*> pointers;

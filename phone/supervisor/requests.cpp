@@ -2,6 +2,7 @@
 #include "phone/supervisor/supervisor.h"
 #include "platform/dispatch/queue.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -14,11 +15,6 @@ using namespace platform;
 using namespace std::chrono_literals;
 
 namespace {
-
-void send(const BusReply& reply, const Json& answer)
-{
-    reply(answer.dump(-1, ' ', false, Json::error_handler_t::replace));
-}
 
 /// The processes' own answers, gathered as they come in.
 struct GatheredStatus {
@@ -40,7 +36,7 @@ void Supervisor::answer(std::string_view request, BusReply reply)
     else if (verb == "respring")
         restart("SpringBoard", SIGTERM, std::move(reply));
     else if (verb == "down") {
-        downReply_ = std::move(reply);
+        downReplies_.push_back(std::move(reply));
         stopRunLoop();
     } else if (verb == "ping")
         send(reply, { { "ok", true } });
@@ -59,7 +55,7 @@ void Supervisor::answerStatus(BusReply reply)
     for (std::size_t index = 0; index < processes_.size(); ++index) {
         const Process& process = processes_[index];
         gathered->status["processes"].push_back({ { "name", process.name }, { "running", process.ready },
-            { "pid", process.child.pid }, { "answers", false }, { "restarts", process.starts - 1 },
+            { "pid", process.child.pid }, { "answers", false }, { "restarts", std::max(0, process.starts - 1) },
             { "injected", Json::array() }, { "crashes", process.crashes },
             { "lastSignal", process.lastSignal == 0 ? Json() : Json(process.lastSignal) },
             { "lastLoaded", process.lastLoaded.empty() ? Json() : Json(process.lastLoaded) },
@@ -79,6 +75,17 @@ void Supervisor::answerStatus(BusReply reply)
                 send(gathered->reply, gathered->status);
         });
     }
+}
+
+void Supervisor::answerDown(const std::vector<std::string>& killed)
+{
+    for (const BusReply& reply : std::exchange(downReplies_, {}))
+        send(reply, { { "ok", true }, { "killed", killed } });
+}
+
+void Supervisor::answerRestart(const Process& process, std::chrono::milliseconds took, const BusReply& reply)
+{
+    send(reply, { { "ok", true }, { "pid", process.child.pid }, { "milliseconds", took.count() } });
 }
 
 void Supervisor::restart(const std::string& name, int signal, BusReply reply)

@@ -14,21 +14,11 @@ namespace {
 constexpr std::string_view loading = "loading ";
 constexpr std::string_view readyWord = "ready";
 
-/// A signal that a program's own fault brings; who kills a process from outside takes another.
+/// Who ends a process from outside takes one of these; any other comes of what the process does.
 bool isCrash(int signal)
 {
-    switch (signal) {
-    case SIGILL:
-    case SIGTRAP:
-    case SIGABRT:
-    case SIGBUS:
-    case SIGFPE:
-    case SIGSEGV:
-    case SIGSYS:
-        return true;
-    default:
-        return false;
-    }
+    constexpr int fromOutside[] { SIGKILL, SIGTERM, SIGINT, SIGHUP, SIGQUIT };
+    return std::ranges::find(fromOutside, signal) == std::end(fromOutside);
 }
 
 } // namespace
@@ -60,17 +50,22 @@ std::string SupervisedProcess::noteEnd(int status, Clock::time_point now)
 {
     if (std::exchange(endIsAskedFor, false))
         return {};
+    // Once it is to come up without libraries, only its owner changes that.
+    if (!comesUpWithoutLibraries() && now - started >= longestCrashingRun)
+        crashes = 0;
     const std::string who = name + " (process " + std::to_string(child.pid) + ")";
     if (!WIFSIGNALED(status))
         return who + " ended with status " + std::to_string(WEXITSTATUS(status));
     const int signal = WTERMSIG(status);
-    std::string sentence = who + " died of signal " + std::to_string(signal) + " (" + ::sigdescr_np(signal) + ") with ";
+    const char* const description = ::sigdescr_np(signal);
+    std::string sentence = who + " died of signal " + std::to_string(signal) + " ("
+        + (description ? description : "without a name") + ") with ";
     for (const std::string& library : libraries)
         sentence += (&library == &libraries.front() ? "" : ", ") + library;
     if (libraries.empty())
         sentence += "no third-party library";
     if (isCrash(signal)) {
-        crashes = now - started >= longestCrashingRun ? 1 : crashes + 1;
+        ++crashes;
         lastSignal = signal;
         if (crashes == mostCrashes)
             sentence += "; it comes up without third-party libraries now";

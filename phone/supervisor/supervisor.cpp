@@ -25,6 +25,9 @@ using platform::detail::Descriptor;
 
 namespace {
 
+/// Who runs for less hasn't started well.
+constexpr auto shortestRun = 1s;
+
 /// So many starts in a row may fail before the phone counts as broken, while it comes up.
 constexpr int patience = 5;
 
@@ -145,15 +148,20 @@ void Supervisor::watchDirectory()
     addRunLoopSource(directoryWatch_.get(), [this] { endWithDirectory(); });
 }
 
+/// Whether the phone's folder is still the one that this supervisor has locked, and no other phone's.
+bool Supervisor::holdsDirectory() const
+{
+    struct stat held { };
+    struct stat present { };
+    return ::fstat(lock_.get(), &held) == 0 && ::stat(directory_.lockFile().c_str(), &present) == 0
+        && held.st_ino == present.st_ino && held.st_dev == present.st_dev;
+}
+
 void Supervisor::endWithDirectory()
 {
     char events[4096];
     while (::read(directoryWatch_.get(), events, sizeof events) > 0) { }
-    struct stat held { };
-    struct stat present { };
-    const bool isThere = ::fstat(lock_.get(), &held) == 0 && ::stat(directory_.lockFile().c_str(), &present) == 0
-        && held.st_ino == present.st_ino && held.st_dev == present.st_dev;
-    if (isThere)
+    if (holdsDirectory())
         return;
     log("the folder of the phone is gone, and so the phone ends");
     stopRunLoop();
@@ -164,10 +172,15 @@ bool Supervisor::startBus(std::string& error)
     busDaemon_ = startBusDaemon(directory_.runDirectory(), error);
     if (busDaemon_ < 0)
         return false;
-    if (connectBus(directory_.busAddress(), supervisorPeer, [] {}))
+    // A bus that this process has lost is as good as none: its end starts another.
+    const auto endDaemon = [this] {
+        if (busDaemon_ > 0)
+            signalOrLog(busDaemon_, SIGKILL);
+    };
+    if (connectBus(directory_.busAddress(), supervisorPeer, endDaemon))
         return true;
     error = "can't reach the phone's bus";
-    endBus();
+    endBus(SIGTERM);
     return false;
 }
 
@@ -217,16 +230,18 @@ void Supervisor::startLater(Process& process)
     });
 }
 
-void Supervisor::hearReport(Process& process)
+/// False when there was nothing to hear.
+bool Supervisor::hearReport(Process& process)
 {
     char bytes[512];
     const ssize_t count = ::read(process.child.reportDescriptor, bytes, sizeof bytes);
     if (count < 0 && (errno == EINTR || errno == EAGAIN))
-        return;
+        return false;
     if (count <= 0)
         stopHearing(process);
     else if (process.hear({ bytes, static_cast<std::size_t>(count) }))
         processIsReady(process);
+    return true;
 }
 
 void Supervisor::stopHearing(Process& process)
@@ -240,14 +255,15 @@ void Supervisor::stopHearing(Process& process)
 void Supervisor::processIsReady(Process& process)
 {
     process.ready = true;
-    if (std::exchange(process.failedStarts, 0) > 1)
+    if (process.failedStarts > 1)
         log(process.name + " has started again");
     const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - process.killed);
     for (const BusReply& reply : std::exchange(process.waiting, {}))
-        reply("{\"ok\":true,\"pid\":" + std::to_string(process.child.pid)
-            + ",\"milliseconds\":" + std::to_string(took.count()) + "}");
-    if (std::ranges::all_of(processes_, &Process::ready))
+        answerRestart(process, took, reply);
+    if (std::ranges::all_of(processes_, &Process::ready)) {
+        hasBeenUp_ = true;
         tellStarter("up");
+    }
 }
 
 void Supervisor::collectEndedChildren()
@@ -270,20 +286,23 @@ void Supervisor::collectEndedChildren()
 void Supervisor::processHasEnded(Process& process, int status)
 {
     // What it has still said, the library that it died in above all.
-    while (process.reportSource != 0)
-        hearReport(process);
-    const bool wasReady = std::exchange(process.ready, false);
-    const std::string end = process.noteEnd(status, Clock::now());
+    while (process.reportSource != 0 && hearReport(process)) { }
+    stopHearing(process);
+    const Clock::time_point now = Clock::now();
+    const int crashesBefore = process.crashes;
+    const bool isAskedFor = process.endIsAskedFor;
+    const std::string end = process.noteEnd(status, now);
+    // One that ends as soon as it is ready is no better than one that doesn't start.
+    const bool hasRun = std::exchange(process.ready, false) && (isAskedFor || now - process.started >= shortestRun);
     process.child = {};
-    if (!wasReady)
-        ++process.failedStarts;
-    if (!end.empty() && (wasReady || process.failedStarts == 1 || process.lastSignal != 0))
+    process.failedStarts = hasRun ? 0 : process.failedStarts + 1;
+    if (!end.empty() && (hasRun || process.failedStarts == 1 || process.crashes != crashesBefore))
         log(end);
-    if (process.failedStarts >= patience && options_.readyDescriptor >= 0 && process.starts == patience) {
+    if (!hasBeenUp_ && options_.readyDescriptor >= 0 && process.failedStarts >= patience) {
         giveUp(process.name + " doesn't start; " + directory_.logFile() + " may tell why");
         return;
     }
-    if (wasReady)
+    if (hasRun)
         startProcess(process);
     else
         startLater(process);
@@ -304,15 +323,13 @@ void Supervisor::comeDown()
     const std::vector<std::string> killed = endProcesses();
     for (const std::string& name : killed)
         log(name + " didn't end when it was told to, and was killed");
-    if (const BusReply reply = std::exchange(downReply_, nullptr)) {
-        std::string names;
-        for (const std::string& name : killed)
-            names += (names.empty() ? "\"" : ",\"") + name + "\"";
-        reply("{\"ok\":true,\"killed\":[" + names + "]}");
-    }
+    answerDown(killed);
     disconnectBus();
-    endBus();
-    directory_.removeSocket();
+    // A daemon tidies its path up when it ends, which may be another phone's by now.
+    const bool isOurs = holdsDirectory();
+    endBus(isOurs ? SIGTERM : SIGKILL);
+    if (isOurs)
+        directory_.removeSocket();
 }
 
 std::vector<std::string> Supervisor::endProcesses()
@@ -333,12 +350,12 @@ std::vector<std::string> Supervisor::endProcesses()
     return killed;
 }
 
-void Supervisor::endBus()
+void Supervisor::endBus(int signal)
 {
     const pid_t daemon = std::exchange(busDaemon_, -1);
     if (daemon < 0)
         return;
-    signalOrLog(daemon, SIGTERM);
+    signalOrLog(daemon, signal);
     if (waitUntil(Clock::now() + timeToEnd, daemon))
         return;
     log("the bus didn't end when it was told to, and was killed");
@@ -356,8 +373,7 @@ void Supervisor::giveUp(const std::string& reason)
 
 void Supervisor::tellStarter(std::string_view text)
 {
-    static bool told = false;
-    if (std::exchange(told, true))
+    if (std::exchange(hasTold_, true))
         return;
     if (options_.readyDescriptor < 0) {
         std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());

@@ -41,6 +41,7 @@ private:
     bool takeLock();
     bool handleSignalsInLoop();
     void watchDirectory();
+    bool holdsDirectory() const;
     void endWithDirectory();
 
     bool startBus(std::string& error);
@@ -48,7 +49,7 @@ private:
 
     void startProcess(Process& process);
     void startLater(Process& process);
-    void hearReport(Process& process);
+    bool hearReport(Process& process);
     void stopHearing(Process& process);
     void processIsReady(Process& process);
     void processHasEnded(Process& process, int status);
@@ -57,12 +58,14 @@ private:
 
     void comeDown();
     std::vector<std::string> endProcesses();
-    void endBus();
+    void endBus(int signal);
     void giveUp(const std::string& reason);
     void tellStarter(std::string_view text);
 
     void answer(std::string_view request, platform::BusReply reply);
     void answerStatus(platform::BusReply reply);
+    void answerDown(const std::vector<std::string>& killed);
+    static void answerRestart(const Process& process, std::chrono::milliseconds took, const platform::BusReply& reply);
     void restart(const std::string& name, int signal, platform::BusReply reply);
     Process* find(std::string_view name);
 
@@ -75,7 +78,9 @@ private:
     int failedBusStarts_ = 0;
     std::vector<Process> processes_;
     bool comingDown_ = false;
-    platform::BusReply downReply_;
+    bool hasBeenUp_ = false; ///< from then on nothing gives the phone up
+    bool hasTold_ = false; ///< the starter
+    std::vector<platform::BusReply> downReplies_;
     int exitStatus_ = 0;
 };
 

@@ -191,7 +191,8 @@ void dispatch_once(dispatch_once_t& token, const Work& work)
         return;
     int state = NotBegun;
     if (token.compare_exchange_strong(state, Running, std::memory_order_acq_rel, std::memory_order_acquire)) {
-        detail::run(work);
+        // A call of the caller's, for what the caller works for.
+        [&work]() noexcept { work(); }();
         token.store(Done, std::memory_order_release);
         token.notify_all();
         return;
