@@ -45,7 +45,8 @@ struct SupervisedProcess {
     bool ready = false;
     bool endIsAskedFor = false;
     int starts = 0;
-    int failedStarts = 0; ///< in a row, without having been ready
+    int failedStarts = 0; ///< in a row, without a run worth the name
+    bool shortageIsSaid = false; ///< in the log; until it has started again
     int crashes = 0;
     int lastSignal = 0; ///< of the last crash
     Clock::time_point started {};

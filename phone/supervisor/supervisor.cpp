@@ -213,7 +213,8 @@ void Supervisor::startProcess(Process& process)
     process.started = Clock::now();
     process.child = startChild(std::move(arguments));
     if (process.child.pid < 0) {
-        if (process.failedStarts++ == 0)
+        ++process.failedStarts;
+        if (!std::exchange(process.shortageIsSaid, true))
             log(because("can't start " + process.name) + "; trying again until it does");
         startLater(process);
         return;
@@ -255,7 +256,7 @@ void Supervisor::stopHearing(Process& process)
 void Supervisor::processIsReady(Process& process)
 {
     process.ready = true;
-    if (process.failedStarts > 1)
+    if (std::exchange(process.shortageIsSaid, false) || process.failedStarts > 1)
         log(process.name + " has started again");
     const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - process.killed);
     for (const BusReply& reply : std::exchange(process.waiting, {}))
