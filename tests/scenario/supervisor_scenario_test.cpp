@@ -235,6 +235,39 @@ TEST(SupervisorScenario, APhoneWhoseFolderIsTakenAwayEnds)
     EXPECT_TRUE(holdsWithin(10s, [&] { return !isAlive(supervisor) && !isAlive(springBoard); }));
 }
 
+TEST(SupervisorScenario, AnEndingPhoneLeavesTheBusOfItsSuccessorAlone)
+{
+    const Phone phone;
+    const Json up = phone.answer({ "phone", "up" });
+    const int supervisor = up["supervisor"];
+    // It takes its time to end.
+    ::kill(processNamed(up, "SpringBoard")["pid"], SIGSTOP);
+    std::filesystem::remove_all(phone.root());
+    phone.answer({ "phone", "up" });
+    EXPECT_TRUE(isAlive(supervisor)) << "the former phone ended before it could do harm";
+    EXPECT_TRUE(holdsWithin(10s, [&] { return !isAlive(supervisor); }));
+    EXPECT_TRUE(allAnswer(phone));
+}
+
+TEST(SupervisorScenario, WhatALibraryHasStartedHoldsNobodyUp)
+{
+    const Phone phone;
+    phone.answer({ "phone", "up" });
+    phone.answer({ "phone", "down" });
+    const std::string folder = phone.root() + "/Library/MobileSubstrate/DynamicLibraries/";
+    std::filesystem::copy_file(LIBRARY_WITH_HELPER, folder + "WithHelper.dylib");
+    std::filesystem::copy_file(LIBRARY_WITH_HELPER, folder + "WithoutFilter.dylib");
+    std::ofstream(folder + "WithHelper.plist") << "{ Filter = { Bundles = ( \"com.apple.Spotlight\" ); }; }";
+    const Json up = phone.answer({ "phone", "up" });
+    EXPECT_EQ(processNamed(up, "Spotlight")["injected"].size(), 2U);
+    EXPECT_EQ(processNamed(up, "SpringBoard")["injected"].size(), 1U);
+    EXPECT_NE(logOf(phone).find("WithoutFilter.dylib is passed over"), std::string::npos) << logOf(phone);
+    const auto before = Clock::now();
+    phone.answer({ "phone", "kill", "Spotlight" });
+    EXPECT_TRUE(allAnswer(phone));
+    EXPECT_LT(Clock::now() - before, 10s);
+}
+
 TEST(SupervisorScenario, UpHandsNothingOn)
 {
     const Phone phone;
