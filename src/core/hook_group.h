@@ -91,10 +91,12 @@ concept Implements = std::is_same_v<decltype(Function), typename MethodTypes<Sig
 template <HookKind Kind, class Self, platform::Name ClassName, platform::Name Selector, class Signature>
 class Replacement {
 public:
-    static constexpr HookRow
-    row() requires std::derived_from<Self, Replacement> && Implements<&Self::replacement, Signature>
+    // A template, so that it is looked at when the derived struct is complete.
+    template <class Derived = Self>
+    requires std::derived_from<Derived, Replacement> && Implements<&Derived::replacement, Signature>
+    static constexpr HookRow row()
     {
-        return { Kind, ClassName.view(), Selector.view(), &implementationOf<&Self::replacement>,
+        return { Kind, ClassName.view(), Selector.view(), &implementationOf<&Derived::replacement>,
             MethodTypes<Signature>::encoding, &original.implementation };
     }
 
@@ -130,11 +132,12 @@ template <class Self, platform::Name ClassName, platform::Name Selector, class S
 
 /// Adds the instance method `Self::implementation`.
 template <class Self, platform::Name ClassName, platform::Name Selector, class Signature> struct AddedMethod {
-    static constexpr HookRow
-    row() requires std::derived_from<Self, AddedMethod> && detail::Implements<&Self::implementation, Signature>
+    template <class Derived = Self>
+    requires std::derived_from<Derived, AddedMethod> && detail::Implements<&Derived::implementation, Signature>
+    static constexpr HookRow row()
     {
         return { HookKind::AddMethod, ClassName.view(), Selector.view(),
-            &detail::implementationOf<&Self::implementation>, detail::MethodTypes<Signature>::encoding };
+            &detail::implementationOf<&Derived::implementation>, detail::MethodTypes<Signature>::encoding };
     }
 };
 
