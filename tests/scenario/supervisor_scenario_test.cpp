@@ -361,8 +361,9 @@ TEST(SupervisorScenario, ComesBackFromAnyStormOrEndsWhenItIsTold)
         const auto before = Clock::now();
         const int status = phone.run({ "phone", "down" }).status;
         // One that was killed may be there yet when it is looked for, or not.
-        if (kind == 6)
+        if (kind == 6) {
             EXPECT_EQ(status, 0);
+        }
         EXPECT_LT(Clock::now() - before, 10s);
         EXPECT_TRUE(holdsWithin(2s, [&] { return !isAlive(supervisor) && !isAlive(victim); }));
         ++downs;
