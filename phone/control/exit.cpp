@@ -50,12 +50,16 @@ std::size_t countBeneath(int directory, int depth)
     return count;
 }
 
-Counts countItems(const std::optional<std::string>& container)
+enum class Depth { Top, All };
+
+Counts countItems(const std::optional<std::string>& container, Depth depth)
 {
     Counts counts;
     for (std::size_t index = 0; container && index < counts.items.size(); ++index) {
         const std::string folder = pathByAppending(*container, cacheFolders[index]);
         counts.items[index] = directoryEntries(folder).size();
+        if (depth == Depth::Top)
+            continue;
         if (const auto opened = platform::detail::openDevicePath(folder, O_RDONLY | O_DIRECTORY); opened.descriptor)
             counts.beneath += countBeneath(opened.descriptor.get(), 0);
     }
@@ -72,14 +76,14 @@ public:
     {
     }
 
-    void begin() { count(0ms, &Exit::end); }
+    void begin() { count(0ms, Depth::Top, &Exit::end); }
 
 private:
-    void count(std::chrono::milliseconds delay, void (Exit::*next)(const Counts& counts))
+    void count(std::chrono::milliseconds delay, Depth depth, void (Exit::*next)(const Counts& counts))
     {
         dispatch_after(delay, dispatch_get_global_queue(QueuePriority::Default),
-            [self = shared_from_this(), next, container = container_]() mutable {
-                const Counts counts = countItems(container);
+            [self = shared_from_this(), depth, next, container = container_]() mutable {
+                const Counts counts = countItems(container, depth);
                 dispatch_async(
                     dispatch_get_main_queue(), [self = std::move(self), next, counts] { ((*self).*next)(counts); });
             });
@@ -93,7 +97,7 @@ private:
             return;
         }
         began_ = changed_ = clockNow();
-        count(0ms, &Exit::look);
+        count(0ms, Depth::All, &Exit::look);
     }
 
     void look(const Counts& counts)
@@ -105,7 +109,7 @@ private:
         if (isOver || now - began_ >= longestWatch)
             report(!isOver);
         else
-            count(20ms, &Exit::look);
+            count(20ms, Depth::All, &Exit::look);
     }
 
     void report(bool goesOn) const

@@ -2,7 +2,6 @@
 
 #include "platform/darwin/system.h"
 
-#include <chrono>
 #include <string>
 #include <string_view>
 #include <vector>
