@@ -38,7 +38,7 @@ BEGIN {
     # The command: its groups of verbs, on what they share.
     shared = "platform phone core entry launch state surfaces icons record panel cli/command"
     below["cli/command"] = "platform phone"
-    below["cli/explain"] = below["cli/phone"] = below["cli/plan"] = below["cli/policy"] = shared
+    below["cli/app"] = below["cli/explain"] = below["cli/phone"] = below["cli/plan"] = below["cli/policy"] = shared
     below["cli"] = "platform phone cli"
 
     # Tests and benchmarks include what they try.

@@ -16,7 +16,7 @@ namespace cli {
 namespace {
 
 constexpr const VerbRows* tables[] { &planVerbs, &lifeVerbs, &launchVerbs, &switcherVerbs, &screenVerbs, &deviceVerbs,
-    &notificationVerbs, &iconVerbs, &storeVerbs, &policyVerbs, &explainVerbs };
+    &notificationVerbs, &iconVerbs, &storeVerbs, &recordVerbs, &policyVerbs, &explainVerbs };
 
 struct VerbGroup {
     std::string_view words;
@@ -26,6 +26,7 @@ struct VerbGroup {
 constexpr VerbGroup groups[] {
     { "phone", "run a phone and use it" },
     { "phone store", "visit the store" },
+    { "app", "see and change one application, as the panel does" },
     { "policy", "read and change what the phone does for each application" },
     { "explain", "say what would happen, and which rule says so" },
 };

@@ -44,6 +44,7 @@ extern const VerbRows lifeVerbs;
 extern const VerbRows notificationVerbs;
 extern const VerbRows planVerbs;
 extern const VerbRows policyVerbs;
+extern const VerbRows recordVerbs;
 extern const VerbRows screenVerbs;
 extern const VerbRows storeVerbs;
 extern const VerbRows switcherVerbs;

@@ -2,9 +2,9 @@
 
 #include "cli/command/phone_client.h"
 #include "cli/policy/policy_value.h"
-#include "cli/policy/property_list_json.h"
 #include "cli/policy/side_file_policies.h"
 #include "core/preference_domain.h"
+#include "phone/control/value_json.h"
 #include "platform/darwin/bus.h"
 #include "platform/darwin/notify.h"
 #include "platform/foundation/files.h"
@@ -67,7 +67,7 @@ ExitStatus publish(const phone::PhoneDirectory& directory, const WriteOutcome& o
     else
         text << " The phone isn't up, so nobody was told.";
     text << describeSetAside(outcome.setAside);
-    Json object { { "ok", true }, { "key", key }, { "value", toJson(preferences()->objectForKey(key)) },
+    Json object { { "ok", true }, { "key", key }, { "value", phone::toJson(preferences()->objectForKey(key)) },
         { "notification", row.notification.empty() ? Json(nullptr) : Json(row.notification) }, { "posted", told } };
     if (!outcome.setAside.empty())
         object["setAside"] = outcome.setAside;
@@ -127,7 +127,7 @@ ExitStatus listPolicies(const phone::PhoneDirectory& directory)
     if (const auto problem = preferenceProblem(*defaults))
         return refuse(*problem);
     const id all = defaults->dictionaryRepresentation();
-    const Json object = toJson(all);
+    const Json object = phone::toJson(all);
     std::ostringstream text;
     if (pairsOf(all).empty())
         text << "Nothing is set.";
@@ -161,7 +161,7 @@ ExitStatus showPolicies(const phone::PhoneDirectory& directory, const std::strin
             value = pairsOf(defaults->objectForKey(row.name))[identifier];
         if (!value)
             continue;
-        object[std::string(row.name)] = toJson(value);
+        object[std::string(row.name)] = phone::toJson(value);
         text << row.name << (row.isPrefix ? identifier : "") << ": "
              << (!row.isPrefix && row.type == PreferenceType::IdentifierList ? "listed" : onOneLine(describe(value)))
              << '\n';

@@ -49,6 +49,7 @@ extern const RequestRows exitRequests;
 extern const RequestRows iconRequests;
 extern const RequestRows launchRequests;
 extern const RequestRows notificationRequests;
+extern const RequestRows recordRequests;
 extern const RequestRows screenRequests;
 extern const RequestRows searchRequests;
 extern const RequestRows searchStatusRequests;

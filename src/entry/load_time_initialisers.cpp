@@ -1,6 +1,7 @@
 #include "entry/load_time_initialisers.h"
 
 #include "core/late_bound_functions.h"
+#include "entry/library_classes.h"
 #include "entry/process_role.h"
 #include "platform/darwin/images.h"
 #include "platform/dispatch/queue.h"
@@ -45,6 +46,7 @@ void initializeTerminationAssertion()
 
 void initializeLibrary()
 {
+    registerLibraryClasses();
     carryOut(planLoad(currentLoadFacts()));
 }
 

@@ -1,10 +1,10 @@
-#include "cli/policy/property_list_json.h"
+#include "phone/control/value_json.h"
 
 #include "platform/foundation/values.h"
 
 #include <nlohmann/json.hpp>
 
-namespace cli {
+namespace phone {
 
 using namespace platform;
 using Json = nlohmann::json;
@@ -44,4 +44,4 @@ Json toJson(const id& value)
     return nullptr;
 }
 
-} // namespace cli
+} // namespace phone

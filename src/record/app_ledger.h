@@ -1,0 +1,95 @@
+#pragma once
+
+#include "platform/runtime/class_definition.h"
+#include "platform/runtime/object.h"
+#include "platform/runtime/reclamation.h"
+#include "record/bundle_facts.h"
+
+#include <string>
+
+/// The record of one application, or of a web clip on the Home Screen: what the panel shows and acts on.
+
+namespace appledger {
+
+/// `ALAppLedger`. A snapshot: made when the panel opens, gone with it, and never read anew.
+///
+/// The main fields are there when the record is: they are read from the system's objects on the thread that makes it,
+/// which waits for the disk meanwhile. What stands in the bundle's files is read on a global queue afterwards; until
+/// then, and where a file can't be understood, those fields keep their defaults. Nobody is told when they arrive.
+/// A selector that the system's objects lack leaves its field at the default. The fields belong to the main thread,
+/// those of the bundle's files may be read from any.
+///
+/// What is done to the application stands in files of its own, beside this one.
+class ALAppLedger : public platform::NSObject {
+public:
+    static const platform::ClassDefinition definition;
+    ~ALAppLedger() override;
+
+    /// `appLedgerForBundleIdentifier:iconImage:`. Nil arguments are legal.
+    static platform::Ref<ALAppLedger> forBundleIdentifier(
+        const platform::id& bundleIdentifier, const platform::id& iconImage);
+
+    /// Of whatever answers as an application proxy does, without SpringBoard's application.
+    static platform::Ref<ALAppLedger> forProxy(const platform::id& bundleIdentifier, const platform::id& proxy);
+
+    /// Nil where there is no SpringBoard.
+    static platform::id sbApplicationForBundleIdentifier(const platform::id& bundleIdentifier);
+
+    platform::id initWithBundleIdentifier(const platform::id& identifier);
+    void loadData();
+    void loadMoreInfo();
+
+    /// The display name; nil for an icon that answers none.
+    platform::id name() const;
+    bool isApplication() const { return sbApplication != nullptr; }
+    /// The name that the owner has given, or nil.
+    platform::id customIconName() const;
+    /// Nil takes it back. The label of the record's icon view shows it at once.
+    void setCustomIconName(const platform::id& newName);
+    bool hasAppStoreApp() const;
+    void openInAppStore() const;
+
+    // Set by who makes the record.
+    platform::id iconView;
+    platform::id iconImage;
+
+    platform::id bundleIdentifier; ///< "N/A" when nobody knows one
+    platform::id sbApplication;
+    platform::id appProxy;
+
+    platform::id version;
+    bool appStoreVendable = false;
+    bool isDeletable = false;
+    platform::id bundleURL;
+    platform::id dataContainerURL;
+    platform::id appGroups; ///< array of ALAppLedgerGroup, by identifier; nil when nobody knows
+    std::int64_t diskUsage = 0; ///< bytes
+    platform::id diskUsageString;
+    platform::id entitlements;
+    platform::id entitlementsIdentifiers;
+
+    /// What the bundle's files say. They are written once, whole.
+    BundleFacts bundleFacts() const;
+    void setBundleFacts(const BundleFacts& facts);
+
+private:
+    void begin(const platform::id& identifier, const platform::id& application, const platform::id& proxy);
+    void loadVersion();
+    void loadBundleURL();
+    void loadGroups();
+    void loadDiskUsage();
+
+    platform::Published<BundleFacts> bundleFacts_;
+};
+
+/// `ALAppLedgerGroup`: a container that an application shares with others.
+class ALAppLedgerGroup : public platform::NSObject {
+public:
+    static const platform::ClassDefinition definition;
+    static platform::id groupWithIdentifier(const platform::id& identifier, const platform::id& url);
+
+    platform::id identifier;
+    platform::id url;
+};
+
+} // namespace appledger
