@@ -3,8 +3,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <clocale>
 #include <cstdlib>
+#include <cwctype>
 #include <limits>
+#include <wctype.h>
 
 namespace platform {
 
@@ -88,6 +91,30 @@ bool String_containsString(const id& self, SEL, const id& part)
     return text && stringOf(self).text.find(text->view()) != std::string::npos;
 }
 
+/// The text as a device in English sorts it: by its letters whatever their case, then by their code.
+std::wstring foldedText(std::string_view text)
+{
+    static const locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    std::wstring folded;
+    for (std::size_t at = 0; at < text.size();) {
+        const auto first = static_cast<unsigned char>(text[at]);
+        const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+        wchar_t code = length == 1 ? first : first & (0x7F >> length);
+        for (const char following : text.substr(at + 1, length - 1))
+            code = code << 6 | (following & 0x3F);
+        folded += static_cast<wchar_t>(locale ? ::towlower_l(static_cast<wint_t>(code), locale) : code);
+        at += length;
+    }
+    return folded;
+}
+
+NSInteger String_localizedCaseInsensitiveCompare(const id& self, SEL, const id& other)
+{
+    const auto text = asString(other);
+    const int order = foldedText(stringOf(self).text).compare(text ? foldedText(*text) : std::wstring());
+    return order < 0 ? -1 : order > 0;
+}
+
 id String_stringByAppendingString(const id& self, SEL, const id& tail)
 {
     requireObject(tail, "stringByAppendingString:");
@@ -135,6 +162,7 @@ constexpr MethodDefinition methods[] {
     method<"integerValue", &String_integerValue>(),
     method<"isEqualToString:", &String_isEqualToString>(),
     method<"length", &String_length>(),
+    method<"localizedCaseInsensitiveCompare:", &String_localizedCaseInsensitiveCompare>(),
     method<"longLongValue", &String_integerValue>(),
     method<"stringByAppendingString:", &String_stringByAppendingString>(),
 };

@@ -7,6 +7,7 @@
 #include "platform/foundation/url.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
+#include "record/executable.h"
 
 #include <algorithm>
 
@@ -266,7 +267,9 @@ void ALAppLedger::loadMoreInfo()
     entitlements = askObject<"entitlements">(appProxy);
     entitlementsIdentifiers = askObject<"allKeys">(entitlements);
     dispatch_async(dispatch_get_global_queue(QueuePriority::Default), [record = Ref(this), path = pathOf(bundleURL)] {
-        record->setBundleFacts(readBundleFacts(dictionaryAtBundle(path), [](const std::string&) { return false; }));
+        record->setBundleFacts(readBundleFacts(dictionaryAtBundle(path), [&path](const std::string& executableName) {
+            return isEncryptedExecutable(pathByAppending(path, executableName));
+        }));
     });
 }
 
