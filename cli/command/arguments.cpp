@@ -77,6 +77,11 @@ Argument Arguments::add(const std::string& name, std::string& value, const std::
     return Argument(verb_, verb_.add_option(name, value, description));
 }
 
+Argument Arguments::add(const std::string& name, std::vector<std::string>& value, const std::string& description)
+{
+    return Argument(verb_, verb_.add_option(name, value, description));
+}
+
 Argument Arguments::add(const std::string& name, double& value, const std::string& description)
 {
     return Argument(verb_, verb_.add_option(name, value, description));

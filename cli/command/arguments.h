@@ -54,6 +54,7 @@ public:
     Argument add(const std::string& name, std::vector<Word>& value, const std::string& description = {});
     /// As it is, byte for byte: the path of a file.
     Argument add(const std::string& name, std::string& value, const std::string& description = {});
+    Argument add(const std::string& name, std::vector<std::string>& value, const std::string& description = {});
     Argument add(const std::string& name, double& value, const std::string& description = {});
     Argument add(const std::string& name, std::optional<double>& value, const std::string& description = {});
     Argument add(const std::string& name, std::optional<long>& value, const std::string& description = {});

@@ -1,5 +1,6 @@
 #include "phone/control/answers.h"
 
+#include "platform/dispatch/activity.h"
 #include "platform/dispatch/run_loop.h"
 
 #include <chrono>
@@ -15,6 +16,8 @@ constexpr JournalEvent everyEvent[] { JournalEvent::Sent, JournalEvent::Ran, Jou
     JournalEvent::Published, JournalEvent::Sounded, JournalEvent::Alerted, JournalEvent::Haptic, JournalEvent::Volume,
     JournalEvent::VolumeHUD, JournalEvent::Brightness, JournalEvent::IdleTimer, JournalEvent::IconAccessory,
     JournalEvent::Note };
+
+constexpr std::chrono::seconds patience { 1 };
 
 } // namespace
 
@@ -56,8 +59,14 @@ std::string text(const Json& request, std::string_view key)
 
 void settle()
 {
-    constexpr std::chrono::seconds patience { 1 };
     runUntilIdle(patience);
+}
+
+void settleEverywhere()
+{
+    settle();
+    const Activity activity = currentActivity();
+    runUntil([activity] { return !isWorkInHand(activity); }, patience);
 }
 
 Json launchReport(const std::vector<JournalEntry>& entries)

@@ -26,6 +26,9 @@ std::string text(const Json& request, std::string_view key);
 /// Runs what the request has brought about until nothing is left to run, a second at most.
 void settle();
 
+/// The same, and then until the work is done that the request has queued for other threads.
+void settleEverywhere();
+
 /// "ok" and what the journal holds of an attempt to open something.
 Json launchReport(const std::vector<JournalEntry>& entries);
 

@@ -55,7 +55,7 @@ Json showRecord(const Json& request)
     const FoundRecord found = applicationRecord(text(request, "application"));
     if (!found.record)
         return failure(found.error);
-    settle(); // what it reads of the bundle's files arrives later
+    settleEverywhere(); // what it reads of the bundle's files arrives later, untold
     return { { "ok", true }, { "record", recordJson(found.record) } };
 }
 

@@ -1,5 +1,6 @@
 #include "phone/device/device_image.h"
 
+#include "phone/device/containers.h"
 #include "phone/device/mach_o.h"
 #include "phone/device/removed_applications.h"
 #include "phone/device/sample_applications.h"
@@ -52,6 +53,31 @@ void writeIfMissing(const std::string& path, const id& propertyList)
         check(writePropertyList(propertyList, path, PropertyListFormat::Binary), path);
 }
 
+/// A container of that name in that place, with these folders, that belongs to the identifier.
+void makeContainer(std::string_view place, const std::string& name, std::string_view identifier,
+    std::initializer_list<std::string_view> folders)
+{
+    const std::string container = pathByAppending(place, name);
+    for (const std::string_view folder : folders)
+        check(createDirectories(container + std::string(folder)), container);
+    writeIfMissing(
+        pathByAppending(container, containerMetadata), dictionary({ { containerOwnerKey, string(identifier) } }));
+}
+
+id texts(Texts list)
+{
+    std::vector<id> items;
+    for (const std::string_view text : list)
+        items.push_back(string(text));
+    return array(std::move(items));
+}
+
+id urlType(const SampleApplication& application, const id& schemes)
+{
+    return dictionary(
+        { { "CFBundleURLName", string(application.bundleIdentifier) }, { "CFBundleURLSchemes", schemes } });
+}
+
 id information(const SampleApplication& application)
 {
     std::vector<std::pair<id, id>> pairs { { string("CFBundleIdentifier"), string(application.bundleIdentifier) },
@@ -59,38 +85,70 @@ id information(const SampleApplication& application)
         { string("CFBundleDisplayName"), string(application.name) },
         { string("CFBundleExecutable"), string(application.name) }, { string("CFBundlePackageType"), string("APPL") },
         { string("CFBundleShortVersionString"), string(application.version) },
-        { string("CFBundleVersion"), string(application.version) }, { string("MinimumOSVersion"), string("12.0") } };
+        { string("CFBundleVersion"), string(application.version) }, { string("MinimumOSVersion"), string("12.0") },
+        { string("DTPlatformVersion"), string("16.0") } };
+    std::vector<id> urlTypes;
     if (!application.urlScheme.empty())
-        pairs.emplace_back(string("CFBundleURLTypes"),
-            array({ dictionary({ { "CFBundleURLName", string(application.bundleIdentifier) },
-                { "CFBundleURLSchemes", array({ application.urlScheme }) } }) }));
+        urlTypes.push_back(urlType(application, array({ application.urlScheme })));
+    if (!application.declarations.otherSchemes.empty())
+        urlTypes.push_back(urlType(application, texts(application.declarations.otherSchemes)));
+    if (!urlTypes.empty())
+        pairs.emplace_back(string("CFBundleURLTypes"), array(std::move(urlTypes)));
+    const std::pair<std::string_view, Texts> lists[] { { "LSApplicationQueriesSchemes",
+                                                           application.declarations.queriesSchemes },
+        { "NSUserActivityTypes", application.declarations.activityTypes },
+        { "UIBackgroundModes", application.declarations.backgroundModes } };
+    for (const auto& [key, list] : lists)
+        if (!list.empty())
+            pairs.emplace_back(string(key), texts(list));
     return dictionary(std::move(pairs));
+}
+
+/// An XML property list.
+std::string entitlements(const SampleApplication& application)
+{
+    const std::string team = application.isSystem ? "" : "EXAMPLE001.";
+    std::vector<std::pair<id, id>> pairs {
+        { string("application-identifier"), string(team + std::string(application.bundleIdentifier)) },
+        { string("get-task-allow"), boolean(false) },
+        { string("keychain-access-groups"), array({ team + std::string(application.bundleIdentifier) }) },
+    };
+    if (!application.declarations.groups.empty())
+        pairs.emplace_back(string("com.apple.security.application-groups"), texts(application.declarations.groups));
+    return dataFromPropertyList(dictionary(std::move(pairs)), PropertyListFormat::Xml).value_or(std::string());
 }
 
 void install(const SampleApplication& application)
 {
     const std::string folder = application.isSystem
         ? "/Applications"
-        : "/var/containers/Bundle/Application/" + containerName("bundle", application.bundleIdentifier);
+        : std::string(bundleContainers) + "/" + containerName("bundle", application.bundleIdentifier);
     const std::string bundle = folder + "/" + std::string(application.name) + ".app";
     check(createDirectories(bundle), bundle);
+    const bool isSold = application.storeIdentifier != 0;
     const std::string executable = pathByAppending(bundle, application.name);
     if (!fileExists(executable))
-        check(writeFileAtomically(
-                  executable, machOExecutable(application.isSystem ? Encryption::Absent : Encryption::Set), 0755),
+        check(writeFileAtomically(executable,
+                  machOExecutable(isSold ? Encryption::Set : Encryption::Absent, entitlements(application)), 0755),
             executable);
+    if (isSold)
+        writeIfMissing(pathByAppending(folder, storeMetadata),
+            dictionary({ { storeIdentifierKey, number(application.storeIdentifier) } }));
     // Last, since a folder counts as an application once it has this file.
     writeIfMissing(pathByAppending(bundle, "Info.plist"), information(application));
 }
 
+/// Who shares a container is said by the applications' entitlements.
+void makeGroupContainers(const SampleApplication& application)
+{
+    for (const std::string_view group : application.declarations.groups)
+        makeContainer(groupContainers, containerName("group", group), group, { "/Library/Caches" });
+}
+
 void makeDataContainer(const SampleApplication& application)
 {
-    const std::string data
-        = "/var/mobile/Containers/Data/Application/" + containerName("data", application.bundleIdentifier);
-    for (const std::string_view part : { "/Documents", "/Library/Caches", "/Library/Preferences", "/tmp" })
-        check(createDirectories(data + std::string(part)), data);
-    writeIfMissing(data + "/.com.apple.mobile_container_manager.metadata.plist",
-        dictionary({ { "MCMMetadataIdentifier", string(application.bundleIdentifier) } }));
+    makeContainer(dataContainers, containerName("data", application.bundleIdentifier), application.bundleIdentifier,
+        { "/Documents", "/Library/Caches", "/Library/Preferences", "/tmp" });
 }
 
 void installLibrary(const std::string& libraryPath)
@@ -125,6 +183,7 @@ DevicePreparation prepareDevice(const std::string& root, const std::string& libr
             try {
                 install(application);
                 makeDataContainer(application);
+                makeGroupContainers(application);
             } catch (const Failure& failure) {
                 preparation.passedOver.push_back(
                     std::string(application.bundleIdentifier) + " is passed over: " + failure.what);

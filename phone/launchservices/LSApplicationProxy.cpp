@@ -1,4 +1,8 @@
+#include "phone/device/containers.h"
+#include "phone/device/mach_o.h"
 #include "phone/launchservices/installed_applications.h"
+#include "platform/foundation/files.h"
+#include "platform/foundation/property_list.h"
 #include "platform/foundation/url.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
@@ -15,32 +19,76 @@ namespace {
 /// What the system knows of an installed application.
 class LSApplicationProxy : public NSObject {
 public:
-    id bundleIdentifier;
+    InstalledApplication application;
 
-    id dataContainerUrl() const
+    id bundleIdentifier() const { return textOrNil(application.bundleIdentifier); }
+    id shortVersionString() const { return information("CFBundleShortVersionString"); }
+    id bundleVersion() const { return information("CFBundleVersion"); }
+    id bundleUrl() const { return urlOrNil(application.bundlePath); }
+    id bundleContainerUrl() const { return application.isSystem ? nil : urlOrNil(bundleContainerOf(application)); }
+    id dataContainerUrl() const { return urlOrNil(dataContainerOf(application.bundleIdentifier).value_or("")); }
+    bool isAppStoreVendable() const { return itemId() != nullptr; }
+    bool isDeletable() const { return !application.isSystem; }
+    id entitlements() const
     {
-        const auto identifier = asString(bundleIdentifier);
-        const auto container = identifier ? dataContainerOf(*identifier) : std::nullopt;
-        return container ? fileURL(*container) : nil;
+        const id found = entitlementsOfExecutable(application.executablePath);
+        return asDictionary(found) ? found : nil;
+    }
+
+    id groupContainerUrls() const
+    {
+        std::vector<std::pair<id, id>> pairs;
+        for (const id& group : itemsOf(pairsOf(entitlements())["com.apple.security.application-groups"]))
+            if (const auto identifier = asString(group))
+                if (const auto container = groupContainerOf(*identifier))
+                    pairs.emplace_back(group, fileURL(*container));
+        return dictionary(std::move(pairs));
+    }
+
+    /// The number under which the store sells it; nil for what came another way.
+    id itemId() const
+    {
+        if (application.isSystem || application.bundlePath.empty())
+            return nil;
+        const id known = dictionaryWithContentsOfFile(pathByAppending(bundleContainerOf(application), storeMetadata));
+        const id item = pairsOf(known)[storeIdentifierKey];
+        return numberKind(item) ? item : nil;
+    }
+
+private:
+    static id textOrNil(const std::string& text) { return text.empty() ? nil : string(text); }
+    static id urlOrNil(const std::string& path) { return path.empty() ? nil : fileURL(path); }
+
+    id information(std::string_view key) const
+    {
+        const id value = pairsOf(application.information)[key];
+        return asString(value) ? value : nil;
     }
 };
 
-id proxyForIdentifier(const id& self, SEL, const id& identifier)
+id proxyForIdentifier(const id&, SEL, const id& identifier)
 {
     const auto text = asString(identifier);
-    const auto installed = installedApplications();
-    if (!text || std::ranges::find(installed, text->view(), &InstalledApplication::bundleIdentifier) == installed.end())
+    if (!text)
         return nil;
-    id proxy = send<"new">(self);
-    send<"setBundleIdentifier:", void>(proxy, identifier);
-    return proxy;
+    const auto installed = installedApplications();
+    const auto found = std::ranges::find(installed, text->view(), &InstalledApplication::bundleIdentifier);
+    return found == installed.end() ? nil : proxyOf(*found);
 }
 
 constexpr MethodDefinition methods[] {
     classMethod<"applicationProxyForIdentifier:", &proxyForIdentifier>(),
-    getter<"bundleIdentifier", &LSApplicationProxy::bundleIdentifier>(),
+    method<"bundleContainerURL", &LSApplicationProxy::bundleContainerUrl>(),
+    method<"bundleIdentifier", &LSApplicationProxy::bundleIdentifier>(),
+    method<"bundleURL", &LSApplicationProxy::bundleUrl>(),
+    method<"bundleVersion", &LSApplicationProxy::bundleVersion>(),
     method<"dataContainerURL", &LSApplicationProxy::dataContainerUrl>(),
-    setter<"setBundleIdentifier:", &LSApplicationProxy::bundleIdentifier>(),
+    method<"entitlements", &LSApplicationProxy::entitlements>(),
+    method<"groupContainerURLs", &LSApplicationProxy::groupContainerUrls>(),
+    method<"isAppStoreVendable", &LSApplicationProxy::isAppStoreVendable>(),
+    method<"isDeletable", &LSApplicationProxy::isDeletable>(),
+    method<"itemID", &LSApplicationProxy::itemId>(),
+    method<"shortVersionString", &LSApplicationProxy::shortVersionString>(),
 };
 
 } // namespace
@@ -48,5 +96,12 @@ constexpr MethodDefinition methods[] {
 extern const ClassDefinition LSApplicationProxy_class {
     .name = "LSApplicationProxy", .allocate = allocate<LSApplicationProxy>, .methods = methods
 };
+
+id proxyOf(const InstalledApplication& application)
+{
+    id proxy = send<"new">(id(registerClass(LSApplicationProxy_class)));
+    static_cast<LSApplicationProxy&>(*proxy).application = application;
+    return proxy;
+}
 
 } // namespace phone

@@ -27,11 +27,8 @@ bool openApplicationWithBundleID(const id&, SEL, const id& identifier)
 id allInstalledApplications(const id&, SEL)
 {
     std::vector<id> proxies;
-    for (const InstalledApplication& installed : installedApplications()) {
-        id proxy = send<"new">(id(classNamed<"LSApplicationProxy">()));
-        send<"setBundleIdentifier:", void>(proxy, string(installed.bundleIdentifier));
-        proxies.push_back(std::move(proxy));
-    }
+    for (const InstalledApplication& installed : installedApplications())
+        proxies.push_back(proxyOf(installed));
     return array(std::move(proxies));
 }
 

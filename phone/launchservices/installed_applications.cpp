@@ -1,5 +1,6 @@
 #include "phone/launchservices/installed_applications.h"
 
+#include "phone/device/containers.h"
 #include "phone/device/removed_applications.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/property_list.h"
@@ -21,41 +22,22 @@ std::string textOr(const DictionaryValue& information, std::string_view key, std
     return text && !text->empty() ? text->text() : std::string(otherwise);
 }
 
-std::optional<InstalledApplication> readApplication(const std::string& bundlePath, bool isSystem)
-{
-    const auto information = asDictionary(dictionaryWithContentsOfFile(pathByAppending(bundlePath, "Info.plist")));
-    if (!information)
-        return std::nullopt;
-    InstalledApplication application;
-    application.bundleIdentifier = textOr(*information, "CFBundleIdentifier", "");
-    if (application.bundleIdentifier.empty())
-        return std::nullopt;
-    const std::string name = textOr(*information, "CFBundleName", application.bundleIdentifier);
-    application.displayName = textOr(*information, "CFBundleDisplayName", name);
-    application.version = textOr(*information, "CFBundleShortVersionString", "1");
-    application.bundlePath = bundlePath;
-    application.executablePath = pathByAppending(bundlePath, textOr(*information, "CFBundleExecutable", name));
-    application.isSystem = isSystem;
-    for (const id& item : itemsOf((*information)["SBAppTags"]))
-        if (const auto tag = asString(item))
-            application.tags.push_back(tag->text());
-    return application;
-}
-
-constexpr std::string_view bundleContainers = "/var/containers/Bundle/Application";
-constexpr std::string_view dataContainers = "/var/mobile/Containers/Data/Application";
+constexpr std::string_view systemApplications = "/Applications";
 
 bool isBundle(std::string_view name)
 {
     return name.ends_with(".app");
 }
 
-void readFolder(const std::string& folder, bool isSystem, std::vector<InstalledApplication>& applications)
+void readFolder(const std::string& folder, std::vector<InstalledApplication>& applications)
 {
-    for (const std::string& entry : directoryEntries(folder))
-        if (isBundle(entry))
-            if (auto application = readApplication(pathByAppending(folder, entry), isSystem))
-                applications.push_back(std::move(*application));
+    for (const std::string& entry : directoryEntries(folder)) {
+        if (!isBundle(entry))
+            continue;
+        InstalledApplication application = applicationInBundle(pathByAppending(folder, entry));
+        if (!application.bundleIdentifier.empty())
+            applications.push_back(std::move(application));
+    }
 }
 
 /// The system's, then the owner's in the order of their containers; several may have one identifier.
@@ -64,24 +46,24 @@ std::vector<InstalledApplication> everyBundle()
     const std::vector<std::string> gone = foldersOfRemovedApplications();
     const auto isGone = [&gone](const std::string& folder) { return std::ranges::find(gone, folder) != gone.end(); };
     std::vector<InstalledApplication> applications;
-    readFolder("/Applications", true, applications);
+    readFolder(std::string(systemApplications), applications);
     for (const std::string& name : directoryEntries(bundleContainers))
         if (const std::string container = pathByAppending(bundleContainers, name); !isGone(container))
-            readFolder(container, false, applications);
+            readFolder(container, applications);
     std::erase_if(applications, [&](const InstalledApplication& one) { return isGone(one.bundlePath); });
     return applications;
 }
 
-std::vector<std::string> dataContainersOf(std::string_view bundleIdentifier)
+/// The containers in that place that belong to the identifier.
+std::vector<std::string> containersOf(std::string_view place, std::string_view identifier)
 {
     const std::vector<std::string> gone = foldersOfRemovedApplications();
     std::vector<std::string> containers;
-    for (const std::string& name : directoryEntries(dataContainers)) {
-        std::string container = pathByAppending(dataContainers, name);
-        const id metadata = dictionaryWithContentsOfFile(
-            pathByAppending(container, ".com.apple.mobile_container_manager.metadata.plist"));
-        if (const auto owner = asString(pairsOf(metadata)["MCMMetadataIdentifier"]);
-            owner && *owner == bundleIdentifier && std::ranges::find(gone, container) == gone.end())
+    for (const std::string& name : directoryEntries(place)) {
+        std::string container = pathByAppending(place, name);
+        const id metadata = dictionaryWithContentsOfFile(pathByAppending(container, containerMetadata));
+        if (const auto owner = asString(pairsOf(metadata)[containerOwnerKey]);
+            owner && *owner == identifier && std::ranges::find(gone, container) == gone.end())
             containers.push_back(std::move(container));
     }
     return containers;
@@ -90,11 +72,29 @@ std::vector<std::string> dataContainersOf(std::string_view bundleIdentifier)
 /// A container goes with its bundle, unless it holds another's too.
 std::string folderToRemove(const InstalledApplication& application)
 {
-    const std::string container = pathByDeletingLastComponent(application.bundlePath);
+    const std::string container = bundleContainerOf(application);
     return std::ranges::count_if(directoryEntries(container), isBundle) == 1 ? container : application.bundlePath;
 }
 
 } // namespace
+
+InstalledApplication applicationInBundle(const std::string& bundlePath)
+{
+    InstalledApplication application;
+    application.information = dictionaryWithContentsOfFile(pathByAppending(bundlePath, "Info.plist"));
+    const DictionaryValue information = pairsOf(application.information);
+    application.bundleIdentifier = textOr(information, "CFBundleIdentifier", "");
+    const std::string name = textOr(information, "CFBundleName", application.bundleIdentifier);
+    application.displayName = textOr(information, "CFBundleDisplayName", name);
+    application.version = textOr(information, "CFBundleShortVersionString", "1");
+    application.bundlePath = bundlePath;
+    application.executablePath = pathByAppending(bundlePath, textOr(information, "CFBundleExecutable", name));
+    application.isSystem = pathByDeletingLastComponent(bundlePath) == systemApplications;
+    for (const id& item : itemsOf(information["SBAppTags"]))
+        if (const auto tag = asString(item))
+            application.tags.push_back(tag->text());
+    return application;
+}
 
 std::vector<InstalledApplication> installedApplications()
 {
@@ -110,8 +110,19 @@ std::vector<InstalledApplication> installedApplications()
 
 std::optional<std::string> dataContainerOf(std::string_view bundleIdentifier)
 {
-    const std::vector<std::string> containers = dataContainersOf(bundleIdentifier);
+    const std::vector<std::string> containers = containersOf(dataContainers, bundleIdentifier);
     return containers.empty() ? std::nullopt : std::optional(containers.front());
+}
+
+std::optional<std::string> groupContainerOf(std::string_view group)
+{
+    const std::vector<std::string> containers = containersOf(groupContainers, group);
+    return containers.empty() ? std::nullopt : std::optional(containers.front());
+}
+
+std::string bundleContainerOf(const InstalledApplication& application)
+{
+    return pathByDeletingLastComponent(application.bundlePath);
 }
 
 std::string removeInstalledApplication(const std::string& bundleIdentifier)
@@ -126,7 +137,7 @@ std::string removeInstalledApplication(const std::string& bundleIdentifier)
     }
     if (folders.empty())
         return {};
-    std::ranges::move(dataContainersOf(bundleIdentifier), std::back_inserter(folders));
+    std::ranges::move(containersOf(dataContainers, bundleIdentifier), std::back_inserter(folders));
     return removeForGood(bundleIdentifier, folders);
 }
 

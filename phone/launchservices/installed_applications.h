@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/runtime/object.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +17,7 @@ struct InstalledApplication {
     std::string bundlePath; ///< device path of the ".app" folder
     std::string executablePath;
     bool isSystem = false; ///< lies in /Applications
+    platform::id information {}; ///< its Info.plist, or nil
     std::vector<std::string> tags {}; ///< the strings of SBAppTags: "hidden" keeps it off the Home Screen
 };
 
@@ -23,8 +26,21 @@ struct InstalledApplication {
 /// has it before any of the owner's, and of these the one whose container comes first by name.
 std::vector<InstalledApplication> installedApplications();
 
+/// What the folder at that device path describes: without a bundle identifier where it is no application's.
+InstalledApplication applicationInBundle(const std::string& bundlePath);
+
+/// The system's object for an application, an LSApplicationProxy: what it knows is what stands on the device now, but
+/// for the Info.plist, of which it keeps what was read.
+platform::id proxyOf(const InstalledApplication& application);
+
+/// The folder that the bundle lies in, with what the store keeps of it: its own, or that of all the system's.
+std::string bundleContainerOf(const InstalledApplication& application);
+
 /// Device path of the folder in which the application keeps its data; empty when it has none.
 std::optional<std::string> dataContainerOf(std::string_view bundleIdentifier);
+
+/// Device path of a container that applications share; empty when there is none.
+std::optional<std::string> groupContainerOf(std::string_view group);
 
 /// Removes the application for good, with its data and with every other bundle of the owner's that has its identifier.
 /// It is whole or gone, whenever this process is killed. "" when it has gone, else a sentence that says why it stays,

@@ -120,13 +120,15 @@ const StandingQueues& standingQueues()
     return *queues;
 }
 
+enum class When { Now, Later };
+
 /// The work, done for the activity that queues it.
-Work forPresentActivity(Work work)
+Work forPresentActivity(Work work, When when)
 {
     const Activity activity = currentActivity();
     if (activity == Activity::None)
         return work;
-    return [activity, work = std::move(work)] {
+    return [activity, inHand = when == When::Now ? detail::workInHand(activity) : nullptr, work = std::move(work)] {
         const ActivityScope scope(activity);
         work();
     };
@@ -168,7 +170,7 @@ std::string_view dispatch_queue_get_label(const dispatch_queue_t& queue) noexcep
 
 void dispatch_async(const dispatch_queue_t& queue, Work work)
 {
-    work = forPresentActivity(std::move(work));
+    work = forPresentActivity(std::move(work), When::Now);
     if (clockIsHeld())
         detail::MainQueue::shared().add(std::move(work));
     else
@@ -177,7 +179,7 @@ void dispatch_async(const dispatch_queue_t& queue, Work work)
 
 void dispatch_after(std::chrono::nanoseconds delay, const dispatch_queue_t& queue, Work work)
 {
-    work = forPresentActivity(std::move(work));
+    work = forPresentActivity(std::move(work), When::Later);
     const std::chrono::nanoseconds time = detail::timeAfter(clockNow(), delay);
     if (clockIsHeld())
         detail::MainQueue::shared().addAt(time, std::move(work));
