@@ -34,8 +34,8 @@ std::string describeNotification(const Json& notification)
     for (const char* const key : { "title", "body" })
         if (const std::string part = notification.value(key, ""); !part.empty())
             text += (std::string_view(key) == "title" ? ": " : " - ") + part;
-    if (notification["badge"].is_number())
-        text += " (badge " + std::to_string(notification["badge"].get<long>()) + ")";
+    if (const Json& badge = notification["badge"]; !badge.is_null())
+        text += " (badge " + (badge.is_string() ? badge.get<std::string>() : badge.dump()) + ")";
     return text + (notification.value("sound", false) ? "" : " [silent]");
 }
 
@@ -47,6 +47,7 @@ Action push(Arguments& arguments)
         Word title;
         Word body;
         std::optional<long> badge;
+        std::optional<Word> badgeText;
         bool hasSound = false;
         Word road { "bulletin" };
     };
@@ -58,14 +59,20 @@ Action push(Arguments& arguments)
     arguments.add("--title", options->title).shownAs("TEXT");
     arguments.add("--body", options->body).shownAs("TEXT");
     arguments.add("--badge", options->badge, "the number on the icon").shownAs("N");
+    arguments.add("--badge-text", options->badgeText, "a badge that is no number, as \"!\"")
+        .shownAs("TEXT")
+        .excludes("--badge");
     arguments.flag("--sound", options->hasSound, "with a sound");
     arguments.add("--road", options->road, "the server's method that it enters by (default bulletin)").oneOf(roads);
     return [options](const phone::PhoneDirectory& directory) {
         const std::string& application = options->application;
+        const Json badge = options->badge ? Json(*options->badge)
+            : options->badgeText          ? Json(options->badgeText->text())
+                                          : Json(nullptr);
         return tellAnswer(directory, "SpringBoard",
             { { "verb", "push" }, { "application", application }, { "title", options->title.text() },
-                { "body", options->body.text() }, { "badge", options->badge ? Json(*options->badge) : Json(nullptr) },
-                { "sound", options->hasSound }, { "road", options->road.text() } },
+                { "body", options->body.text() }, { "badge", badge }, { "sound", options->hasSound },
+                { "road", options->road.text() } },
             [&application](const Json& report) { return describePush(report, application); });
     };
 }

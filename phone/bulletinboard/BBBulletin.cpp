@@ -9,7 +9,7 @@ namespace {
 /// One notification as the server keeps it: what a banner shows, and the section that it belongs to.
 class BBBulletin : public NSObject {
 public:
-    id badge; ///< number or nil
+    id badge; ///< number, string or nil
     id message;
     id sectionID; ///< the application's bundle identifier
     id sound; ///< nil: silent

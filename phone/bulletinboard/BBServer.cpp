@@ -1,4 +1,5 @@
 #include "phone/system/journal.h"
+#include "phone/system/text.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/property_list_file.h"
 #include "platform/foundation/values.h"
@@ -6,6 +7,7 @@
 #include "platform/runtime/message.h"
 
 #include <memory>
+#include <set>
 
 namespace phone {
 
@@ -35,9 +37,9 @@ bool isText(const id& value)
     return text && text->view().find('\0') == std::string_view::npos; // a property list holds none
 }
 
-bool isWhole(const id& value)
+bool isBadge(const id& value)
 {
-    return asInteger(value).has_value();
+    return asInteger(value) || isText(value);
 }
 
 constexpr SavedField savedFields[] {
@@ -45,7 +47,7 @@ constexpr SavedField savedFields[] {
     savedField<"title", "setTitle:", isText>(),
     savedField<"message", "setMessage:", isText>(),
     savedField<"sound", "setSound:", isText>(),
-    savedField<"badge", "setBadge:", isWhole>(),
+    savedField<"badge", "setBadge:", isBadge>(),
 };
 
 id toPropertyList(const id& bulletin)
@@ -132,11 +134,10 @@ public:
         const id stored = arrayWithContentsOfFile(file);
         for (const id& saved : itemsOf(stored)) {
             id bulletin = toBulletin(saved);
-            if (!applicationOfSection(send<"sectionID">(bulletin)))
-                continue;
-            showBadge(bulletin);
-            bulletins_.push_back(std::move(bulletin));
+            if (applicationOfSection(send<"sectionID">(bulletin)))
+                bulletins_.push_back(std::move(bulletin));
         }
+        showLastBadges();
     }
 
 private:
@@ -158,8 +159,21 @@ private:
 
     static void showBadge(const id& bulletin)
     {
-        if (const id badge = send<"badge">(bulletin))
-            send<"setBadgeValue:", void>(applicationOfSection(send<"sectionID">(bulletin)), badge);
+        const id badge = send<"badge">(bulletin);
+        if (!badge)
+            return;
+        const id application = applicationOfSection(send<"sectionID">(bulletin));
+        if (!ask<"setBadgeValue:", void>(application, badge))
+            ask<"setBadgeNumberOrString:", void>(application, badge);
+    }
+
+    /// Each application's once: whoever listens to badges may do much for each.
+    void showLastBadges() const
+    {
+        std::set<std::string> shown;
+        for (auto bulletin = bulletins_.rbegin(); bulletin != bulletins_.rend(); ++bulletin)
+            if (send<"badge">(*bulletin) && shown.insert(textOf(send<"sectionID">(*bulletin))).second)
+                showBadge(*bulletin);
     }
 
     void save() const

@@ -31,6 +31,8 @@ id makeBulletin(const Notification& notification, Section section = Section::InB
     send<"setMessage:", void>(bulletin, string(notification.body));
     if (notification.badge)
         send<"setBadge:", void>(bulletin, number(*notification.badge));
+    else if (!notification.badgeText.empty())
+        send<"setBadge:", void>(bulletin, string(notification.badgeText));
     if (notification.hasSound)
         send<"setSound:", void>(bulletin, string("default"));
     return bulletin;
@@ -93,6 +95,7 @@ std::vector<Notification> publishedNotifications()
         notification.hasSound = static_cast<bool>(send<"sound">(bulletin));
         if (const auto badge = asInteger(send<"badge">(bulletin)))
             notification.badge = *badge;
+        notification.badgeText = textOf(send<"badge">(bulletin));
         notifications.push_back(std::move(notification));
     }
     return notifications;

@@ -15,6 +15,7 @@ struct Notification {
     std::string title {};
     std::string body {};
     std::optional<long> badge {};
+    std::string badgeText {}; ///< a badge that is no number: "!"; "" for none
     bool hasSound = false;
 };
 

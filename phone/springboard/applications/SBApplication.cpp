@@ -12,7 +12,7 @@ namespace {
 /// An installed application. `processState` is nil while it doesn't run.
 class SBApplication : public NSObject {
 public:
-    id badgeValue; ///< number or nil
+    id badgeValue; ///< number, string or nil
     id bundleIdentifier;
     id displayName;
     id bundlePath;
@@ -21,8 +21,6 @@ public:
 
     bool isHidden() const { return send<"isHidden", bool>(info); }
 
-    /// What the icon shows.
-    id badgeNumberOrString() const { return badgeValue; }
     void setBadgeValue(const id& newBadge)
     {
         badgeValue = newBadge;
@@ -37,8 +35,8 @@ public:
 
 constexpr MethodDefinition methods[] {
     method<"_didExitWithContext:", &SBApplication::didExit>(),
-    method<"badgeNumberOrString", &SBApplication::badgeNumberOrString>(),
-    getter<"badgeValue", &SBApplication::badgeValue>(),
+    getter<"badgeNumberOrString", &SBApplication::badgeValue>().until(13),
+    getter<"badgeValue", &SBApplication::badgeValue>().since(13),
     getter<"bundleIdentifier", &SBApplication::bundleIdentifier>(),
     getter<"bundlePath", &SBApplication::bundlePath>(),
     getter<"displayName", &SBApplication::displayName>(),
@@ -46,7 +44,8 @@ constexpr MethodDefinition methods[] {
     method<"isHidden", &SBApplication::isHidden>(),
     method<"labelAccessoryTypeForIcon:", &SBApplication::labelAccessoryTypeForIcon>(),
     getter<"processState", &SBApplication::processState>(),
-    method<"setBadgeValue:", &SBApplication::setBadgeValue>(),
+    method<"setBadgeNumberOrString:", &SBApplication::setBadgeValue>().until(13),
+    method<"setBadgeValue:", &SBApplication::setBadgeValue>().since(13),
     setter<"setBundleIdentifier:", &SBApplication::bundleIdentifier>(),
     setter<"setBundlePath:", &SBApplication::bundlePath>(),
     setter<"setDisplayName:", &SBApplication::displayName>(),

@@ -87,6 +87,11 @@ void updateAccessory(const id& self, SEL)
     send<"setNeedsLayout", void>(self);
 }
 
+void updateLabel(const id& self, SEL)
+{
+    send<"setNeedsLayout", void>(self);
+}
+
 void setIcon(const id& self, SEL, const id& icon)
 {
     fieldsIn(self).icon = icon;
@@ -148,7 +153,9 @@ void layoutAccessory(const id& self)
 void layoutBadge(const id& self)
 {
     IconViewFields& fields = fieldsIn(self);
-    const id badge = askObject<"badgeNumberOrString">(askObject<"application">(fields.icon));
+    const id application = askObject<"application">(fields.icon);
+    const auto value = ask<"badgeValue">(application);
+    const id badge = value ? *value : askObject<"badgeNumberOrString">(application);
     std::string text;
     if (const auto written = asString(badge))
         text = written->text();
@@ -196,6 +203,7 @@ constexpr MethodDefinition methods[] {
     method<"_handleTap", &handleTap>(),
     getter<"_iconImageView", &IconViewFields::iconImageView>(),
     getter<"_labelView", &IconViewFields::labelView>(),
+    method<"_updateLabel", &updateLabel>(),
     method<"_updateLabelAccessoryView", &updateAccessory>(),
     method<"applicationBundleID", &applicationIdentifier>().until(12),
     method<"applicationBundleIdentifier", &applicationIdentifier>().since(13),
