@@ -185,6 +185,9 @@ inline constexpr Policy immortalizer {
 namespace preference {
 
 inline constexpr std::string_view everyCacheClears = "GlobalAutoClearCacheEnabled";
+inline constexpr std::string_view customBadges = "ALCustomBadges";
+inline constexpr std::string_view realBadges = "ALRealBadges";
+inline constexpr std::string_view isPanelModifying = "ALIsPanelModifying";
 inline constexpr std::string_view lastModifiedIcon = "ALLastModifiedIconBundleID";
 inline constexpr std::string_view language = "ALLanguage";
 
@@ -242,9 +245,9 @@ inline constexpr auto preferenceTable = [] {
         keyOf(policy::hidden),
         keyOf(policy::requireAuth),
         keyOf(policy::keepAwake),
-        keyOf(policy::customBadges, "ALCustomBadges", NumberTable, "none", &g_customBadgesCache),
-        keyOf("ALRealBadges", NumberTable, "none"),
-        keyOf("ALIsPanelModifying", Boolean, "false"),
+        keyOf(policy::customBadges, preference::customBadges, NumberTable, "none", &g_customBadgesCache),
+        keyOf(preference::realBadges, NumberTable, "none"),
+        keyOf(preference::isPanelModifying, Boolean, "false"),
         keyOf(policy::runningIndicator, "RunningIndicatorEnabled", Boolean, "false", &g_RunningIndicatorEnabled),
         keyOf(policy::runningIndicator, "RunningIndicatorColor", String, "#AF52DE", &g_RunningIndicatorColorHex),
         keyOf(policy::immortalizer, "ALImmortalEnabled", Boolean, "true", &g_ImmortalEnabled),

@@ -1,6 +1,7 @@
 #include "entry/hook_groups.h"
 
 #include "panel/swipe_properties.h"
+#include "surfaces/name_and_badge_hooks.h"
 #include "surfaces/notification_hooks.h"
 #include "surfaces/uninstall_hooks.h"
 
@@ -15,7 +16,7 @@ const HookGroup NotificationHooks_iOS15 { "NotificationHooks_iOS15" };
 namespace {
 
 constexpr const HookRows* baseTables[] { &notificationRows };
-constexpr const HookRows* sharedTables[] { &swipePropertyRows, &uninstallProtectionRows };
+constexpr const HookRows* sharedTables[] { &swipePropertyRows, &uninstallProtectionRows, &nameAndBadgeRows };
 
 } // namespace
 

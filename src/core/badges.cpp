@@ -1,0 +1,48 @@
+#include "core/badges.h"
+
+#include "platform/foundation/values.h"
+
+namespace appledger {
+
+using namespace platform;
+
+namespace {
+
+enum class Entry { Set, SetFirst };
+
+void store(NSUserDefaults& preferences, std::string_view key, const id& bundleIdentifier, const id& badge, Entry entry)
+{
+    const auto identifier = asString(bundleIdentifier);
+    if (!identifier)
+        return;
+    const auto changed = [&](const id& present) -> std::optional<id> {
+        if (entry == Entry::SetFirst && badgeIn(present, bundleIdentifier))
+            return std::nullopt;
+        return dictionaryBySetting(asDictionary(present) ? present : dictionary({}), *identifier, badge);
+    };
+    if (preferences.change(key, changed).isDone())
+        return;
+    if (const auto table = changed(preferences.objectForKey(key)))
+        preferences.setObject(*table, key);
+}
+
+} // namespace
+
+id badgeIn(const id& table, const id& bundleIdentifier)
+{
+    const auto badges = asDictionary(table);
+    id badge = badges ? (*badges)[bundleIdentifier] : nil;
+    return numberKind(badge) || asString(badge) ? badge : nil;
+}
+
+void storeBadge(NSUserDefaults& preferences, std::string_view key, const id& bundleIdentifier, const id& badge)
+{
+    store(preferences, key, bundleIdentifier, badge, Entry::Set);
+}
+
+void storeFirstBadge(NSUserDefaults& preferences, std::string_view key, const id& bundleIdentifier, const id& badge)
+{
+    store(preferences, key, bundleIdentifier, badge, Entry::SetFirst);
+}
+
+} // namespace appledger
