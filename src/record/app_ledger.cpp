@@ -61,6 +61,7 @@ template <auto Fact, class Value> void setBundleFact(const id& self, SEL, Value 
 
 constexpr MethodDefinition methods[] {
     method<"activityTypes", &bundleFact<&BundleFacts::activityTypes>>(),
+    method<"appBadgeCount", &ALAppLedger::appBadgeCount>(),
     getter<"appGroups", &ALAppLedger::appGroups>(),
     classMethod<"appLedgerForBundleIdentifier:iconImage:", &factory>(),
     getter<"appProxy", &ALAppLedger::appProxy>(),
@@ -89,9 +90,11 @@ constexpr MethodDefinition methods[] {
     method<"openInAppStore", &ALAppLedger::openInAppStore>(),
     method<"platformVersion", &bundleFact<&BundleFacts::platformVersion>>(),
     method<"queriesSchemes", &bundleFact<&BundleFacts::queriesSchemes>>(),
+    method<"restoreAppBadgeDefault", &ALAppLedger::restoreAppBadgeDefault>(),
     getter<"sbApplication", &ALAppLedger::sbApplication>(),
     classMethod<"sbApplicationForBundleIdentifier:", &sbApplication>(),
     method<"setActivityTypes:", &setBundleFact<&BundleFacts::activityTypes, const id&>>(),
+    method<"setAppBadgeCount:", &ALAppLedger::setAppBadgeCount>(),
     setter<"setAppGroups:", &ALAppLedger::appGroups>(),
     setter<"setAppProxy:", &ALAppLedger::appProxy>(),
     setter<"setAppStoreVendable:", &ALAppLedger::appStoreVendable>(),

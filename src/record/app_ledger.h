@@ -47,7 +47,16 @@ public:
     /// Nil takes it back. The label of the record's icon view shows it at once.
     void setCustomIconName(const platform::id& newName);
     bool hasAppStoreApp() const;
+
     void openInAppStore() const;
+
+    /// What the icon's badge counts; 0 for one that is no number.
+    std::int64_t appBadgeCount() const;
+    /// The owner's own count, which stays through every write of the system's; 0 takes the badge off. Waits for the
+    /// disk, as does the way back.
+    void setAppBadgeCount(std::int64_t count);
+    /// Back to the badge that the system set last. Without an own one nothing happens.
+    void restoreAppBadgeDefault();
 
     // Set by who makes the record.
     platform::id iconView;
