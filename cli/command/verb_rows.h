@@ -42,6 +42,7 @@ extern const VerbRows explainVerbs;
 extern const VerbRows iconVerbs;
 extern const VerbRows launchVerbs;
 extern const VerbRows lifeVerbs;
+extern const VerbRows nameAndBadgeVerbs;
 extern const VerbRows notificationVerbs;
 extern const VerbRows planVerbs;
 extern const VerbRows policyVerbs;

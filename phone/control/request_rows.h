@@ -48,6 +48,7 @@ extern const RequestRows deviceRequests;
 extern const RequestRows exitRequests;
 extern const RequestRows iconRequests;
 extern const RequestRows launchRequests;
+extern const RequestRows nameAndBadgeRequests;
 extern const RequestRows notificationRequests;
 extern const RequestRows recordRequests;
 extern const RequestRows screenRequests;

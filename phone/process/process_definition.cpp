@@ -49,8 +49,8 @@ void openThroughSpringBoard()
 }
 
 constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &authenticationRequests,
-    &deviceRequests, &exitRequests, &iconRequests, &launchRequests, &notificationRequests, &recordRequests,
-    &screenRequests, &storeRequests, &switcherRequests, &transitionRequests };
+    &deviceRequests, &exitRequests, &iconRequests, &launchRequests, &nameAndBadgeRequests, &notificationRequests,
+    &recordRequests, &screenRequests, &storeRequests, &switcherRequests, &transitionRequests };
 constexpr const RequestRows* searchRequestTables[] { &searchStatusRequests, &authenticationRequests, &searchRequests };
 constexpr const RequestRows* storeRequestTables[] { &statusRequests, &storeRequests };
 
