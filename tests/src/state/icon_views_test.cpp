@@ -5,6 +5,7 @@
 #include "platform/graphics/geometry.h"
 #include "platform/runtime/hook.h"
 #include "platform/runtime/message.h"
+#include "support/badges.h"
 #include "support/phone_fixture.h"
 
 #include <gtest/gtest.h>
@@ -145,7 +146,7 @@ TEST_P(IconViews, AnIdleScreenIsNeitherLaidOutNorWoken)
         { { "RunningIndicatorEnabled", boolean(true) }, { "ALImmortalForegroundApps", list({ notes, timer }) } });
     openAndLeave(notes);
     openAndLeave(safari);
-    send<"setBadgeValue:", void>(send<"application">(send<"icon">(viewOf(bank))), number(3));
+    support::setBadge(send<"application">(send<"icon">(viewOf(bank))), number(3));
     EXPECT_TRUE(phone::openFolderNamed("Utilities"));
     settle();
     EXPECT_TRUE(phone::closeFolder());
