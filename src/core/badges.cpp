@@ -18,7 +18,7 @@ void store(NSUserDefaults& preferences, std::string_view key, const id& bundleId
     const auto changed = [&](const id& present) -> std::optional<id> {
         if (entry == Entry::SetFirst && badgeIn(present, bundleIdentifier))
             return std::nullopt;
-        return dictionaryBySetting(asDictionary(present) ? present : dictionary({}), *identifier, badge);
+        return dictionaryBySetting(present, *identifier, badge);
     };
     if (preferences.change(key, changed).isDone())
         return;

@@ -24,6 +24,13 @@ constexpr const char* badgeChanged = "com.orbelix.appledger.badge_changed";
 /// What the system's own setter was given.
 std::string given;
 
+int posts = 0;
+
+void countPost()
+{
+    ++posts;
+}
+
 /// Under the library's hook, as it is installed before.
 template <Name Setter> struct GivenBadge {
     static inline Original<void(id)> original;
@@ -160,6 +167,8 @@ TEST_P(Badges, ArentRecordedWhileTheFlagStandsUntilThePanelsNextWrite)
     EXPECT_EQ(restore(), "real 9; custom nil; shown 5; flag") << "nothing to take back, so nothing is written";
     EXPECT_EQ(panel(2), "given 2; real 9; custom 2; shown 2");
     EXPECT_EQ(system(number(6)), "given 2; real 6; custom 2; shown 2");
+    phone_.device.writeDomain({ { "ALIsPanelModifying", boolean(true) } }); // another process's panel
+    EXPECT_EQ(system(number(7)), "given 7; real nil; custom nil; shown 2; flag");
     phone_.device.writeDomain(
         { { "ALIsPanelModifying", boolean(true) }, { "ALCustomBadges", dictionary({ { notes, number(2) } }) } });
     EXPECT_EQ(restore(), "given 0; real nil; custom nil; shown 0");
@@ -218,13 +227,18 @@ TEST_P(Badges, OfOthersStayWhateverIsWritten)
 {
     const id others = dictionary({ { mail, number(3) }, { "com.example.gone", string("!") } });
     start({ { "ALRealBadges", others }, { "ALCustomBadges", others } });
+    EXPECT_EQ(panel(2), "given 2; real 0; custom 2; shown 2");
     system(number(9));
-    panel(2);
     restore();
     const auto defaults = appledger::synchronizedPreferences();
     EXPECT_EQ(describe(defaults->objectForKey("ALCustomBadges")), describe(others));
     EXPECT_EQ(
         describe(defaults->objectForKey("ALRealBadges")), describe(dictionaryBySetting(others, notes, number(9))));
+    // What another process writes next isn't written over by what this one wrote before.
+    support::setBadge(application(), number(8));
+    phone_.device.writeDomain({ { "ALRealBadges", others } });
+    appledger::preferences()->setInteger(1, "other");
+    EXPECT_EQ(describe(appledger::synchronizedPreferences()->objectForKey("ALRealBadges")), describe(others));
 }
 
 TEST_P(Badges, ThatCantBeWrittenHoldInThisProcessAndAreWrittenLater)
@@ -254,6 +268,7 @@ TEST_P(Badges, OfAnOddApplicationAreHandedOn)
     EXPECT_EQ(support::badgeOf(application()), lone);
     EXPECT_FALSE(appledger::synchronizedPreferences()->objectForKey("ALRealBadges"));
 
+    CFNotificationCenterAddObserver(countPost, badgeChanged, CFNotificationSuspensionBehavior::Coalesce);
     given.clear();
     const id nameless = record();
     send<"setBundleIdentifier:", void>(nameless, nil);
@@ -262,6 +277,9 @@ TEST_P(Badges, OfAnOddApplicationAreHandedOn)
     send<"restoreAppBadgeDefault", void>(nameless);
     EXPECT_EQ(given, "");
     EXPECT_FALSE(appledger::synchronizedPreferences()->objectForKey("ALCustomBadges"));
+    send<"restoreAppBadgeDefault", void>(record());
+    runUntilIdle();
+    EXPECT_EQ(posts, 0) << "of nothing that was stored";
 
     const id clip = record("com.example.clip");
     EXPECT_EQ((send<"appBadgeCount", NSInteger>(clip)), 0);
