@@ -25,8 +25,9 @@ Json renameApplication(const Json& request)
         return failure("a name is a text");
     send<"setCustomIconName:", void>(found.record, name.is_string() ? string(text(request, "name")) : nil);
     settle();
-    return { { "ok", true }, { "name", toJson(send<"name">(found.record)) },
-        { "customName", toJson(send<"customIconName">(found.record)) } };
+    if (toJson(send<"customIconName">(found.record)) != name)
+        return failure("the name isn't kept");
+    return { { "ok", true }, { "name", toJson(send<"name">(found.record)) }, { "customName", name } };
 }
 
 /// What the icon of the record's application shows; a number, a text, or null.
