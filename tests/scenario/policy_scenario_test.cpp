@@ -109,8 +109,10 @@ TEST(PlanScenario, TheCommandPrintsTheLoadOfTheProcessThatItIsAskedFor)
     EXPECT_EQ(groups(absent), springBoard);
     for (const Json& step : absent)
         for (const Json& row : step.value("rows", Json::array()))
-            // SpringBoard has the store's classes, but none of its views.
-            EXPECT_EQ(row["targetExists"], row["class"] != "SBIconView" && row["class"] != "SKUIItemStateCenter")
+            // SpringBoard has the store's classes, but none of its views; and a badge's older names are gone.
+            EXPECT_EQ(row["targetExists"],
+                row["class"] != "SBIconView" && row["class"] != "SKUIItemStateCenter"
+                    && row["selector"] != "badgeNumberOrString" && row["selector"] != "setBadgeNumberOrString:")
                 << row.dump();
 }
 
