@@ -167,6 +167,20 @@ TEST_F(FrontDisplay, NotificationsAndBadgesOutliveTheServerButNotTheirApplicatio
     EXPECT_EQ(asInteger(send<"badgeValue">(phone::applicationNamed(notes))), -7);
 }
 
+TEST_F(FrontDisplay, EachApplicationsLastBadgeIsSetAtTheNextStart)
+{
+    phone::push("bulletin", { .bundleIdentifier = notes, .badge = 3 });
+    phone::push("bulletin", { .bundleIdentifier = mail, .badgeText = "!" });
+    phone::push("bulletin", { .bundleIdentifier = notes, .badgeText = "New" });
+    phone::push("bulletin", { .bundleIdentifier = mail, .badge = 2 });
+    phone::push("bulletin", { .bundleIdentifier = notes });
+    for (const auto& identifier : { notes, mail })
+        send<"setBadgeValue:", void>(phone::applicationNamed(identifier), nil);
+    send<"_loadBulletins", void>(send<"new">(id(objc_getClass("BBServer"))));
+    EXPECT_EQ(describe(send<"badgeValue">(phone::applicationNamed(notes))), "\"New\"");
+    EXPECT_EQ(describe(send<"badgeValue">(phone::applicationNamed(mail))), "2");
+}
+
 TEST_F(FrontDisplay, TheNotificationCentreKeepsTheLatestThousand)
 {
     std::vector<id> saved;
