@@ -11,11 +11,16 @@ using namespace platform;
 
 namespace {
 
+id customName(const id& bundleIdentifier)
+{
+    return askObject<"customAppNameForBundleIdentifier:">(id(classNamed<"ALSettings">()), bundleIdentifier);
+}
+
 struct DisplayName : Hook<DisplayName, "SBApplication", "displayName", id()> {
     static id replacement(const id& self, SEL cmd)
     {
         if (const auto identifier = ask<"bundleIdentifier">(self))
-            if (id name = askObject<"customAppNameForBundleIdentifier:">(id(classNamed<"ALSettings">()), *identifier))
+            if (id name = customName(*identifier); asString(name))
                 return name;
         return original(self, cmd);
     }

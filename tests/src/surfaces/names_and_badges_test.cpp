@@ -378,8 +378,10 @@ TEST_P(Names, OfTheOwnerStandInThePlaceOfTheSystems)
     EXPECT_NE(nameOf(mail), "\"Ünïcödé\"");
     rename(notes, string(""));
     EXPECT_EQ(nameOf(notes), "\"\"");
-    rename(notes, nil);
-    EXPECT_EQ(nameOf(notes), former);
+    for (const id& none : { id(), number(3), array({ notes }) }) {
+        rename(notes, none);
+        EXPECT_EQ(nameOf(notes), former) << describe(none);
+    }
 }
 
 TEST_P(Names, OfTheOwnerCarryTheLockSign)
