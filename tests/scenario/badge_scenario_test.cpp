@@ -122,6 +122,20 @@ TEST(BadgeScenario, TheOwnersBadgeStaysAndTheApplicationsComesBack)
     EXPECT_EQ(badges(phone), "shown \"New\", custom null, real \"New\"");
 }
 
+TEST(BadgeScenario, AStockPhoneShowsTheApplicationsOwn)
+{
+    const Phone phone;
+    phone.answer({ "policy", "set", "ALCustomBadges", R"({"com.example.notes":21})" });
+    phone.answer({ "phone", "up", "--stock" });
+    push(phone, notes, "9");
+    EXPECT_TRUE(isDrawn(phone, "9"));
+    EXPECT_EQ(phone.answer({ "app", "badge", notes }, 1)["error"], "SpringBoard runs without the library");
+    EXPECT_FALSE(phone.answer({ "policy", "list" })["policies"].contains("ALRealBadges"));
+    phone.answer({ "phone", "down" });
+    phone.answer({ "phone", "up" });
+    EXPECT_EQ(badges(phone), "shown 21, custom 21, real 9") << "recorded as soon as the library is there";
+}
+
 TEST(BadgeScenario, NothingRecordedIsLostToASpringBoardKilledBetweenTwoSteps)
 {
     const struct {
