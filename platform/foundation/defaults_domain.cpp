@@ -166,8 +166,7 @@ id DefaultsDomain::storedValue(std::string_view key) const
 id DefaultsDomain::value(std::string_view key) const
 {
     const std::lock_guard lock(mutex_);
-    const id stored = storedValue(key);
-    return stored ? stored : valueIn(registered_, key);
+    return storedValue(key);
 }
 
 void DefaultsDomain::setValue(std::string_view key, const id& value)
@@ -180,22 +179,12 @@ void DefaultsDomain::setValue(std::string_view key, const id& value)
     makeCalls(callsFor([&] { pending_.insert_or_assign(std::string(key), copied); }));
 }
 
-void DefaultsDomain::registerDefaults(const id& dictionary)
-{
-    const id copied = propertyListCopy(dictionary);
-    const std::lock_guard lock(mutex_);
-    const id merged = mutableCopyOf(registered_);
-    send<"addEntriesFromDictionary:", void>(merged, copied);
-    registered_ = send<"copy">(merged);
-}
-
-id DefaultsDomain::dictionaryRepresentation() const
+id DefaultsDomain::values() const
 {
     const std::lock_guard lock(mutex_);
-    const id merged = mutableCopyOf(registered_);
-    send<"addEntriesFromDictionary:", void>(merged, stored_);
+    const id merged = mutableCopyOf(stored_);
     for (const auto& [key, value] : pending_)
-        send<"setObject:forKeyedSubscript:", void>(merged, value ? value : valueIn(registered_, key), string(key));
+        send<"setObject:forKeyedSubscript:", void>(merged, value, string(key));
     return send<"copy">(merged);
 }
 

@@ -31,8 +31,7 @@ public:
     int lastError() const noexcept { return lastError_.load(std::memory_order_relaxed); }
     id value(std::string_view key) const;
     void setValue(std::string_view key, const id& value);
-    void registerDefaults(const id& dictionary);
-    id dictionaryRepresentation() const;
+    id values() const; ///< of all keys, a dictionary
     std::uint64_t addObserver(std::string_view key, NSUserDefaults::Observer changed);
     void removeObserver(std::uint64_t number);
 
@@ -77,7 +76,6 @@ private:
     mutable std::mutex mutex_; ///< never held while the disk or an observer is waited for
     id stored_; ///< what the instances have read
     Changes pending_;
-    id registered_;
     std::vector<Observation> observations_;
     std::uint64_t lastObservation_ = 0;
 

@@ -1,11 +1,23 @@
 #include "platform/foundation/user_defaults.h"
 
 #include "platform/foundation/defaults_domain.h"
+#include "platform/foundation/property_list.h"
 #include "platform/foundation/value_objects.h"
+#include "platform/runtime/message.h"
+
+#include <algorithm>
 
 namespace platform {
 
 namespace {
+
+/// The pairs of the one, with those of the other over them.
+id dictionaryByAdding(const id& base, const id& other)
+{
+    const id merged = base ? send<"mutableCopy">(base) : mutableDictionary();
+    send<"addEntriesFromDictionary:", void>(merged, other);
+    return send<"copy">(merged);
+}
 
 NSUserDefaults& defaultsOf(const id& self)
 {
@@ -49,6 +61,7 @@ NSObject* allocateDefaults()
 }
 
 constexpr MethodDefinition methods[] {
+    method<"addObserver:forKeyPath:options:context:", &NSUserDefaults::addKeyValueObserver>(),
     method<"arrayForKey:", &lookUp<&NSUserDefaults::arrayForKey>>(),
     method<"boolForKey:", &lookUp<&NSUserDefaults::boolForKey>>(),
     method<"dictionaryForKey:", &lookUp<&NSUserDefaults::dictionaryForKey>>(),
@@ -59,6 +72,7 @@ constexpr MethodDefinition methods[] {
     method<"objectForKey:", &lookUp<&NSUserDefaults::objectForKey>>(),
     method<"registerDefaults:", &NSUserDefaults::registerDefaults>(),
     method<"removeObjectForKey:", &removeObjectForKey>(),
+    method<"removeObserver:forKeyPath:", &NSUserDefaults::removeKeyValueObserver>(),
     method<"setBool:forKey:", &set<bool, &NSUserDefaults::setBool>>(),
     method<"setDouble:forKey:", &set<double, &NSUserDefaults::setDouble>>(),
     method<"setInteger:forKey:", &set<NSInteger, &NSUserDefaults::setInteger>>(),
@@ -84,11 +98,18 @@ NSUserDefaults::NSUserDefaults(std::string_view suiteName)
     domain_->refresh();
 }
 
-NSUserDefaults::~NSUserDefaults() = default;
+NSUserDefaults::~NSUserDefaults()
+{
+    for (const KeyValueObservation& observation : observations_)
+        domain_->removeObserver(observation.number);
+}
 
 id NSUserDefaults::objectForKey(std::string_view key) const
 {
-    return domain_->value(key);
+    if (id stored = domain_->value(key))
+        return stored;
+    const std::lock_guard lock(mutex_);
+    return pairsOf(registered_)[key];
 }
 
 id NSUserDefaults::arrayForKey(std::string_view key) const
@@ -179,12 +200,16 @@ std::string NSUserDefaults::readProblem() const
 
 void NSUserDefaults::registerDefaults(const id& dictionary)
 {
-    domain_->registerDefaults(dictionary);
+    const id copied = propertyListCopy(dictionary);
+    const std::lock_guard lock(mutex_);
+    registered_ = dictionaryByAdding(registered_, copied);
 }
 
 id NSUserDefaults::dictionaryRepresentation() const
 {
-    return domain_->dictionaryRepresentation();
+    const id stored = domain_->values();
+    const std::lock_guard lock(mutex_);
+    return dictionaryByAdding(registered_, stored);
 }
 
 std::uint64_t NSUserDefaults::addObserver(std::string_view key, Observer changed)
@@ -195,6 +220,49 @@ std::uint64_t NSUserDefaults::addObserver(std::string_view key, Observer changed
 void NSUserDefaults::removeObserver(std::uint64_t number)
 {
     domain_->removeObserver(number);
+}
+
+void NSUserDefaults::addKeyValueObserver(const id& observer, const id& keyPath, NSUInteger options, void* context)
+{
+    constexpr NSUInteger optionNew = 1;
+    constexpr NSUInteger optionInitial = 4;
+    const auto key = asString(keyPath);
+    if (!observer || !key)
+        return;
+    const auto tell = [observer = Weak<NSObject>(observer), defaults = Weak<NSUserDefaults>(this), keyPath, options,
+                          context](const id&) {
+        constexpr std::int64_t setting = 1;
+        const id target = observer.get();
+        const Ref<NSUserDefaults> object = defaults.get();
+        if (!target || !object)
+            return;
+        const id value = options & optionNew ? object->objectForKey(textOf(keyPath)) : nil;
+        send<"observeValueForKeyPath:ofObject:change:context:", void>(
+            target, keyPath, object, dictionary({ { "kind", number(setting) }, { "new", value } }), context);
+    };
+    const std::uint64_t number = addObserver(*key, tell);
+    {
+        const std::lock_guard lock(mutex_);
+        observations_.push_back({ observer, key->text(), number });
+    }
+    if (options & optionInitial)
+        tell(nil);
+}
+
+void NSUserDefaults::removeKeyValueObserver(const id& observer, const id& keyPath)
+{
+    const std::string key = textOf(keyPath);
+    std::optional<std::uint64_t> number;
+    {
+        const std::lock_guard lock(mutex_);
+        const auto found = std::ranges::find_if(observations_,
+            [&](const KeyValueObservation& one) { return one.key == key && one.observer == Weak<NSObject>(observer); });
+        if (found == observations_.end())
+            return;
+        number = found->number;
+        observations_.erase(found);
+    }
+    removeObserver(*number);
 }
 
 id CFPreferencesCopyAppValue(std::string_view key, std::string_view applicationID)

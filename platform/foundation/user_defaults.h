@@ -2,14 +2,18 @@
 
 #include "platform/foundation/property_list_file.h"
 #include "platform/runtime/class_definition.h"
+#include "platform/runtime/encoding.h"
 #include "platform/runtime/object.h"
+#include "platform/runtime/weak.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -25,6 +29,12 @@ class DefaultsDomain;
 /// process, and by others after `synchronize`.
 ///
 /// A key that is set nowhere answers what registerDefaults() says for it, else nil. Any thread.
+///
+/// Key-value observing: an object that is added by `addObserver:forKeyPath:options:context:` is sent
+/// `observeValueForKeyPath:ofObject:change:context:` after every change of that key, in the cases and on the threads of
+/// addObserver() below, with the instance that it was added to. The path is one key. Of the options New (1) gives the
+/// change a "new", left out where the key has no value any more, and Initial (4) sends once at once; the others do
+/// nothing. The observer isn't kept alive, and hears nothing once it or the instance has gone.
 class NSUserDefaults final : public NSObject {
 public:
     static const ClassDefinition definition;
@@ -75,7 +85,7 @@ public:
     /// be, or when there is no file.
     std::string readProblem() const;
 
-    /// For this process and suite: what absent keys answer. Adds to what was registered before.
+    /// What absent keys answer here; other instances of the suite don't know of it. Adds to what was registered before.
     void registerDefaults(const id& dictionary);
 
     /// Every key that has a value, registered defaults included.
@@ -88,8 +98,21 @@ public:
     std::uint64_t addObserver(std::string_view key, Observer changed);
     void removeObserver(std::uint64_t number);
 
+    void addKeyValueObserver(const id& observer, const id& keyPath, NSUInteger options, void* context);
+    void removeKeyValueObserver(const id& observer, const id& keyPath);
+
 private:
+    struct KeyValueObservation {
+        Weak<NSObject> observer;
+        std::string key;
+        std::uint64_t number;
+    };
+
     const std::shared_ptr<DefaultsDomain> domain_;
+
+    mutable std::mutex mutex_;
+    id registered_;
+    std::vector<KeyValueObservation> observations_;
 };
 
 /// The value of the key in the file of that domain as it stands now, registered defaults left out; nil

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/hex_color.h"
 #include "core/notification_names.h"
 #include "core/policy_cache.h"
 #include "core/preference_domain.h"
@@ -249,7 +250,7 @@ inline constexpr auto preferenceTable = [] {
         keyOf(preference::realBadges, NumberTable, "none"),
         keyOf(preference::isPanelModifying, Boolean, "false"),
         keyOf(policy::runningIndicator, "RunningIndicatorEnabled", Boolean, "false", &g_RunningIndicatorEnabled),
-        keyOf(policy::runningIndicator, "RunningIndicatorColor", String, "#AF52DE", &g_RunningIndicatorColorHex),
+        keyOf(policy::runningIndicator, "RunningIndicatorColor", String, defaultColorHex, &g_RunningIndicatorColorHex),
         keyOf(policy::immortalizer, "ALImmortalEnabled", Boolean, "true", &g_ImmortalEnabled),
         keyOf(policy::immortalizer, "ALImmortalIndicatorEnabled", Boolean, "true", &g_ImmortalIndicatorEnabled),
         keyOf(policy::immortalizer, "ALImmortalToastEnabled", Boolean, "true", &g_ImmortalToastEnabled),

@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
-#include <cstdint>
-#include <string>
 
 namespace appledger {
 
@@ -19,37 +16,7 @@ constexpr CGFloat leastLabelAlpha = 0.05;
 constexpr CGFloat fullLabelAlpha = 0.95;
 constexpr CGFloat leastPresentAlpha = 0.1;
 
-/// As the system's scanner reads one: white space and a "0x" may come first, and what isn't a digit ends it. 0 when
-/// there is none.
-std::uint32_t scanHexadecimal(std::string_view text)
-{
-    while (!text.empty() && std::isspace(static_cast<unsigned char>(text.front())))
-        text.remove_prefix(1);
-    if (text.starts_with("0x") || text.starts_with("0X"))
-        text.remove_prefix(2);
-    std::uint32_t value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value, 16);
-    return value;
-}
-
-double part(std::uint32_t value, unsigned byte)
-{
-    return (value >> (8 * byte) & 0xFFU) / 255.0;
-}
-
 } // namespace
-
-std::optional<DotColor> parseDotColor(std::string_view text)
-{
-    std::string digits(text);
-    std::erase(digits, '#');
-    const std::uint32_t value = scanHexadecimal(digits);
-    if (digits.size() == 6)
-        return DotColor { part(value, 2), part(value, 1), part(value, 0), 1 };
-    if (digits.size() == 8)
-        return DotColor { part(value, 3), part(value, 2), part(value, 1), part(value, 0) };
-    return std::nullopt;
-}
 
 bool isDockLocation(std::string_view location)
 {

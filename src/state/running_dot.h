@@ -12,18 +12,6 @@ namespace appledger {
 
 inline constexpr platform::CGFloat runningDotSize = 6;
 
-struct DotColor {
-    double red = 0;
-    double green = 0;
-    double blue = 0;
-    double alpha = 1;
-    friend bool operator==(const DotColor&, const DotColor&) = default;
-};
-
-/// "#RRGGBB" or "#RRGGBBAA"; every "#" is left out. Empty for another length: the system's purple. Text that doesn't
-/// begin with a hexadecimal number gives black, of eight digits a black that can't be seen.
-std::optional<DotColor> parseDotColor(std::string_view text);
-
 /// Whether the place that an icon view names is in the Dock: upper and lower case are one.
 bool isDockLocation(std::string_view location);
 

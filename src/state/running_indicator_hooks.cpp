@@ -1,6 +1,7 @@
 #include "state/running_indicator_hooks.h"
 
 #include "core/bundle_identifier.h"
+#include "core/hex_color.h"
 #include "core/policies.h"
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/block.h"
@@ -73,11 +74,7 @@ id dotColor()
 {
     const ReadSection section;
     const std::string* const text = g_RunningIndicatorColorHex.load();
-    const id colors(classNamed<"UIColor">());
-    const auto color = parseDotColor(text ? *text : "");
-    if (!color)
-        return askObject<"systemPurpleColor">(colors);
-    return askObject<"colorWithRed:green:blue:alpha:">(colors, color->red, color->green, color->blue, color->alpha);
+    return colorFromHex(text ? *text : "");
 }
 
 bool isRunning(const StringValue& bundleIdentifier)

@@ -284,10 +284,69 @@ TEST(UserDefaults, RegisteredDefaultsAnswerForAbsentKeysOnly)
     EXPECT_TRUE(defaults->synchronize());
     EXPECT_EQ(onDisk(), R"({"c": 3})");
     defaults->removeObject("c");
-    EXPECT_EQ(NSUserDefaults::suite(suite)->integerForKey("c"), 2);
+    EXPECT_EQ(defaults->integerForKey("c"), 2);
     EXPECT_EQ(describe(defaults->dictionaryRepresentation()), R"({"a": 1, "b": 2, "c": 2})");
-    EXPECT_EQ(NSUserDefaults::suite("com.example.other")->objectForKey("a"), nil);
+    EXPECT_EQ(NSUserDefaults::suite(suite)->objectForKey("a"), nil) << "they are the instance's own";
     EXPECT_EQ(CFPreferencesCopyAppValue("a", suite), nil);
+}
+
+/// Writes down what it is told.
+class Listener : public NSObject {
+public:
+    static const ClassDefinition definition;
+    std::string heard;
+
+    void observe(const id& key, const id& object, const id& change, void* context)
+    {
+        heard += describe(key) + " of " + describe(object) + " " + describe(change)
+            + (context == this ? " with context; " : "; ");
+    }
+};
+
+constexpr MethodDefinition listenerMethods[] {
+    method<"observeValueForKeyPath:ofObject:change:context:", &Listener::observe>(),
+};
+const ClassDefinition Listener::definition { .name = "Listener", .methods = listenerMethods };
+
+TEST(UserDefaults, TellTheObserversOfAKeyWhoeverChangesIt)
+{
+    constexpr NSUInteger withNew = 1;
+    constexpr NSUInteger withNewAndInitial = 5;
+    const DeviceRoot device;
+    const auto defaults = NSUserDefaults::suite(suite);
+    defaults->registerDefaults(dictionary({ { "a", number(1) } }));
+    Ref<Listener> listener = make<Listener>();
+    const auto observe = [&](const char* key, NSUInteger options, void* context) {
+        send<"addObserver:forKeyPath:options:context:", void>(defaults, listener, string(key), options, context);
+    };
+    const auto heard = [&] { return std::exchange(listener->heard, ""); };
+    observe("a", withNewAndInitial, listener.get());
+    EXPECT_EQ(heard(), R"("a" of <NSUserDefaults> {"kind": 1, "new": 1} with context; )");
+    observe("b", 0, nullptr);
+
+    defaults->setInteger(2, "a");
+    EXPECT_EQ(heard(), R"("a" of <NSUserDefaults> {"kind": 1, "new": 2} with context; )");
+    NSUserDefaults::suite(suite)->setInteger(3, "b");
+    EXPECT_EQ(heard(), R"("b" of <NSUserDefaults> {"kind": 1}; )");
+    defaults->setInteger(3, "b");
+    defaults->setInteger(3, "c");
+    EXPECT_EQ(heard(), "") << "nothing is another than before";
+    defaults->synchronize();
+    device.put(file, xml("<key>a</key><integer>4</integer>")); // another process
+    EXPECT_EQ(heard(), "");
+    defaults->synchronize();
+    EXPECT_EQ(heard(),
+        R"("a" of <NSUserDefaults> {"kind": 1, "new": 4} with context; "b" of <NSUserDefaults> {"kind": 1}; )");
+    defaults->removeObject("a");
+    EXPECT_EQ(heard(), R"("a" of <NSUserDefaults> {"kind": 1, "new": 1} with context; )") << "the registered default";
+
+    send<"removeObserver:forKeyPath:", void>(defaults, listener, string("a"));
+    send<"removeObserver:forKeyPath:", void>(defaults, listener, string("never added"));
+    defaults->setInteger(5, "a");
+    EXPECT_EQ(heard(), "");
+    observe("a", withNew, nullptr);
+    listener = nullptr; // nobody kept it
+    defaults->setInteger(6, "a");
 }
 
 TEST(UserDefaults, RefuseWhatAFileCanNotHold)

@@ -198,13 +198,15 @@ TEST_F(Policies, TakeTheBlockedUpdatesFromTheFileBeforeTheSuite)
         { "a value of another type", dictionary({ { "ALBlockedUpdateApps", number(1) } }), nil, suite, "1" },
     };
     for (const auto& [what, plainFile, rootlessFile, suiteDefaults, expected] : cases) {
+        preferences()->synchronize(); // what the last case left unwritten
         std::filesystem::remove(device_.at(preferenceFile));
         std::filesystem::remove(device_.at(rootlessPreferenceFile));
         if (plainFile)
             device_.write(preferenceFile, plainFile);
         if (rootlessFile)
             device_.write(rootlessPreferenceFile, rootlessFile);
-        preferences()->registerDefaults(suiteDefaults);
+        if (!pairsOf(plainFile)["ALBlockedUpdateApps"]) // else that is the suite's
+            preferences()->setObject(pairsOf(suiteDefaults)["ALBlockedUpdateApps"], "ALBlockedUpdateApps");
         reload(policy::blockedUpdate);
         EXPECT_EQ(describe(g_blockedUpdateApps.value()), expected) << what;
     }

@@ -8,32 +8,6 @@ namespace {
 
 using platform::CGPoint;
 
-TEST(RunningDot, TakesItsColourFromSixOrEightHexadecimalDigits)
-{
-    const DotColor black { 0, 0, 0, 1 };
-    const struct {
-        const char* text;
-        std::optional<DotColor> color;
-    } cases[] = {
-        { "#AF52DE", DotColor { 175 / 255.0, 82 / 255.0, 222 / 255.0, 1 } },
-        { "ff8000", DotColor { 1, 128 / 255.0, 0, 1 } },
-        { "#FF800080", DotColor { 1, 128 / 255.0, 0, 128 / 255.0 } },
-        { "##0000#FF", DotColor { 0, 0, 1, 1 } },
-        { "zzzzzz", black },
-        { "12zzzz", DotColor { 0, 0, 18 / 255.0, 1 } },
-        { "0x00FF", DotColor { 0, 0, 1, 1 } },
-        { "   0FF", DotColor { 0, 0, 1, 1 } },
-        { "-00001", black },
-        { "hexdigit", DotColor { 0, 0, 0, 0 } },
-        { "#F0F", std::nullopt },
-        { "#1234567", std::nullopt },
-        { "", std::nullopt },
-        { "#", std::nullopt },
-    };
-    for (const auto& row : cases)
-        EXPECT_EQ(parseDotColor(row.text), row.color) << row.text;
-}
-
 TEST(RunningDot, StandsUnderTheImageInTheDockAndBesideTheNameElsewhere)
 {
     EXPECT_EQ(dotCenterInDock({ 60, 80 }, ImageBox { { 30, 31 }, { 60, 62 } }), (CGPoint { 30, 71 }));
