@@ -38,9 +38,20 @@ Action brightness(Arguments& arguments)
     return level(arguments, "brightness");
 }
 
+Action appearance(Arguments& arguments)
+{
+    const auto style = std::make_shared<Word>();
+    arguments.add("STYLE", *style, "dark or light").oneOf({ "dark", "light" });
+    return [style](const phone::PhoneDirectory& directory) {
+        return tellAnswer(directory, "SpringBoard", { { "verb", "appearance" }, { "style", style->text() } },
+            [](const Json& report) { return "The phone is " + report.value("appearance", "") + "."; });
+    };
+}
+
 constexpr VerbRow rows[] {
     { "phone volume", "the volume of media, or set it", volume, "volume" },
     { "phone brightness", "the brightness of the screen, or set it", brightness, "brightness" },
+    { "phone appearance", "whether the system is dark or light, or make it so", appearance, "appearance" },
 };
 
 } // namespace

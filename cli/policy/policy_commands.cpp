@@ -89,6 +89,11 @@ WriteOutcome assign(const std::string& key, const id& value)
     return preferences()->change(key, [&value](const id&) { return std::optional(value); });
 }
 
+std::string_view allowedValues(const PreferenceKey& row)
+{
+    return row.range.text.empty() ? expectedValue(row.type) : row.range.text;
+}
+
 /// Why the preferences can't be told; empty when they can.
 std::optional<std::string> preferenceProblem(const NSUserDefaults& defaults)
 {
@@ -137,6 +142,21 @@ ExitStatus listPolicies(const phone::PhoneDirectory& directory)
              << (name && preferenceKey(*name) ? "\n" : "  (not a key of AppLedger)\n");
     }
     say(text.str(), { { "ok", true }, { "policies", object.is_object() ? object : Json::object() } });
+    return ExitStatus::Done;
+}
+
+ExitStatus listKeys(const phone::PhoneDirectory&)
+{
+    std::ostringstream text;
+    Json keys = Json::array();
+    for (const PreferenceKey& row : preferenceKeys()) {
+        text << row.name << (row.isPrefix ? "<bundle identifier>" : "") << ": " << allowedValues(row) << "; default "
+             << row.defaultText << (row.notification.empty() ? "" : "; posts ") << row.notification << '\n';
+        keys.push_back({ { "key", row.name }, { "isPrefix", row.isPrefix }, { "values", allowedValues(row) },
+            { "default", row.defaultText },
+            { "notification", row.notification.empty() ? Json(nullptr) : Json(row.notification) } });
+    }
+    say(text.str(), { { "ok", true }, { "keys", keys } });
     return ExitStatus::Done;
 }
 
@@ -204,8 +224,8 @@ ExitStatus setPolicy(const phone::PhoneDirectory& directory, const std::string& 
     if (!endsInIdentifier(*row, key))
         return refuse(std::string(row->name) + " goes on with a bundle identifier");
     const auto parsed = parsePolicyValue(row->type, value);
-    if (!parsed)
-        return refuse(key + " takes " + std::string(expectedValue(row->type)));
+    if (!parsed || (row->range.contains && !row->range.contains(*parsed)))
+        return refuse(key + " takes " + std::string(allowedValues(*row)));
     if (const auto problem = openForWriting(directory))
         return refuse(*problem);
     return publish(directory, assign(key, *parsed), *row, key, key + " is " + describe(*parsed) + " now.");

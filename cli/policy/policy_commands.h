@@ -22,6 +22,9 @@ std::string describeSetAside(const std::string& setAside);
 /// Every key that has a value, and what it is.
 ExitStatus listPolicies(const phone::PhoneDirectory& directory);
 
+/// Every key that there is: what it takes, its default, and whom a change of it is told.
+ExitStatus listKeys(const phone::PhoneDirectory& directory);
+
 /// What the policies say about one application.
 ExitStatus showPolicies(const phone::PhoneDirectory& directory, const std::string& bundleIdentifier);
 

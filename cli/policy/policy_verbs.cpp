@@ -75,6 +75,7 @@ Action brightness(Arguments& arguments)
 
 constexpr VerbRow rows[] {
     { "policy list", "every key that is set", plain<listPolicies> },
+    { "policy keys", "every key that there is, what it takes and its default", plain<listKeys> },
     { "policy show", "what holds for one application", show },
     { "policy add", "put an application on a list", changeList<ListChange::Add> },
     { "policy remove", "take an application off a list", changeList<ListChange::Remove> },

@@ -2,6 +2,7 @@
 
 #include "phone/backboard/brightness.h"
 #include "phone/control/request_rows.h"
+#include "phone/device/interface_style.h"
 #include "phone/device/levels.h"
 #include "phone/springboard/idle_timer/idle_timer.h"
 #include "phone/springboard/levels/volume_hud.h"
@@ -35,7 +36,17 @@ Json changeBrightness(const Json& request)
     return changeLevel(request, turnBrightnessTo);
 }
 
+/// "appearance": what the owner has chosen, after "style", "dark" or "light", is made it.
+Json changeAppearance(const Json& request)
+{
+    const std::string style = text(request, "style");
+    if (!style.empty() && !setInterfaceStyle(style == "dark" ? InterfaceStyle::Dark : InterfaceStyle::Light))
+        return failure("the choice can't be kept");
+    return { { "ok", true }, { "appearance", interfaceStyle() == InterfaceStyle::Dark ? "dark" : "light" } };
+}
+
 constexpr RequestRow rows[] {
+    { "appearance", changeAppearance },
     { "volume", changeVolume },
     { "brightness", changeBrightness },
 };

@@ -1,5 +1,6 @@
 #include "phone/springboard/start.h"
 
+#include "phone/device/interface_style.h"
 #include "phone/device/removed_applications.h"
 #include "phone/frontboard/open_request.h"
 #include "phone/springboard/applications/applications.h"
@@ -39,6 +40,7 @@ void startSpringBoard()
     setOpenApplicationHandler(openInWorkspace);
     for (const std::string& stayed : finishRemovals())
         std::fprintf(stderr, "of a removed application stays %s\n", stayed.c_str());
+    showInterfaceStyle();
     startVolumeControl();
     const id application = send<"sharedApplication">(id(classNamed<"SpringBoard">()));
     send<"applicationDidFinishLaunching:", void>(application, nil);

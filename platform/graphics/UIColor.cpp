@@ -1,5 +1,6 @@
 #include "platform/graphics/objects.h"
 
+#include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
 namespace platform {
@@ -68,6 +69,18 @@ bool getParts(const id& self, SEL, double* red, double* green, double* blue, dou
     return true;
 }
 
+NSInteger colorSpaceModel(const id&, SEL)
+{
+    constexpr NSInteger redGreenBlue = 1;
+    return redGreenBlue;
+}
+
+id components(const id& self, SEL)
+{
+    const Color color = asColor(self).value_or(Color {});
+    return array({ real(color.red), real(color.green), real(color.blue), real(color.alpha) });
+}
+
 id itself(const id& self, SEL)
 {
     return self;
@@ -104,10 +117,12 @@ constexpr MethodDefinition methods[] {
     classMethod<"blackColor", &constant<0x000000FF>>(),
     classMethod<"blueColor", &constant<0x0000FFFF>>(),
     classMethod<"clearColor", &constant<0x00000000>>(),
+    method<"colorSpaceModel", &colorSpaceModel>(),
     classMethod<"colorWithHue:saturation:brightness:alpha:", &colorWithHue>(),
     classMethod<"colorWithRed:green:blue:alpha:", &colorWithRed>(),
     classMethod<"colorWithWhite:alpha:", &colorWithWhite>(),
     method<"colorWithAlphaComponent:", &colorWithAlphaComponent>(),
+    method<"components", &components>(),
     classMethod<"darkGrayColor", &constant<0x555555FF>>(),
     method<"getRed:green:blue:alpha:", &getParts>(),
     classMethod<"grayColor", &constant<0x808080FF>>(),

@@ -108,4 +108,9 @@ void setScreen(CGSize size, double scale)
     send<"setSize:scale:", void>(screen(), size, scale);
 }
 
+void setScreenStyle(InterfaceStyle style)
+{
+    send<"setInterfaceStyle:", void>(screen(), style);
+}
+
 } // namespace platform

@@ -33,6 +33,9 @@ id UIImagePNGRepresentation(const id& image);
 id NSFontAttributeName();
 id NSForegroundColorAttributeName();
 
+/// How the system shows itself, by its numbers.
+enum class InterfaceStyle : long { Light = 1, Dark = 2 };
+
 enum class TouchKind : long { Began = 0, Moved = 1, Ended = 3, Cancelled = 4 };
 
 /// For the host of the process. The first two give "" in a process without views.
@@ -44,5 +47,6 @@ std::string descriptionOfScreen();
 /// A finger on the screen.
 void touchScreenAt(CGPoint point, TouchKind kind);
 void setScreen(CGSize size, double scale);
+void setScreenStyle(InterfaceStyle style);
 
 } // namespace platform

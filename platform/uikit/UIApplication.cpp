@@ -1,8 +1,11 @@
+#include "platform/foundation/locale.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 #include "platform/screen/backlight.h"
 #include "platform/uikit/application.h"
 #include "platform/uikit/views.h"
+
+#include <algorithm>
 
 namespace platform {
 
@@ -48,11 +51,25 @@ void sendEvent(const id&, SEL, const id& event)
         send<"sendEvent:", void>(send<"window">(touches[0]), event);
 }
 
+/// That of the owner's first language.
+NSInteger userInterfaceLayoutDirection(const id&, SEL)
+{
+    constexpr std::string_view fromRightToLeft[] { "ar", "fa", "he", "ur", "yi" };
+    constexpr NSInteger leftToRight = 0;
+    constexpr NSInteger rightToLeft = 1;
+    if (preferredLanguages().empty())
+        return leftToRight;
+    const std::string_view language = preferredLanguages().front();
+    const std::string_view name = language.substr(0, language.find('-'));
+    return std::ranges::find(fromRightToLeft, name) == std::end(fromRightToLeft) ? leftToRight : rightToLeft;
+}
+
 constexpr MethodDefinition applicationMethods[] {
     method<"init", &init>(),
     method<"keyWindow", &keyWindow>(),
     method<"sendEvent:", &sendEvent>(),
     classMethod<"sharedApplication", &sharedApplication>(),
+    method<"userInterfaceLayoutDirection", &userInterfaceLayoutDirection>(),
     method<"windows", &windows>(),
 };
 

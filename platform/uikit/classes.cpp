@@ -32,12 +32,19 @@ void touchAt(const id&, SEL, CGPoint point, NSInteger phase)
 
 void setSize(const id&, SEL, CGSize size, double scale)
 {
-    screenFacts() = { size, scale };
+    screenFacts().size = size;
+    screenFacts().scale = scale;
+}
+
+void setInterfaceStyle(const id&, SEL, NSInteger style)
+{
+    screenFacts().style = static_cast<InterfaceStyle>(style);
 }
 
 constexpr MethodDefinition screenFunctions[] {
     classMethod<"descriptionOfWindows", &descriptionOfWindows>(),
     classMethod<"pictureAtScale:", &pictureAtScale>(),
+    classMethod<"setInterfaceStyle:", &setInterfaceStyle>(),
     classMethod<"setSize:scale:", &setSize>(),
     classMethod<"touchAt:phase:", &touchAt>(),
 };
@@ -51,6 +58,7 @@ constexpr const ClassDefinition* classes[] {
     &CALayer::definition,
     &NSLayoutAnchor_class,
     &NSLayoutConstraint::definition,
+    &UIActivityIndicatorView_class,
     &UIApplication_class,
     &UIBezierPath::definition,
     &UIColor::definition,
@@ -75,6 +83,7 @@ constexpr const ClassDefinition* classes[] {
     &UISwipeGestureRecognizer_class,
     &UITapGestureRecognizer_class,
     &UITouch::definition,
+    &UITraitCollection_class,
     &UIView::definition,
     &UIWindow::definition,
 };

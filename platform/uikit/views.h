@@ -4,9 +4,11 @@
 
 namespace platform {
 
+extern const ClassDefinition UIActivityIndicatorView_class;
 extern const ClassDefinition UIImageView_class;
 extern const ClassDefinition UILabel_class;
 extern const ClassDefinition UIResponder_class;
 extern const ClassDefinition UIStackView_class;
+extern const ClassDefinition UITraitCollection_class;
 
 } // namespace platform

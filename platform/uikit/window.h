@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/screen/framework.h"
 #include "platform/uikit/view.h"
 
 #include <vector>
@@ -25,6 +26,7 @@ std::vector<Ref<UIWindow>> allWindows();
 struct ScreenFacts {
     CGSize size { 390, 844 };
     double scale = 3;
+    InterfaceStyle style = InterfaceStyle::Light;
 };
 ScreenFacts& screenFacts() noexcept;
 

@@ -1,5 +1,6 @@
 #include "core/badges.h"
 
+#include "core/preference_domain.h"
 #include "platform/foundation/values.h"
 
 namespace appledger {
@@ -15,15 +16,11 @@ void store(NSUserDefaults& preferences, std::string_view key, const id& bundleId
     const auto identifier = asString(bundleIdentifier);
     if (!identifier)
         return;
-    const auto changed = [&](const id& present) -> std::optional<id> {
+    changePreference(preferences, key, [&](const id& present) -> std::optional<id> {
         if (entry == Entry::SetFirst && badgeIn(present, bundleIdentifier))
             return std::nullopt;
         return dictionaryBySetting(present, *identifier, badge);
-    };
-    if (preferences.change(key, changed).isDone())
-        return;
-    if (const auto table = changed(preferences.objectForKey(key)))
-        preferences.setObject(*table, key);
+    });
 }
 
 } // namespace

@@ -191,6 +191,15 @@ inline constexpr std::string_view realBadges = "ALRealBadges";
 inline constexpr std::string_view isPanelModifying = "ALIsPanelModifying";
 inline constexpr std::string_view lastModifiedIcon = "ALLastModifiedIconBundleID";
 inline constexpr std::string_view language = "ALLanguage";
+inline constexpr std::string_view runningIndicator = "RunningIndicatorEnabled";
+inline constexpr std::string_view runningIndicatorColor = "RunningIndicatorColor";
+inline constexpr std::string_view customNames = "CustomAppNames";
+inline constexpr std::string_view swipeUp = "SwipeUpEnabled";
+inline constexpr std::string_view swipeDown = "SwipeDownEnabled";
+inline constexpr std::string_view forceTouchMenu = "ForceTouchMenuEnabled";
+inline constexpr std::string_view hideSeparators = "HidePanelSeparatorsEnabled";
+inline constexpr std::string_view appearance = "kAppearance";
+inline constexpr std::string_view directoryOpener = "DirectoryOpener";
 
 } // namespace preference
 
@@ -229,11 +238,18 @@ consteval PreferenceKey keyOf(
     return { name, type, defaultText, notification };
 }
 
+consteval PreferenceKey within(const PreferenceRange& range, PreferenceKey key)
+{
+    key.range = range;
+    return key;
+}
+
 } // namespace detail
 
 /// Every key of the domain, in the order of documentation.
 inline constexpr auto preferenceTable = [] {
     using detail::keyOf;
+    using detail::within;
     using enum PreferenceType;
     return std::to_array<PreferenceKey>({
         keyOf(policy::blockedNotifications),
@@ -249,8 +265,10 @@ inline constexpr auto preferenceTable = [] {
         keyOf(policy::customBadges, preference::customBadges, NumberTable, "none", &g_customBadgesCache),
         keyOf(preference::realBadges, NumberTable, "none"),
         keyOf(preference::isPanelModifying, Boolean, "false"),
-        keyOf(policy::runningIndicator, "RunningIndicatorEnabled", Boolean, "false", &g_RunningIndicatorEnabled),
-        keyOf(policy::runningIndicator, "RunningIndicatorColor", String, defaultColorHex, &g_RunningIndicatorColorHex),
+        keyOf(policy::runningIndicator, preference::runningIndicator, Boolean, "false", &g_RunningIndicatorEnabled),
+        within(preferenceRange::color,
+            keyOf(policy::runningIndicator, preference::runningIndicatorColor, String, defaultColorHex,
+                &g_RunningIndicatorColorHex)),
         keyOf(policy::immortalizer, "ALImmortalEnabled", Boolean, "true", &g_ImmortalEnabled),
         keyOf(policy::immortalizer, "ALImmortalIndicatorEnabled", Boolean, "true", &g_ImmortalIndicatorEnabled),
         keyOf(policy::immortalizer, "ALImmortalToastEnabled", Boolean, "true", &g_ImmortalToastEnabled),
@@ -271,13 +289,13 @@ inline constexpr auto preferenceTable = [] {
         keyOf("ALOffloadModeEnabled", Boolean, "false"),
         keyOf("ALFeatureListItems", RowList, "built by the panel"),
         keyOf("ALActionBarItems", RowList, "built by the panel"),
-        keyOf("CustomAppNames", StringTable, "none"),
-        keyOf("SwipeUpEnabled", Boolean, "true"),
-        keyOf("SwipeDownEnabled", Boolean, "false"),
-        keyOf("ForceTouchMenuEnabled", Boolean, "false"),
-        keyOf("HidePanelSeparatorsEnabled", Boolean, "false"),
-        keyOf("kAppearance", Integer, "0"),
-        keyOf("DirectoryOpener", String, "filza"),
+        keyOf(preference::customNames, StringTable, "none"),
+        keyOf(preference::swipeUp, Boolean, "true"),
+        keyOf(preference::swipeDown, Boolean, "false"),
+        keyOf(preference::forceTouchMenu, Boolean, "false"),
+        keyOf(preference::hideSeparators, Boolean, "false"),
+        within(preferenceRange::appearance, keyOf(preference::appearance, Integer, "0")),
+        within(preferenceRange::directoryOpener, keyOf(preference::directoryOpener, String, "filza")),
     });
 }();
 

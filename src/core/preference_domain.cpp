@@ -67,4 +67,12 @@ PreferenceChange changePreferenceFlag(std::string_view key, ListChange change)
     return { std::move(outcome), isWanted };
 }
 
+void changePreference(NSUserDefaults& preferences, std::string_view key, const NSUserDefaults::Change& change)
+{
+    if (preferences.change(key, change).isDone())
+        return;
+    if (const auto value = change(preferences.objectForKey(key)))
+        preferences.setObject(*value, key);
+}
+
 } // namespace appledger

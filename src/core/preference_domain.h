@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/list_change.h"
+#include "core/preference_ranges.h"
 #include "platform/foundation/user_defaults.h"
 #include "platform/runtime/reclamation.h"
 
@@ -63,6 +64,7 @@ struct PreferenceKey {
     const Policy* policy = nullptr; ///< with which it is reread, or null
     PreferenceCache cache {};
     bool isPrefix = name.ends_with('/'); ///< the key goes on with a bundle identifier
+    PreferenceRange range {};
 };
 
 /// Every key of the domain, in the order of documentation.
@@ -93,5 +95,11 @@ PreferenceChange changePreferenceList(std::string_view key, ListChange change, s
 
 /// The same for a flag: Add sets it, Remove clears it. A value that no flag is read from, such as a list, is refused.
 PreferenceChange changePreferenceFlag(std::string_view key, ListChange change);
+
+/// Changes the value of a key in one operation among all processes, and publishes that: `change` gets the present value
+/// and gives the next, or nothing to leave it. What can't be written stays pending and is seen in this process; what no
+/// file can hold changes nothing.
+void changePreference(
+    platform::NSUserDefaults& preferences, std::string_view key, const platform::NSUserDefaults::Change& change);
 
 } // namespace appledger

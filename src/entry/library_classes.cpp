@@ -1,5 +1,7 @@
 #include "entry/library_classes.h"
 
+#include "core/appearance.h"
+#include "core/settings.h"
 #include "record/app_ledger.h"
 
 namespace appledger {
@@ -8,11 +10,16 @@ using namespace platform;
 
 namespace {
 
+// clang-format off
 constexpr const ClassDefinition* classes[] {
     // sorted
-    &ALAppLedger::definition, &ALAppLedgerGroup::definition,
+    &ALAppLedger::definition,
+    &ALAppLedgerGroup::definition,
+    &ALAppearance::definition,
+    &ALSettings::definition,
     // end sorted
 };
+// clang-format on
 
 } // namespace
 

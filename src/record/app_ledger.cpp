@@ -1,5 +1,6 @@
 #include "record/app_ledger.h"
 
+#include "core/settings.h"
 #include "core/text.h"
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/files.h"
@@ -303,12 +304,12 @@ id ALAppLedger::name() const
 
 id ALAppLedger::customIconName() const
 {
-    return askObject<"customAppNameForBundleIdentifier:">(id(classNamed<"ALSettings">()), bundleIdentifier);
+    return ALSettings::customAppNameForBundleIdentifier(bundleIdentifier);
 }
 
 void ALAppLedger::setCustomIconName(const id& newName)
 {
-    ask<"setCustomAppName:forBundleIdentifier:", void>(id(classNamed<"ALSettings">()), newName, bundleIdentifier);
+    ALSettings::setCustomAppName(newName, bundleIdentifier);
     ask<"_updateLabel", void>(iconView);
 }
 

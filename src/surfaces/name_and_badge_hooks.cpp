@@ -2,6 +2,7 @@
 
 #include "core/badges.h"
 #include "core/policies.h"
+#include "core/settings.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 
@@ -11,16 +12,11 @@ using namespace platform;
 
 namespace {
 
-id customName(const id& bundleIdentifier)
-{
-    return askObject<"customAppNameForBundleIdentifier:">(id(classNamed<"ALSettings">()), bundleIdentifier);
-}
-
 struct DisplayName : Hook<DisplayName, "SBApplication", "displayName", id()> {
     static id replacement(const id& self, SEL cmd)
     {
         if (const auto identifier = ask<"bundleIdentifier">(self))
-            if (id name = customName(*identifier); asString(name))
+            if (id name = ALSettings::customAppNameForBundleIdentifier(*identifier))
                 return name;
         return original(self, cmd);
     }

@@ -323,36 +323,9 @@ TEST(BadgeTables, LoseNothingToTwoWriters)
     EXPECT_EQ(pairsOf(appledger::synchronizedPreferences()->objectForKey("ALRealBadges")).size(), 2U * count);
 }
 
-// The settings as far as names go, where the library doesn't bring its own.
-
-id customNames;
-
-id customAppName(const id&, SEL, const id& identifier)
-{
-    return pairsOf(customNames)[identifier];
-}
-
-void setCustomAppName(const id&, SEL, const id& name, const id& identifier)
-{
-    if (const auto text = asString(identifier))
-        customNames = dictionaryBySetting(customNames, *text, name);
-}
-
-constexpr MethodDefinition settingsMethods[] {
-    classMethod<"customAppNameForBundleIdentifier:", &customAppName>(),
-    classMethod<"setCustomAppName:forBundleIdentifier:", &setCustomAppName>(),
-};
-
-const ClassDefinition Settings_class { .name = "ALSettings", .methods = settingsMethods };
-
 class Names : public Badges {
 protected:
-    void startWithSettings()
-    {
-        start({ { "ALImmortalLockedApps", array({ mail }) } });
-        if (!objc_getClass("ALSettings"))
-            registerClass(Settings_class);
-    }
+    void startWithLockedMail() { start({ { "ALImmortalLockedApps", array({ mail }) } }); }
 
     static void rename(const std::string& identifier, const id& name)
     {
@@ -370,7 +343,7 @@ INSTANTIATE_TEST_SUITE_P(Versions, Names, testing::Values("12.4", "16.0"),
 
 TEST_P(Names, OfTheOwnerStandInThePlaceOfTheSystems)
 {
-    startWithSettings();
+    startWithLockedMail();
     const std::string former = nameOf(notes);
     rename(notes, string("Ünïcödé"));
     EXPECT_EQ(nameOf(notes), "\"Ünïcödé\"");
@@ -386,7 +359,7 @@ TEST_P(Names, OfTheOwnerStandInThePlaceOfTheSystems)
 
 TEST_P(Names, OfTheOwnerCarryTheLockSign)
 {
-    startWithSettings();
+    startWithLockedMail();
     rename(mail, string("Post"));
     EXPECT_EQ(nameOf(mail), "\"Post🔒\"");
     rename(mail, nil);

@@ -1,0 +1,92 @@
+#include "platform/runtime/message.h"
+#include "platform/uikit/views.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace platform {
+
+namespace {
+
+/// By the system's numbers.
+enum class IndicatorStyle : long { WhiteLarge = 0, White = 1, Gray = 2, Medium = 100, Large = 101 };
+
+constexpr double smallSide = 20;
+constexpr double largeSide = 37;
+constexpr Color gray { 0.6, 0.6, 0.6, 1 };
+constexpr Color white { 1, 1, 1, 1 };
+
+/// A wheel of spokes that says that something is under way. It is drawn as it stands: nothing turns.
+class UIActivityIndicatorView : public UIView {
+public:
+    bool isAnimating = false;
+    bool hidesWhenStopped = true;
+    id color {};
+
+    id initWithStyle(NSInteger newStyle)
+    {
+        style_ = static_cast<IndicatorStyle>(newStyle);
+        userInteractionEnabled = false;
+        return send<"initWithFrame:">(id(this), CGRect { {}, sizeThatFits({}) });
+    }
+
+    NSInteger style() const { return static_cast<NSInteger>(style_); }
+    void startAnimating() { isAnimating = true; }
+    void stopAnimating() { isAnimating = false; }
+
+    CGSize sizeThatFits(CGSize) const override
+    {
+        const bool isLarge = style_ == IndicatorStyle::WhiteLarge || style_ == IndicatorStyle::Large;
+        return isLarge ? CGSize { largeSide, largeSide } : CGSize { smallSide, smallSide };
+    }
+
+    CGSize intrinsicContentSize() const override { return sizeThatFits({}); }
+
+    void drawContent(Canvas& canvas, const CGRect& seen) const override
+    {
+        if (hidesWhenStopped && !isAnimating)
+            return;
+        constexpr int spokes = 8;
+        const bool isWhite = style_ == IndicatorStyle::White || style_ == IndicatorStyle::WhiteLarge;
+        const Color full = asColor(color).value_or(isWhite ? white : gray);
+        const double radius = std::min(seen.size.width, seen.size.height) / 2;
+        const CGPoint center { seen.origin.x + seen.size.width / 2, seen.origin.y + seen.size.height / 2 };
+        for (int spoke = 0; spoke < spokes; ++spoke) {
+            const double angle = 2 * std::numbers::pi * spoke / spokes;
+            const auto at = [&](double part) {
+                return CGPoint { center.x + radius * part * std::sin(angle),
+                    center.y - radius * part * std::cos(angle) };
+            };
+            Path line;
+            line.moveTo(at(0.45));
+            line.lineTo(at(0.9));
+            Color shade = full;
+            shade.alpha *= 1 - 0.75 * spoke / spokes;
+            canvas.stroke(line, shade, radius * 0.2);
+        }
+    }
+
+private:
+    IndicatorStyle style_ = IndicatorStyle::Medium;
+};
+
+constexpr MethodDefinition methods[] {
+    method<"activityIndicatorViewStyle", &UIActivityIndicatorView::style>(),
+    getter<"color", &UIActivityIndicatorView::color>(),
+    getter<"hidesWhenStopped", &UIActivityIndicatorView::hidesWhenStopped>(),
+    method<"initWithActivityIndicatorStyle:", &UIActivityIndicatorView::initWithStyle>(),
+    getter<"isAnimating", &UIActivityIndicatorView::isAnimating>(),
+    setter<"setColor:", &UIActivityIndicatorView::color>(),
+    setter<"setHidesWhenStopped:", &UIActivityIndicatorView::hidesWhenStopped>(),
+    method<"startAnimating", &UIActivityIndicatorView::startAnimating>(),
+    method<"stopAnimating", &UIActivityIndicatorView::stopAnimating>(),
+};
+
+} // namespace
+
+const ClassDefinition UIActivityIndicatorView_class { .name = "UIActivityIndicatorView",
+    .superclass = &UIView::definition,
+    .allocate = allocate<UIActivityIndicatorView>,
+    .methods = methods };
+
+} // namespace platform
