@@ -122,6 +122,28 @@ TEST(BadgeScenario, TheOwnersBadgeStaysAndTheApplicationsComesBack)
     EXPECT_EQ(badges(phone), "shown \"New\", custom null, real \"New\"");
 }
 
+TEST(NameScenario, TheOwnersNameShowsAtOnceAndUntilItIsTakenBack)
+{
+    const Phone phone;
+    phone.answer({ "phone", "up" });
+    EXPECT_TRUE(isDrawn(phone, "Scribbles"));
+    for (const char* const back : { "--default", "" }) {
+        EXPECT_EQ(phone.answer({ "app", "rename", notes, "Zettel ü" })["name"], "Zettel ü");
+        EXPECT_TRUE(isDrawn(phone, "Zettel ü"));
+        EXPECT_FALSE(isDrawn(phone, "Scribbles"));
+        phone.answer({ "phone", "respring" });
+        EXPECT_TRUE(isDrawn(phone, "Zettel ü"));
+        phone.answer({ "policy", "add", "ALImmortalLockedApps", notes });
+        EXPECT_EQ(phone.answer({ "app", "show", notes })["record"]["name"], "Zettel ü🔒");
+        phone.answer({ "policy", "remove", "ALImmortalLockedApps", notes });
+        EXPECT_EQ(phone.answer({ "app", "rename", notes, back })["name"], "Scribbles");
+        EXPECT_TRUE(isDrawn(phone, "Scribbles"));
+    }
+    EXPECT_EQ(phone.run({ "app", "rename", notes }).status, 2);
+    EXPECT_EQ(phone.run({ "app", "rename", notes, "A", "--default" }).status, 2);
+    phone.answer({ "app", "rename", "com.example.gone", "A" }, 1);
+}
+
 TEST(BadgeScenario, AStockPhoneShowsTheApplicationsOwn)
 {
     const Phone phone;
