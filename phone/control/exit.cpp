@@ -42,7 +42,7 @@ std::size_t countBeneath(int directory, int depth)
     std::size_t count = 0;
     for (platform::detail::DirectoryListing listing(directory); !listing.empty(); listing.advance()) {
         ++count;
-        if (listing.kind() == platform::detail::EntryKind::Other || depth >= deepest)
+        if (!platform::detail::mayBeDirectory(listing.kind()) || depth >= deepest)
             continue;
         if (const auto inner = platform::detail::openDirectoryIn(directory, listing.name()))
             count += countBeneath(inner.get(), depth + 1);

@@ -1,6 +1,7 @@
 #include "platform/foundation/classes.h"
 
 #include "platform/foundation/block.h"
+#include "platform/foundation/bundle.h"
 #include "platform/foundation/cache.h"
 #include "platform/foundation/file_manager.h"
 #include "platform/foundation/user_defaults.h"
@@ -13,6 +14,8 @@ std::span<const ClassDefinition* const> foundationClasses() noexcept
     static constexpr const ClassDefinition* classes[] {
         &detail::Array::definition,
         &Block::definition,
+        &NSBundle::definition,
+        &detail::NSByteCountFormatter_class,
         &NSCache::definition,
         &detail::NSData_class,
         &detail::NSDate_class,

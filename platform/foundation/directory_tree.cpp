@@ -30,7 +30,9 @@ EntryKind kindOf(unsigned char type) noexcept
 {
     if (type == DT_UNKNOWN)
         return EntryKind::Unknown;
-    return type == DT_DIR ? EntryKind::Directory : EntryKind::Other;
+    if (type == DT_DIR)
+        return EntryKind::Directory;
+    return type == DT_REG ? EntryKind::Regular : EntryKind::Other;
 }
 
 bool isDots(const char* name) noexcept
@@ -165,13 +167,15 @@ private:
 
 } // namespace
 
-DirectoryListing::DirectoryListing(int directory)
+DirectoryListing::DirectoryListing(int directory, Order order)
 {
     alignas(KernelEntry) std::array<char, 64 * 1024> buffer;
     for (;;) {
         const long length = ::syscall(SYS_getdents64, directory, buffer.data(), buffer.size());
-        if (length <= 0)
+        if (length <= 0) {
+            error_ = length < 0 ? errno : 0;
             break;
+        }
         for (long position = 0; position < length;) {
             const auto* const entry = reinterpret_cast<const KernelEntry*>(buffer.data() + position);
             const char* const name = buffer.data() + position + offsetof(KernelEntry, name);
@@ -182,7 +186,8 @@ DirectoryListing::DirectoryListing(int directory)
             names_.append(name, std::strlen(name) + 1);
         }
     }
-    std::ranges::sort(items_, {}, &Item::inode);
+    if (order == Order::OfDisk)
+        std::ranges::sort(items_, {}, &Item::inode);
 }
 
 Descriptor openDirectoryIn(int directory, const char* name)

@@ -12,14 +12,21 @@
 namespace platform::detail {
 
 /// What a directory says of an entry; who acts on it must be ready for it to have changed.
-enum class EntryKind : unsigned char { Unknown, Directory, Other };
+enum class EntryKind : unsigned char { Unknown, Directory, Regular, Other };
 
-/// The names in a directory as they stood at one moment, but for "." and "..", in an order in which the disk
-/// likes them to be visited.
+inline bool mayBeDirectory(EntryKind kind) noexcept
+{
+    return kind == EntryKind::Directory || kind == EntryKind::Unknown;
+}
+
+/// The names in a directory as they stood at one moment, but for "." and "..", in the order in which the disk
+/// likes them to be visited, or in that in which the directory has them.
 class DirectoryListing {
 public:
+    enum class Order { OfDisk, AsRead };
+
     /// Of a directory that is open for reading, from its beginning. What can't be read is left out.
-    explicit DirectoryListing(int directory);
+    explicit DirectoryListing(int directory, Order order = Order::OfDisk);
     DirectoryListing() = default;
 
     struct Item {
@@ -27,6 +34,9 @@ public:
         std::uint32_t offset;
         EntryKind kind;
     };
+
+    /// 0, or the `errno` of what kept the rest from being read.
+    int error() const noexcept { return error_; }
 
     bool empty() const noexcept { return next_ == items_.size(); }
 
@@ -39,6 +49,7 @@ private:
     std::vector<Item> items_;
     std::string names_;
     std::size_t next_ = 0;
+    int error_ = 0;
 };
 
 /// Opens a directory that lies in another one, for reading; not through a link. Invalid, with `errno` set, when it

@@ -4,60 +4,17 @@
 #include "platform/foundation/directory_tree.h"
 #include "platform/foundation/error.h"
 #include "platform/foundation/file_url.h"
+#include "platform/foundation/files.h"
 #include "platform/foundation/values.h"
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform {
 
 namespace {
-
-/// The next component of what is left of a path, which it is taken from; "" at its end.
-std::string takeComponent(std::string_view& path)
-{
-    path.remove_prefix(std::min(path.find_first_not_of('/'), path.size()));
-    const std::string component(path.substr(0, path.find('/')));
-    path.remove_prefix(component.size());
-    return component;
-}
-
-/// Opens a directory as its place says: links are followed down to the anchor, and not below it.
-detail::Opening openPlace(const detail::FilePlace& place)
-{
-    detail::Opening opening = detail::openDevicePath(place.anchor, O_RDONLY | O_DIRECTORY);
-    std::string_view below = place.below;
-    for (std::string component = takeComponent(below); opening.descriptor && !component.empty();
-         component = takeComponent(below)) {
-        if (component == "..")
-            return { {}, EINVAL };
-        opening.descriptor = detail::openDirectoryIn(opening.descriptor.get(), component.c_str());
-        opening.error = opening.descriptor ? 0 : errno;
-    }
-    return opening;
-}
-
-/// The directory that holds the last component of a place, and that component.
-detail::Entry openParent(const detail::FilePlace& place)
-{
-    const std::size_t end = place.below.find_last_not_of('/');
-    if (end == std::string::npos)
-        return detail::openEntry(place.anchor);
-    detail::Entry entry;
-    const std::string below = place.below.substr(0, end + 1);
-    const std::size_t slash = below.rfind('/');
-    entry.name = below.substr(slash == std::string::npos ? 0 : slash + 1);
-    if (entry.name == "." || entry.name == "..") {
-        entry.error = EINVAL;
-        return entry;
-    }
-    detail::Opening opening
-        = openPlace({ place.anchor, slash == std::string::npos ? std::string() : below.substr(0, slash) });
-    entry.directory = std::move(opening.descriptor);
-    entry.error = opening.error;
-    return entry;
-}
 
 int removeAt(const id& url)
 {
@@ -79,41 +36,44 @@ id NSFileManager_defaultManager(const id&, SEL)
     return NSFileManager::defaultManager();
 }
 
-constexpr MethodDefinition enumeratorMethods[] {
-    method<"nextObject", &NSDirectoryEnumerator::nextObject>(),
-};
+/// Makes the directories of a place that are missing. 0, or an `errno`.
+int makeDirectories(const detail::FilePlace& place, bool withIntermediates)
+{
+    if (withIntermediates && detail::openPlace(place).descriptor)
+        return 0;
+    const detail::Entry entry = openParent(place);
+    if (!entry.directory) {
+        const std::string above = pathByDeletingLastComponent(place.below);
+        if (!withIntermediates || entry.error != ENOENT || above.empty())
+            return entry.error;
+        if (const int error = makeDirectories({ place.anchor, above }, true))
+            return error;
+        return makeDirectories(place, false);
+    }
+    return ::mkdirat(entry.directory.get(), entry.name.c_str(), 0755) == 0 ? 0 : errno;
+}
+
+bool succeeded(int error, id* told)
+{
+    if (error != 0 && told)
+        *told = platform::error("NSPOSIXErrorDomain", error);
+    return error == 0;
+}
 
 constexpr MethodDefinition managerMethods[] {
+    method<"createDirectoryAtURL:withIntermediateDirectories:attributes:error:",
+        &NSFileManager::createDirectoryAtURL>(),
     classMethod<"defaultManager", &NSFileManager_defaultManager>(),
     method<"enumeratorAtURL:includingPropertiesForKeys:options:errorHandler:", &NSFileManager::enumeratorAtURL>(),
+    method<"fileExistsAtPath:", &NSFileManager::fileExistsAtPath>(),
     method<"removeItemAtURL:error:", &NSFileManager::removeItemAtURL>(),
 };
 
 } // namespace
 
-const ClassDefinition NSDirectoryEnumerator::definition { .name = "NSDirectoryEnumerator",
-    .methods = enumeratorMethods };
 const ClassDefinition NSFileManager::definition {
     .name = "NSFileManager", .allocate = allocate<NSFileManager>, .methods = managerMethods
 };
-
-NSDirectoryEnumerator::NSDirectoryEnumerator(
-    std::shared_ptr<const detail::WalkedDirectory> directory, std::unique_ptr<detail::DirectoryListing> entries)
-    : directory_(std::move(directory))
-    , entries_(std::move(entries))
-{
-}
-
-NSDirectoryEnumerator::~NSDirectoryEnumerator() = default;
-
-id NSDirectoryEnumerator::nextObject()
-{
-    if (entries_->empty())
-        return nil;
-    id url = detail::urlOfEntry({ directory_, entries_->name(), entries_->kind() });
-    entries_->advance();
-    return url;
-}
 
 id NSFileManager::defaultManager()
 {
@@ -121,28 +81,21 @@ id NSFileManager::defaultManager()
     return manager;
 }
 
-id NSFileManager::enumeratorAtURL(const id& url, const id&, NSUInteger options, const id&) const
-{
-    if (options != static_cast<NSUInteger>(DirectoryEnumerationOptions::SkipsSubdirectoryDescendants))
-        return nil;
-    auto place = detail::filePlace(url);
-    if (!place)
-        return nil;
-    detail::Opening opening = openPlace(*place);
-    if (!opening.descriptor)
-        return nil;
-    auto entries = std::make_unique<detail::DirectoryListing>(opening.descriptor.get());
-    return make<NSDirectoryEnumerator>(std::make_shared<const detail::WalkedDirectory>(
-                                           detail::WalkedDirectory { std::move(opening.descriptor), *place }),
-        std::move(entries));
-}
-
 bool NSFileManager::removeItemAtURL(const id& url, id* error) const
 {
-    const int failed = removeAt(url);
-    if (failed != 0 && error)
-        *error = platform::error("NSPOSIXErrorDomain", failed);
-    return failed == 0;
+    return succeeded(removeAt(url), error);
+}
+
+bool NSFileManager::fileExistsAtPath(const id& path) const
+{
+    const auto text = asString(path);
+    return text && fileExists(*text);
+}
+
+bool NSFileManager::createDirectoryAtURL(const id& url, bool withIntermediates, const id&, id* error) const
+{
+    const auto place = detail::filePlace(url);
+    return succeeded(place ? makeDirectories(*place, withIntermediates) : EINVAL, error);
 }
 
 } // namespace platform

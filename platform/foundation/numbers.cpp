@@ -167,7 +167,9 @@ using detail::Number;
 
 id boolean(bool value)
 {
-    return make<Number>(NumberKind::Boolean, static_cast<std::int64_t>(value));
+    static NSObject* const no = id(make<Number>(NumberKind::Boolean, 0)).leak();
+    static NSObject* const yes = id(make<Number>(NumberKind::Boolean, 1)).leak();
+    return value ? yes : no;
 }
 
 id number(std::int64_t value)

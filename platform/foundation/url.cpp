@@ -5,6 +5,7 @@
 #include "platform/foundation/value_objects.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace platform {
 
@@ -159,8 +160,9 @@ public:
     std::optional<FilePlace> place() const
     {
         if (entry_.directory) {
-            const FilePlace& directory = entry_.directory->place;
-            return FilePlace { directory.anchor, pathByAppending(directory.below, entry_.name) };
+            FilePlace place = entry_.directory->path->place();
+            place.below = pathByAppending(place.below, entry_.name);
+            return place;
         }
         if (place_)
             return place_;
@@ -168,6 +170,14 @@ public:
     }
 
     const WalkedEntry& entry() const noexcept { return entry_; }
+
+    void become(const std::shared_ptr<const WalkedDirectory>& directory, const char* name, EntryKind kind)
+    {
+        if (entry_.directory != directory)
+            entry_.directory = directory;
+        entry_.name = name;
+        entry_.kind = kind;
+    }
 
     static id textOrNil(const std::string& part) { return part.empty() ? nil : string(part); }
     id absoluteString() const { return string(text()); }
@@ -185,7 +195,7 @@ public:
 private:
     const std::string text_;
     const std::optional<FilePlace> place_;
-    const WalkedEntry entry_ {};
+    WalkedEntry entry_ {};
 };
 
 id Url_appending(const id& self, SEL, const id& component)
@@ -218,6 +228,7 @@ constexpr MethodDefinition methods[] {
     method<"copy", &Url_self>(),
     method<"description", &Url::absoluteString>(),
     classMethod<"fileURLWithPath:", &Url_fileUrlWithPath>(),
+    method<"getResourceValue:forKey:error:", &getResourceValue>(),
     method<"host", &Url::host>(),
     method<"isFileURL", &Url::isFileUrl>(),
     method<"path", &Url::path>(),
@@ -262,9 +273,24 @@ std::optional<UrlParts> asUrl(const id& object)
 
 namespace detail {
 
-id urlOfEntry(WalkedEntry entry)
+FilePlace WalkedPath::place() const
 {
-    return make<Url>(std::move(entry));
+    std::vector<const std::string*> names;
+    const WalkedPath* at = this;
+    for (; at->above; at = at->above.get())
+        names.push_back(&at->name);
+    FilePlace place = at->top;
+    for (auto name = names.rbegin(); name != names.rend(); ++name)
+        place.below = pathByAppending(place.below, **name);
+    return place;
+}
+
+void setUrlOfEntry(id& url, const std::shared_ptr<const WalkedDirectory>& directory, const char* name, EntryKind kind)
+{
+    if (url && url->isHeldOnce())
+        static_cast<Url&>(*url).become(directory, name, kind);
+    else
+        url = make<Url>(WalkedEntry { directory, name, kind });
 }
 
 const WalkedEntry* walkedEntry(const id& url)

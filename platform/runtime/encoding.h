@@ -38,6 +38,7 @@ template <> inline constexpr std::string_view typeEncoding<Class> = "#";
 template <> inline constexpr std::string_view typeEncoding<float*> = "^f";
 template <> inline constexpr std::string_view typeEncoding<void*> = "^v";
 template <> inline constexpr std::string_view typeEncoding<double*> = "^d";
+template <> inline constexpr std::string_view typeEncoding<unsigned long*> = "^Q";
 template <> inline constexpr std::string_view typeEncoding<void (*)()> = "^?";
 template <> inline constexpr std::string_view typeEncoding<id> = "@";
 template <> inline constexpr std::string_view typeEncoding<const id&> = "@";

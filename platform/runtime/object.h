@@ -50,6 +50,14 @@ public:
             deallocate();
     }
 
+    /// Whether the caller's is the only reference, and nothing is associated with the object or refers to it weakly:
+    /// who has made it may then use it anew.
+    bool isHeldOnce() const noexcept
+    {
+        return references_.load(std::memory_order_acquire) == 1 && !associated_.load(std::memory_order_relaxed)
+            && !weaklyReferenced_.load(std::memory_order_relaxed);
+    }
+
     Class isa() const noexcept { return isa_; }
 
     /// What `isEqual:` and `hash` answer unless a class overrides them. Equal objects have equal hashes.

@@ -2,6 +2,7 @@
 
 #include "core/appearance.h"
 #include "core/settings.h"
+#include "record/allocated_size.h"
 #include "record/app_ledger.h"
 
 namespace appledger {
@@ -27,6 +28,7 @@ void registerLibraryClasses()
 {
     for (const ClassDefinition* definition : classes)
         registerClass(*definition);
+    addAllocatedSize();
 }
 
 } // namespace appledger

@@ -77,6 +77,42 @@ public:
     platform::id entitlements;
     platform::id entitlementsIdentifiers;
 
+    // The folders of its data, in disk_operations.cpp; nil without a data container.
+    platform::id cacheDirectoryURL() const;
+    platform::id tmpDirectoryURL() const;
+    platform::id appLibraryDirectoryURL() const;
+    platform::id appDocumentsDirectoryURL() const;
+    platform::id cacheDirectoriesURLs() const; ///< arrays of those that there are
+    platform::id appUsageDirectoriesURLs() const;
+    platform::id appGroupDirectoryURLs() const;
+
+    // Work on them, on a global queue; the completion comes on the main queue and must be there. The record lives
+    // until then. Nothing is said of what can't be read or removed, and nothing keeps two works apart.
+
+    /// The completion gets the space that the folders take on the disk, as a text.
+    void getCachesDirectorySizeWithCompletion(const platform::id& completion);
+    void getAppUsageDirectorySizeWithCompletion(const platform::id& completion);
+    /// Removes what is in the folders for caches. The application may run meanwhile.
+    void clearAppCachesWithCompletion(const platform::id& completion);
+    /// Removes all of the application's own data, and its permissions if it is one; what it shares with others stays.
+    /// It is ended, and doesn't run until that is done.
+    void resetDiskContentWithCompletion(const platform::id& completion);
+
+    // Its permissions, in permissions.cpp.
+
+    /// An array of what the owner has allowed and denied; nil where the system can't tell.
+    platform::id getPermissions() const;
+    /// Forgets what the owner has allowed and denied. The application is ended for it.
+    void resetAllAppPermissions();
+    void resetAllAppPermissionsWithoutAssertion(); ///< `_resetAllAppPermissions`
+
+    // Its removal, in removal.cpp, on a global queue. The completion, if there is one, gets on the main queue whether
+    // it went well.
+
+    void uninstallAppWithCompletion(const platform::id& completion);
+    /// Removes the application and keeps its data. The panel's data source asks for it; it has no selector here.
+    static void offload(const platform::id& bundleIdentifier, const platform::id& completion);
+
     /// What the bundle's files say. They are written once, whole.
     BundleFacts bundleFacts() const;
     void setBundleFacts(const BundleFacts& facts);

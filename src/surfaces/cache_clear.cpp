@@ -1,8 +1,8 @@
 #include "surfaces/cache_clear.h"
 
+#include "core/empty_directory.h"
 #include "platform/dispatch/clock.h"
 #include "platform/dispatch/queue.h"
-#include "platform/foundation/file_manager.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 #include "surfaces/auto_clear_decision.h"
@@ -25,16 +25,6 @@ void makeQueueAndTimes()
     });
 }
 
-void emptyFolder(const id& folder)
-{
-    const id manager = send<"defaultManager">(id(classNamed<"NSFileManager">()));
-    constexpr auto options = static_cast<NSUInteger>(DirectoryEnumerationOptions::SkipsSubdirectoryDescendants);
-    const id entries
-        = send<"enumeratorAtURL:includingPropertiesForKeys:options:errorHandler:">(manager, folder, nil, options, nil);
-    while (const id entry = send<"nextObject">(entries))
-        send<"removeItemAtURL:error:", bool>(manager, entry, static_cast<id*>(nullptr));
-}
-
 void clearCaches(const id& bundleIdentifier)
 {
     const id proxy
@@ -44,8 +34,8 @@ void clearCaches(const id& bundleIdentifier)
         return;
     const id caches = askObject<"URLByAppendingPathComponent:">(container, string("Library/Caches"));
     const id temporary = askObject<"URLByAppendingPathComponent:">(container, string("tmp"));
-    emptyFolder(caches);
-    emptyFolder(temporary);
+    emptyDirectory(caches);
+    emptyDirectory(temporary);
 }
 
 } // namespace
