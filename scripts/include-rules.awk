@@ -24,13 +24,15 @@ BEGIN {
     below["phone/backboard"] = below["phone/celestial"] = ground " phone/device"
     below["phone/bulletinboard"] = below["phone/frontboard"] = below["phone/localauthentication"] \
         = below["phone/search"] = below["phone/uikit"] = below["phone/usernotifications"] = ground
+    below["phone/corelocation"] = below["phone/tcc"] = ground " phone/device"
+    below["phone/installcoordination"] = ground " phone/launchservices"
     below["phone/launchservices"] = ground " phone/device phone/frontboard"
     below["phone/appstoredaemon"] = ground " phone/launchservices"
     below["phone/storekitui"] = ground " phone/appstoredaemon"
     below["phone/springboard"] = ground " phone/backboard phone/device phone/frontboard phone/launchservices"
-    frameworks = "phone/appstoredaemon phone/backboard phone/bulletinboard phone/celestial phone/frontboard" \
-        " phone/launchservices phone/localauthentication phone/search phone/springboard phone/storekitui" \
-        " phone/uikit phone/usernotifications"
+    frameworks = "phone/appstoredaemon phone/backboard phone/bulletinboard phone/celestial phone/corelocation" \
+        " phone/frontboard phone/installcoordination phone/launchservices phone/localauthentication phone/search phone/springboard phone/storekitui" \
+        " phone/tcc phone/uikit phone/usernotifications"
     below["phone/control"] = ground " phone/device phone/substrate " frameworks
     below["phone/process"] = below["phone/supervisor"] = below["phone/control"] " phone/control phone/process"
     below["phone"] = "phone/process phone/supervisor"

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <unistd.h>
 
 namespace cli {
 
@@ -109,6 +110,16 @@ ExitStatus refuse(std::string_view reason)
 void warn(std::string_view what)
 {
     printText(stderr, "appledger: " + std::string(what));
+}
+
+void tellProgress(std::string_view text)
+{
+    static bool isShown = false;
+    if (format == OutputFormat::Json || ::isatty(STDERR_FILENO) == 0 || (text.empty() && !isShown))
+        return;
+    isShown = !text.empty();
+    std::fprintf(stderr, "\r%s\x1B[K", onOneLine(text).c_str());
+    std::fflush(stderr);
 }
 
 void sayUsage(std::string_view text, ExitStatus status)

@@ -28,6 +28,10 @@ ExitStatus refuse(std::string_view reason);
 /// Says on standard error what a command that goes on had to pass over.
 void warn(std::string_view what);
 
+/// Shows on standard error how far a command is, in place of what was shown so before; "" takes it away. On a terminal
+/// alone, and not with --json.
+void tellProgress(std::string_view text);
+
 /// What is said for the command line's own sake, --help and bad usage: text, whatever the format.
 void sayUsage(std::string_view text, ExitStatus status);
 

@@ -22,33 +22,48 @@ bool connectToPhone(const phone::PhoneDirectory& directory)
 
 namespace {
 
+/// How long an answer is waited for, and what is done meanwhile.
+struct Patience {
+    std::chrono::seconds limit { 60 };
+    std::function<void(std::chrono::seconds waited)> whileWaiting {};
+};
+
 /// Has the peer answer, or say within seconds that it can't be had: one that doesn't answer in three is asked whether
-/// it is there, and where it is, it has its time.
-BusOutcome outcomeOf(std::string_view peer, const std::string& request)
+/// it is there, and where it is, it has its time, and is asked again now and then.
+BusOutcome outcomeOf(std::string_view peer, const std::string& request, const Patience& patience)
 {
     constexpr auto firstLook = 3s;
     constexpr auto signOfLife = 2s;
-    constexpr auto limit = 60s;
     const auto answered = std::make_shared<std::optional<BusOutcome>>();
-    requestFromPeer(peer, request, limit, [answered](const BusOutcome& outcome) { *answered = outcome; });
+    requestFromPeer(peer, request, patience.limit, [answered](const BusOutcome& outcome) { *answered = outcome; });
     const auto isThere = [&answered] { return answered->has_value(); };
-    if (!runUntil(isThere, firstLook)) {
+    const auto start = std::chrono::steady_clock::now();
+    const auto waited = [&start] {
+        return std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - start);
+    };
+    const auto wait = [&](std::chrono::seconds time) {
+        for (const auto end = waited() + time; !isThere() && waited() < end;) {
+            runUntil(isThere, 1s);
+            if (!isThere() && patience.whileWaiting)
+                patience.whileWaiting(waited());
+        }
+    };
+    wait(firstLook);
+    while (!isThere() && waited() <= patience.limit) {
         const auto alive = std::make_shared<std::optional<BusOutcome>>();
         requestFromPeer(
             peer, R"({"verb":"ping"})", signOfLife, [alive](const BusOutcome& outcome) { *alive = outcome; });
         runUntil([&] { return isThere() || alive->has_value(); }, signOfLife + 1s);
         if (!isThere() && (!*alive || (*alive)->status != BusOutcome::Status::Replied))
-            return { BusOutcome::Status::TimedOut, {} };
-        runUntil(isThere, limit);
+            break;
+        wait(10s);
     }
     return answered->value_or(BusOutcome { BusOutcome::Status::TimedOut, {} });
 }
 
-} // namespace
-
-Json askPhone(std::string_view peer, const Json& request)
+Json ask(std::string_view peer, const Json& request, const Patience& patience)
 {
-    const BusOutcome outcome = outcomeOf(peer, request.dump(-1, ' ', false, Json::error_handler_t::replace));
+    const BusOutcome outcome = outcomeOf(peer, request.dump(-1, ' ', false, Json::error_handler_t::replace), patience);
     const auto failed = [&peer](std::string_view what) {
         return Json { { "ok", false }, { "error", std::string(peer) + std::string(what) } };
     };
@@ -64,6 +79,28 @@ Json askPhone(std::string_view peer, const Json& request)
     }
     Json answer = Json::parse(outcome.reply, nullptr, false);
     return answer.is_object() ? answer : failed(" gave an answer that can't be read");
+}
+
+ExitStatus tell(
+    const Json& answer, std::string_view peer, const std::function<std::string(const Json& answer)>& describe)
+{
+    if (!answer.value("ok", false))
+        return refuse(answer.value("error", "no answer"));
+    std::string text;
+    try {
+        text = describe(answer);
+    } catch (const Json::exception&) { // of what a phone of another build has sent
+        return refuse(std::string(peer) + " gave an answer that can't be read");
+    }
+    say(text, answer);
+    return ExitStatus::Done;
+}
+
+} // namespace
+
+Json askPhone(std::string_view peer, const Json& request)
+{
+    return ask(peer, request, {});
 }
 
 std::string whyNotConnected(const phone::PhoneDirectory& directory)
@@ -84,17 +121,20 @@ Json askPhone(const phone::PhoneDirectory& directory, std::string_view peer, con
 ExitStatus tellAnswer(const phone::PhoneDirectory& directory, std::string_view peer, const Json& request,
     const std::function<std::string(const Json& answer)>& describe)
 {
-    const Json answer = askPhone(directory, peer, request);
-    if (!answer.value("ok", false))
-        return refuse(answer.value("error", "no answer"));
-    std::string text;
-    try {
-        text = describe(answer);
-    } catch (const Json::exception&) { // of what a phone of another build has sent
-        return refuse(std::string(peer) + " gave an answer that can't be read");
-    }
-    say(text, answer);
-    return ExitStatus::Done;
+    return tell(askPhone(directory, peer, request), peer, describe);
+}
+
+ExitStatus tellLongWork(const phone::PhoneDirectory& directory, std::string_view peer, const Json& request,
+    std::string_view what, const std::function<std::string(const Json& answer)>& describe)
+{
+    if (!connectToPhone(directory))
+        return refuse(whyNotConnected(directory));
+    const Json answer
+        = ask(peer, request, { 24h, [what](std::chrono::seconds waited) {
+                                  tellProgress(std::string(what) + "… " + std::to_string(waited.count()) + " s");
+                              } });
+    tellProgress({});
+    return tell(answer, peer, describe);
 }
 
 } // namespace cli

@@ -29,4 +29,9 @@ nlohmann::json askPhone(const phone::PhoneDirectory& directory, std::string_view
 ExitStatus tellAnswer(const phone::PhoneDirectory& directory, std::string_view peer, const nlohmann::json& request,
     const std::function<std::string(const nlohmann::json& answer)>& describe);
 
+/// The same of work that may take long: waited for as long as the peer shows that it is there, and on a terminal it is
+/// said meanwhile what is being done ("Clearing") and for how long.
+ExitStatus tellLongWork(const phone::PhoneDirectory& directory, std::string_view peer, const nlohmann::json& request,
+    std::string_view what, const std::function<std::string(const nlohmann::json& answer)>& describe);
+
 } // namespace cli

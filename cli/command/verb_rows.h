@@ -44,6 +44,8 @@ extern const VerbRows launchVerbs;
 extern const VerbRows lifeVerbs;
 extern const VerbRows nameAndBadgeVerbs;
 extern const VerbRows notificationVerbs;
+extern const VerbRows operationVerbs;
+extern const VerbRows permissionVerbs;
 extern const VerbRows planVerbs;
 extern const VerbRows policyVerbs;
 extern const VerbRows recordVerbs;

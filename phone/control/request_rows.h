@@ -50,6 +50,8 @@ extern const RequestRows iconRequests;
 extern const RequestRows launchRequests;
 extern const RequestRows nameAndBadgeRequests;
 extern const RequestRows notificationRequests;
+extern const RequestRows operationRequests;
+extern const RequestRows permissionRequests;
 extern const RequestRows recordRequests;
 extern const RequestRows screenRequests;
 extern const RequestRows searchRequests;

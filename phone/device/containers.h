@@ -18,4 +18,7 @@ inline constexpr std::string_view containerOwnerKey = "MCMMetadataIdentifier";
 inline constexpr std::string_view storeMetadata = "iTunesMetadata.plist";
 inline constexpr std::string_view storeIdentifierKey = "itemId";
 
+/// In a bundle's container, where the bundle's content was removed and its data kept.
+inline constexpr std::string_view placeholderMark = ".placeholder";
+
 } // namespace phone

@@ -127,7 +127,7 @@ void install(const SampleApplication& application)
     check(createDirectories(bundle), bundle);
     const bool isSold = application.storeIdentifier != 0;
     const std::string executable = pathByAppending(bundle, application.name);
-    if (!fileExists(executable))
+    if (!fileExists(executable) && !fileExists(pathByAppending(folder, placeholderMark)))
         check(writeFileAtomically(executable,
                   machOExecutable(isSold ? Encryption::Set : Encryption::Absent, entitlements(application)), 0755),
             executable);

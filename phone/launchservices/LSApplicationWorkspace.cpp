@@ -1,9 +1,12 @@
 #include "phone/frontboard/open_request.h"
 #include "phone/launchservices/installed_applications.h"
 #include "phone/system/journal.h"
+#include "platform/foundation/error.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
+
+#include <algorithm>
 
 namespace phone {
 
@@ -32,10 +35,36 @@ id allInstalledApplications(const id&, SEL)
     return array(std::move(proxies));
 }
 
+/// The Home Screen follows on the main queue.
+bool uninstallApplication(const id&, SEL, const id& identifier, const id&, id* error)
+{
+    const auto text = asString(identifier);
+    const auto installed = installedApplications();
+    std::string failure = "no such application is installed";
+    if (text && std::ranges::find(installed, text->view(), &InstalledApplication::bundleIdentifier) != installed.end())
+        failure = removeInstalledApplication(text->text());
+    if (failure.empty()) {
+        tellOfInstallation(InstallationChange::Removed, text->text());
+        return true;
+    }
+    journal(JournalEvent::Note, failure);
+    if (error)
+        *error = platform::error(
+            "MIInstallerErrorDomain", 1, dictionary({ { "NSLocalizedDescription", string(failure) } }));
+    return false;
+}
+
+bool uninstallApplicationWithOptions(const id& self, SEL cmd, const id& identifier, const id& options)
+{
+    return uninstallApplication(self, cmd, identifier, options, nullptr);
+}
+
 constexpr MethodDefinition methods[] {
     method<"allInstalledApplications", &allInstalledApplications>(),
     classMethod<"defaultWorkspace", &defaultWorkspace>(),
     method<"openApplicationWithBundleID:", &openApplicationWithBundleID>(),
+    method<"uninstallApplication:withOptions:", &uninstallApplicationWithOptions>(),
+    method<"uninstallApplication:withOptions:error:", &uninstallApplication>().since(13),
 };
 
 } // namespace

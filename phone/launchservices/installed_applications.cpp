@@ -2,11 +2,13 @@
 
 #include "phone/device/containers.h"
 #include "phone/device/removed_applications.h"
+#include "platform/dispatch/queue.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/values.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <set>
 
@@ -90,6 +92,8 @@ InstalledApplication applicationInBundle(const std::string& bundlePath)
     application.bundlePath = bundlePath;
     application.executablePath = pathByAppending(bundlePath, textOr(information, "CFBundleExecutable", name));
     application.isSystem = pathByDeletingLastComponent(bundlePath) == systemApplications;
+    application.isPlaceholder
+        = !application.isSystem && fileExists(pathByAppending(bundleContainerOf(application), placeholderMark));
     for (const id& item : itemsOf(information["SBAppTags"]))
         if (const auto tag = asString(item))
             application.tags.push_back(tag->text());
@@ -123,6 +127,49 @@ std::optional<std::string> groupContainerOf(std::string_view group)
 std::string bundleContainerOf(const InstalledApplication& application)
 {
     return pathByDeletingLastComponent(application.bundlePath);
+}
+
+namespace {
+
+using InstallationObserver = std::function<void(InstallationChange, const std::string&)>;
+
+InstallationObserver& installationObserver()
+{
+    static auto* const observer = new InstallationObserver;
+    return *observer;
+}
+
+} // namespace
+
+void setInstallationObserver(InstallationObserver observer)
+{
+    installationObserver() = std::move(observer);
+}
+
+void tellOfInstallation(InstallationChange change, const std::string& bundleIdentifier)
+{
+    dispatch_async(dispatch_get_main_queue(), [change, bundleIdentifier] {
+        if (installationObserver())
+            installationObserver()(change, bundleIdentifier);
+    });
+}
+
+std::string demoteInstalledApplication(const std::string& bundleIdentifier)
+{
+    const auto installed = installedApplications();
+    const auto found = std::ranges::find(installed, bundleIdentifier, &InstalledApplication::bundleIdentifier);
+    if (found == installed.end())
+        return "no such application is installed";
+    if (found->isSystem)
+        return bundleIdentifier + " is the system's own";
+    // The mark first: who is killed in the middle leaves a placeholder, not an application without its content.
+    if (const int error = writeFileAtomically(pathByAppending(bundleContainerOf(*found), placeholderMark), {}))
+        return bundleIdentifier + " can't be marked: " + std::strerror(error);
+    for (const std::string& entry : directoryEntries(found->bundlePath))
+        if (entry != "Info.plist")
+            if (const int error = removeTree(pathByAppending(found->bundlePath, entry)))
+                return entry + " stays: " + std::strerror(error);
+    return {};
 }
 
 std::string removeInstalledApplication(const std::string& bundleIdentifier)

@@ -2,6 +2,7 @@
 
 #include "platform/runtime/object.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,6 +18,7 @@ struct InstalledApplication {
     std::string bundlePath; ///< device path of the ".app" folder
     std::string executablePath;
     bool isSystem = false; ///< lies in /Applications
+    bool isPlaceholder = false; ///< its content was removed and its data kept
     platform::id information {}; ///< its Info.plist, or nil
     std::vector<std::string> tags {}; ///< the strings of SBAppTags: "hidden" keeps it off the Home Screen
 };
@@ -41,6 +43,17 @@ std::optional<std::string> dataContainerOf(std::string_view bundleIdentifier);
 
 /// Device path of a container that applications share; empty when there is none.
 std::optional<std::string> groupContainerOf(std::string_view group);
+
+enum class InstallationChange { Removed, Demoted };
+
+/// Who hears, on the main queue, of applications that went by the system's services; one in a process.
+void setInstallationObserver(
+    std::function<void(InstallationChange change, const std::string& bundleIdentifier)> observer);
+void tellOfInstallation(InstallationChange change, const std::string& bundleIdentifier);
+
+/// Removes what is in the application's bundle but for its Info.plist, and keeps its data. "" when that is done, else a
+/// sentence that says why not. Any thread.
+std::string demoteInstalledApplication(const std::string& bundleIdentifier);
 
 /// Removes the application for good, with its data and with every other bundle of the owner's that has its identifier.
 /// It is whole or gone, whenever this process is killed. "" when it has gone, else a sentence that says why it stays,

@@ -5,8 +5,10 @@
 #include "phone/bulletinboard/classes.h"
 #include "phone/celestial/classes.h"
 #include "phone/control/launch.h"
+#include "phone/corelocation/classes.h"
 #include "phone/frontboard/classes.h"
 #include "phone/frontboard/open_request.h"
+#include "phone/installcoordination/classes.h"
 #include "phone/launchservices/classes.h"
 #include "phone/localauthentication/classes.h"
 #include "phone/search/classes.h"
@@ -33,7 +35,7 @@ using Framework = ClassList (*)() noexcept;
 
 constexpr Framework springBoardFrameworks[] { foundationClasses, uiKitClasses, springBoardClasses, frontBoardClasses,
     launchServicesClasses, localAuthenticationClasses, appStoreDaemonClasses, userNotificationsClasses,
-    bulletinBoardClasses, celestialClasses };
+    bulletinBoardClasses, celestialClasses, coreLocationClasses, installCoordinationClasses };
 constexpr Framework spotlightFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
     localAuthenticationClasses, searchUIClasses };
 constexpr Framework appStoreFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
@@ -50,7 +52,7 @@ void openThroughSpringBoard()
 
 constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &authenticationRequests,
     &deviceRequests, &exitRequests, &iconRequests, &launchRequests, &nameAndBadgeRequests, &notificationRequests,
-    &recordRequests, &screenRequests, &storeRequests, &switcherRequests, &transitionRequests };
+    &operationRequests, &permissionRequests, &recordRequests, &screenRequests, &storeRequests, &switcherRequests, &transitionRequests };
 constexpr const RequestRows* searchRequestTables[] { &searchStatusRequests, &authenticationRequests, &searchRequests };
 constexpr const RequestRows* storeRequestTables[] { &statusRequests, &storeRequests };
 

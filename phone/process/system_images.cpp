@@ -1,7 +1,9 @@
 #include "phone/process/system_images.h"
 
 #include "phone/backboard/brightness.h"
+#include "phone/springboard/applications/termination_assertion.h"
 #include "phone/system/journal.h"
+#include "phone/tcc/access.h"
 #include "platform/darwin/images.h"
 #include "platform/foundation/values.h"
 
@@ -13,23 +15,6 @@ namespace phone {
 using namespace platform;
 
 namespace {
-
-/// Ends the application and keeps it from starting while the assertion is held.
-struct TerminationAssertion {
-    id bundleIdentifier;
-};
-
-void* createTerminationAssertion(const void*, const id& bundleIdentifier, int, int* error)
-{
-    if (error)
-        *error = 0;
-    return new TerminationAssertion { bundleIdentifier };
-}
-
-void invalidateTerminationAssertion(void* assertion)
-{
-    delete static_cast<TerminationAssertion*>(assertion);
-}
 
 int memorystatusControl(std::uint32_t command, int, std::uint32_t, void*, std::size_t)
 {
@@ -62,6 +47,13 @@ void declareSystemImages(const SystemVersion& version)
             ? "/System/Library/PrivateFrameworks/SpringBoard.framework/SpringBoard"
             : "/System/Library/PrivateFrameworks/SpringBoardServices.framework/SpringBoardServices",
         assertions);
+    const ImageSymbol tcc[] {
+        { "TCCAccessCopyInformationForBundle", address(TCCAccessCopyInformationForBundle) },
+        { "TCCAccessResetForBundle", address(TCCAccessResetForBundle) },
+    };
+    declareImage("/System/Library/PrivateFrameworks/TCC.framework/TCC", tcc);
+    if (version.major >= 13)
+        declareImage("/System/Library/PrivateFrameworks/InstallCoordination.framework/InstallCoordination", {});
     const ImageSymbol backBoardServices[] { { "BKSDisplayBrightnessSet", address(setDisplayBrightness) } };
     declareImage("/System/Library/PrivateFrameworks/BackBoardServices.framework/BackBoardServices", backBoardServices);
     const ImageSymbol libSystem[] { { "memorystatus_control", address(memorystatusControl) } };

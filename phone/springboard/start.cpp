@@ -4,6 +4,8 @@
 #include "phone/device/removed_applications.h"
 #include "phone/frontboard/open_request.h"
 #include "phone/springboard/applications/applications.h"
+#include "phone/springboard/applications/termination_assertion.h"
+#include "phone/springboard/icons/removal.h"
 #include "phone/springboard/levels/volume_hud.h"
 #include "phone/springboard/workspace/transitions.h"
 #include "platform/foundation/values.h"
@@ -40,6 +42,8 @@ void startSpringBoard()
     setOpenApplicationHandler(openInWorkspace);
     for (const std::string& stayed : finishRemovals())
         std::fprintf(stderr, "of a removed application stays %s\n", stayed.c_str());
+    followInstallations();
+    enforceTerminationAssertions();
     showInterfaceStyle();
     startVolumeControl();
     const id application = send<"sharedApplication">(id(classNamed<"SpringBoard">()));

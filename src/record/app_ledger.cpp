@@ -60,6 +60,11 @@ template <auto Fact, class Value> void setBundleFact(const id& self, SEL, Value 
     record.setBundleFacts(facts);
 }
 
+void offloadApplication(const id&, SEL, const id& bundleIdentifier, const id& completion)
+{
+    ALAppLedger::offload(bundleIdentifier, completion);
+}
+
 constexpr MethodDefinition methods[] {
     method<"_resetAllAppPermissions", &ALAppLedger::resetAllAppPermissionsWithoutAssertion>(),
     method<"activityTypes", &bundleFact<&BundleFacts::activityTypes>>(),
@@ -99,6 +104,7 @@ constexpr MethodDefinition methods[] {
     method<"loadMoreInfo", &ALAppLedger::loadMoreInfo>(),
     method<"minimumOSVersion", &bundleFact<&BundleFacts::minimumOSVersion>>(),
     method<"name", &ALAppLedger::name>(),
+    classMethod<"offloadApplicationWithBundleIdentifier:completion:", &offloadApplication>(),
     method<"openInAppStore", &ALAppLedger::openInAppStore>(),
     method<"platformVersion", &bundleFact<&BundleFacts::platformVersion>>(),
     method<"queriesSchemes", &bundleFact<&BundleFacts::queriesSchemes>>(),

@@ -110,7 +110,8 @@ public:
     // it went well.
 
     void uninstallAppWithCompletion(const platform::id& completion);
-    /// Removes the application and keeps its data. The panel's data source asks for it; it has no selector here.
+    /// Removes the application and keeps its data: a class method,
+    /// `offloadApplicationWithBundleIdentifier:completion:`, for who has no record.
     static void offload(const platform::id& bundleIdentifier, const platform::id& completion);
 
     /// What the bundle's files say. They are written once, whole.

@@ -17,6 +17,7 @@ id makeApplication(const InstalledApplication& installed)
     send<"setDisplayName:", void>(application, string(installed.displayName));
     const id info = send<"new">(id(classNamed<"SBApplicationInfo">()));
     send<"setBundleIdentifier:", void>(info, string(installed.bundleIdentifier));
+    send<"setPlaceholder:", void>(info, installed.isPlaceholder);
     send<"setSystemApplication:", void>(info, installed.isSystem);
     std::vector<id> tags;
     for (const std::string& tag : installed.tags)

@@ -14,6 +14,7 @@ public:
     id bundleIdentifier;
     id tags; ///< array of strings
     bool systemApplication = false;
+    bool placeholder = false; ///< nothing but its data is left
 
     bool isHidden()
     {
@@ -25,8 +26,10 @@ public:
 constexpr MethodDefinition methods[] {
     getter<"bundleIdentifier", &SBApplicationInfo::bundleIdentifier>(),
     method<"isHidden", &SBApplicationInfo::isHidden>(),
+    getter<"isPlaceholder", &SBApplicationInfo::placeholder>(),
     getter<"isSystemApplication", &SBApplicationInfo::systemApplication>(),
     setter<"setBundleIdentifier:", &SBApplicationInfo::bundleIdentifier>(),
+    setter<"setPlaceholder:", &SBApplicationInfo::placeholder>(),
     setter<"setSystemApplication:", &SBApplicationInfo::systemApplication>(),
     setter<"setTags:", &SBApplicationInfo::tags>(),
     getter<"tags", &SBApplicationInfo::tags>(),

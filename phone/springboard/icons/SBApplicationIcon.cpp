@@ -16,7 +16,13 @@ public:
     id application;
 
     id bundleIdentifier() const { return send<"bundleIdentifier">(application); }
-    id displayName() const { return send<"displayName">(application); }
+    /// What isn't there but for its data stands behind a cloud.
+    id displayName() const
+    {
+        const id name = send<"displayName">(application);
+        return send<"isPlaceholder", bool>(send<"info">(application)) ? string("☁️ " + textOf(name)) : name;
+    }
+
     id homeScreenImage()
     {
         if (!image_)

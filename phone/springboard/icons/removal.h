@@ -38,4 +38,8 @@ RemovalOutcome requestRemoval(std::string_view road, const std::string& identifi
 /// no application or of one of the system's own.
 bool removeApplicationOfIcon(const platform::id& icon);
 
+/// Has SpringBoard follow what the system's services do to installed applications: an application that has gone ends,
+/// and so do its icon, its cards and its notifications; one of which the data alone are left ends and keeps its icon.
+void followInstallations();
+
 } // namespace phone

@@ -1,4 +1,5 @@
 #include "phone/springboard/applications/applications.h"
+#include "phone/springboard/applications/termination_assertion.h"
 #include "phone/springboard/scenes/front_display.h"
 #include "phone/system/journal.h"
 #include "phone/system/text.h"
@@ -64,7 +65,11 @@ public:
     {
         journal(JournalEvent::Ran, "SBMainWorkspace _canExecuteTransitionRequest:forExecution:");
         const std::string destination = destinationText(request);
-        return !destination.empty() && applicationOrServiceNamed(destination);
+        const id application = destination.empty() ? nil : applicationOrServiceNamed(destination);
+        const std::string hindrance = application ? whyNotRunnable(application) : std::string();
+        if (!hindrance.empty())
+            ask<"declineWithReason:", void>(request, string(hindrance));
+        return application && hindrance.empty();
     }
 
     id frontmostApplication() const { return applicationInFront(); }
