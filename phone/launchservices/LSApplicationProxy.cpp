@@ -1,6 +1,7 @@
 #include "phone/device/containers.h"
 #include "phone/device/mach_o.h"
 #include "phone/launchservices/installed_applications.h"
+#include "platform/foundation/file_manager.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/url.h"
@@ -16,6 +17,21 @@ using namespace platform;
 
 namespace {
 
+std::int64_t allocatedSizeOfTree(const std::string& path)
+{
+    const id entries
+        = send<"enumeratorAtURL:includingPropertiesForKeys:options:errorHandler:">(NSFileManager::defaultManager(),
+            fileURL(path), nil, static_cast<NSUInteger>(DirectoryEnumerationOptions::None), nil);
+    const id key = string("NSURLTotalFileAllocatedSizeKey");
+    std::int64_t total = 0;
+    while (const id entry = send<"nextObject">(entries)) {
+        id size;
+        send<"getResourceValue:forKey:error:", bool>(entry, &size, key, static_cast<id*>(nullptr));
+        total += asInteger(size).value_or(0);
+    }
+    return total;
+}
+
 /// What the system knows of an installed application.
 class LSApplicationProxy : public NSObject {
 public:
@@ -27,6 +43,8 @@ public:
     id bundleUrl() const { return urlOrNil(application.bundlePath); }
     id bundleContainerUrl() const { return application.isSystem ? nil : urlOrNil(bundleContainerOf(application)); }
     id dataContainerUrl() const { return urlOrNil(dataContainerOf(application.bundleIdentifier).value_or("")); }
+    /// What its bundle takes on the disk; a container's other files are few.
+    id staticDiskUsage() const { return number(allocatedSizeOfTree(application.bundlePath)); }
     bool isAppStoreVendable() const { return itemId() != nullptr; }
     bool isDeletable() const { return !application.isSystem; }
     id entitlements() const
@@ -89,6 +107,7 @@ constexpr MethodDefinition methods[] {
     method<"isDeletable", &LSApplicationProxy::isDeletable>(),
     method<"itemID", &LSApplicationProxy::itemId>(),
     method<"shortVersionString", &LSApplicationProxy::shortVersionString>(),
+    method<"staticDiskUsage", &LSApplicationProxy::staticDiskUsage>(),
 };
 
 } // namespace

@@ -52,7 +52,8 @@ void openThroughSpringBoard()
 
 constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &authenticationRequests,
     &deviceRequests, &exitRequests, &iconRequests, &launchRequests, &nameAndBadgeRequests, &notificationRequests,
-    &operationRequests, &permissionRequests, &recordRequests, &screenRequests, &storeRequests, &switcherRequests, &transitionRequests };
+    &operationRequests, &permissionRequests, &recordRequests, &screenRequests, &storeRequests, &switcherRequests,
+    &transitionRequests };
 constexpr const RequestRows* searchRequestTables[] { &searchStatusRequests, &authenticationRequests, &searchRequests };
 constexpr const RequestRows* storeRequestTables[] { &statusRequests, &storeRequests };
 
