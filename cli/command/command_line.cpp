@@ -16,8 +16,8 @@ namespace cli {
 namespace {
 
 constexpr const VerbRows* tables[] { &planVerbs, &lifeVerbs, &launchVerbs, &switcherVerbs, &screenVerbs, &deviceVerbs,
-    &notificationVerbs, &iconVerbs, &storeVerbs, &recordVerbs, &nameAndBadgeVerbs, &operationVerbs, &permissionVerbs,
-    &bundleVerbs, &policyVerbs, &explainVerbs };
+    &notificationVerbs, &iconVerbs, &storeVerbs, &recordVerbs, &nameAndBadgeVerbs, &alertVerbs, &operationVerbs,
+    &permissionVerbs, &bundleVerbs, &policyVerbs, &explainVerbs };
 
 struct VerbGroup {
     std::string_view words;

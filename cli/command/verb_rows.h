@@ -36,6 +36,7 @@ template <ExitStatus (*Function)(const phone::PhoneDirectory& directory)> Action
 
 // Each stands in the file of its name.
 // sorted
+extern const VerbRows alertVerbs;
 extern const VerbRows bundleVerbs;
 extern const VerbRows deviceVerbs;
 extern const VerbRows explainVerbs;

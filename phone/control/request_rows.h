@@ -43,6 +43,7 @@ using RequestRows = std::span<const RequestRow>;
 
 // Each stands in the file of its name, with what its requests take and give.
 // sorted
+extern const RequestRows alertRequests;
 extern const RequestRows authenticationRequests;
 extern const RequestRows deviceRequests;
 extern const RequestRows exitRequests;

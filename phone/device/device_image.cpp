@@ -10,6 +10,7 @@
 #include "platform/foundation/values.h"
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -18,6 +19,9 @@ namespace phone {
 using namespace platform;
 
 namespace {
+
+/// Of the library, where it lies on a plain layout.
+constexpr std::string_view resourceBundle = "/Library/Application Support/AppLedger/Resources.bundle";
 
 /// What couldn't be done, as a sentence without its end.
 struct Failure {
@@ -151,11 +155,17 @@ void makeDataContainer(const SampleApplication& application)
         { "/Documents", "/Library/Caches", "/Library/Preferences", "/tmp" });
 }
 
+/// Of a file of the host; "" where it can't be read.
+std::string contentOf(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return { std::istreambuf_iterator<char>(file), {} };
+}
+
 void installLibrary(const std::string& libraryPath)
 {
-    std::ifstream file(libraryPath, std::ios::binary);
-    const std::string content { std::istreambuf_iterator<char>(file), {} };
-    if (!file || content.empty())
+    const std::string content = contentOf(libraryPath);
+    if (content.empty())
         throw Failure { "can't read the library " + libraryPath };
     const std::string installed = pathByAppending(substrateFolder, "AppLedger.dylib");
     check(createDirectories(substrateFolder), substrateFolder);
@@ -166,6 +176,22 @@ void installLibrary(const std::string& libraryPath)
             { "Executables", array({ "appstored", "itunesstored" }) }, { "Mode", string("Any") } }) } });
     const std::string filterPath = pathByAppending(substrateFolder, "AppLedger.plist");
     check(writePropertyList(filter, filterPath, PropertyListFormat::Xml), filterPath);
+}
+
+/// What isn't there as it is beside the library is written; what else lies there stays.
+void installResources(const std::string& libraryPath)
+{
+    const std::filesystem::path bundle = std::filesystem::path(libraryPath).parent_path() / "Resources.bundle";
+    std::error_code error;
+    if (!std::filesystem::is_directory(bundle, error))
+        return; // a library without pictures works too
+    check(createDirectories(resourceBundle), resourceBundle);
+    for (const auto& entry : std::filesystem::directory_iterator(bundle, error)) {
+        const std::string content = contentOf(entry.path());
+        const std::string installed = pathByAppending(resourceBundle, entry.path().filename().string());
+        if (readFile(installed) != content)
+            check(writeFileAtomically(installed, content), installed);
+    }
 }
 
 } // namespace
@@ -190,6 +216,7 @@ DevicePreparation prepareDevice(const std::string& root, const std::string& libr
             }
         }
         installLibrary(libraryPath);
+        installResources(libraryPath);
     } catch (const Failure& failure) {
         preparation.problem = failure.what;
     }

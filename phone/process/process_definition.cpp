@@ -50,10 +50,10 @@ void openThroughSpringBoard()
     setOpenApplicationHandler(forwardOpenRequest);
 }
 
-constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &authenticationRequests,
-    &deviceRequests, &exitRequests, &iconRequests, &launchRequests, &nameAndBadgeRequests, &notificationRequests,
-    &operationRequests, &permissionRequests, &recordRequests, &screenRequests, &storeRequests, &switcherRequests,
-    &transitionRequests };
+constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &alertRequests,
+    &authenticationRequests, &deviceRequests, &exitRequests, &iconRequests, &launchRequests, &nameAndBadgeRequests,
+    &notificationRequests, &operationRequests, &permissionRequests, &recordRequests, &screenRequests, &storeRequests,
+    &switcherRequests, &transitionRequests };
 constexpr const RequestRows* searchRequestTables[] { &searchStatusRequests, &authenticationRequests, &searchRequests };
 constexpr const RequestRows* storeRequestTables[] { &statusRequests, &storeRequests };
 

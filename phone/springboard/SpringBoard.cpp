@@ -1,5 +1,6 @@
 #include "phone/springboard/home/home_screen.h"
 #include "phone/springboard/icons/icon_list.h"
+#include "phone/springboard/url_opening.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
 
@@ -33,11 +34,23 @@ void processStateDidChange(const id&, SEL, const id& notification)
         refreshIcon(icon, IconPart::Accessories);
 }
 
+bool canOpen(const id&, SEL, const id& url)
+{
+    return canOpenUrl(url);
+}
+
+void open(const id&, SEL, const id& url, const id&, const id& completion)
+{
+    openUrl(url, completion);
+}
+
 constexpr MethodDefinition methods[] {
     method<"_accessibilityFrontMostApplication", &frontMostApplication>(),
     method<"_handleApplicationProcessStateDidChangeNotification:", &processStateDidChange>(),
     method<"applicationDidFinishLaunching:", &didFinishLaunching>(),
+    method<"canOpenURL:", &canOpen>(),
     method<"frontDisplayDidChange:", &frontDisplayDidChange>(),
+    method<"openURL:options:completionHandler:", &open>(),
 };
 
 } // namespace

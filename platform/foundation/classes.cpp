@@ -17,6 +17,7 @@ std::span<const ClassDefinition* const> foundationClasses() noexcept
         &NSBundle::definition,
         &detail::NSByteCountFormatter_class,
         &NSCache::definition,
+        &detail::NSCharacterSet_class,
         &detail::NSData_class,
         &detail::NSDate_class,
         &detail::Dictionary::definition,

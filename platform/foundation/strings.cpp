@@ -115,6 +115,11 @@ NSInteger String_localizedCaseInsensitiveCompare(const id& self, SEL, const id& 
     return order < 0 ? -1 : order > 0;
 }
 
+id String_percentEncoded(const id& self, SEL, const id& allowed)
+{
+    return percentEncoded(stringOf(self).text, allowed);
+}
+
 id String_stringByAppendingString(const id& self, SEL, const id& tail)
 {
     requireObject(tail, "stringByAppendingString:");
@@ -164,6 +169,7 @@ constexpr MethodDefinition methods[] {
     method<"length", &String_length>(),
     method<"localizedCaseInsensitiveCompare:", &String_localizedCaseInsensitiveCompare>(),
     method<"longLongValue", &String_integerValue>(),
+    method<"stringByAddingPercentEncodingWithAllowedCharacters:", &String_percentEncoded>(),
     method<"stringByAppendingString:", &String_stringByAppendingString>(),
 };
 

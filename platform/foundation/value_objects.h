@@ -15,12 +15,16 @@
 namespace platform::detail {
 
 extern const ClassDefinition NSByteCountFormatter_class;
+extern const ClassDefinition NSCharacterSet_class;
 extern const ClassDefinition NSNotification_class;
 extern const ClassDefinition NSNumber_class;
 extern const ClassDefinition NSData_class;
 extern const ClassDefinition NSDate_class;
 extern const ClassDefinition NSError_class;
 extern const ClassDefinition NSURL_class;
+
+/// `stringByAddingPercentEncodingWithAllowedCharacters:`. Nil for what is no NSCharacterSet.
+id percentEncoded(std::string_view text, const id& allowed);
 
 /// The object as `T` when that is its very C++ class; cheaper than as().
 template <class T> const T* exactly(const id& object)

@@ -110,6 +110,29 @@ id imageWithData(const id& self, SEL cmd, const id& data)
     return imageWithDataAndScale(self, cmd, data, 1);
 }
 
+/// The picture for the screen's scale, or the nearest sharper one, or what there is.
+id imageNamedInBundle(const id&, SEL, const id& name, const id& bundle)
+{
+    const auto text = asString(name);
+    if (!text || !bundle)
+        return nil;
+    const double screen = send<"scale", double>(send<"mainScreen">(id(classNamed<"UIScreen">())));
+    id best;
+    double bestScale = 0;
+    for (const char* const suffix : { "", "@2x", "@3x" }) {
+        const auto path
+            = asString(askObject<"pathForResource:ofType:">(bundle, string(text->text() + suffix), string("png")));
+        if (!path || bestScale >= screen)
+            continue;
+        const double scale = scaleInName(*path);
+        if (id image = imageFromBytes(readFile(*path), scale)) {
+            best = std::move(image);
+            bestScale = scale;
+        }
+    }
+    return best;
+}
+
 id systemImageNamed(const id&, SEL, const id& name)
 {
     const auto text = asString(name);
@@ -179,6 +202,7 @@ constexpr MethodDefinition methods[] {
     method<"drawAtPoint:", &drawAtPoint>(),
     method<"drawInRect:", &drawInRect>(),
     method<"drawInRect:blendMode:alpha:", &drawInRectBlended>(),
+    classMethod<"imageNamed:inBundle:", &imageNamedInBundle>(),
     classMethod<"imageWithContentsOfFile:", &imageWithContentsOfFile>(),
     classMethod<"imageWithData:", &imageWithData>(),
     classMethod<"imageWithData:scale:", &imageWithDataAndScale>(),

@@ -6,6 +6,7 @@
 #include "platform/uikit/gestures.h"
 #include "platform/uikit/layers.h"
 #include "platform/uikit/renderer.h"
+#include "platform/uikit/view_controllers.h"
 #include "platform/uikit/views.h"
 
 /// The door of the library: its classes, and the functions of its host as class methods.
@@ -59,6 +60,8 @@ constexpr const ClassDefinition* classes[] {
     &NSLayoutAnchor_class,
     &NSLayoutConstraint::definition,
     &UIActivityIndicatorView_class,
+    &UIAlertAction_class,
+    &UIAlertController_class,
     &UIApplication_class,
     &UIBezierPath::definition,
     &UIColor::definition,
@@ -85,6 +88,7 @@ constexpr const ClassDefinition* classes[] {
     &UITouch::definition,
     &UITraitCollection_class,
     &UIView::definition,
+    &UIViewController::definition,
     &UIWindow::definition,
 };
 

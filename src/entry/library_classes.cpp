@@ -1,6 +1,7 @@
 #include "entry/library_classes.h"
 
 #include "core/appearance.h"
+#include "core/resources.h"
 #include "core/settings.h"
 #include "record/allocated_size.h"
 #include "record/app_ledger.h"
@@ -17,6 +18,7 @@ constexpr const ClassDefinition* classes[] {
     &ALAppLedger::definition,
     &ALAppLedgerGroup::definition,
     &ALAppearance::definition,
+    &ALHelper::definition,
     &ALSettings::definition,
     // end sorted
 };

@@ -100,6 +100,32 @@ TEST(ApplicationRecordScenario, OffloadsAndUninstallsAndTheHomeScreenFollows)
     EXPECT_EQ(phone.answer({ "app", "uninstall", "com.apple.camera" })["done"], false);
 }
 
+TEST(ApplicationRecordScenario, OpensAFolderOrSaysWhyNot)
+{
+    const Phone phone;
+    phone.answer({ "phone", "up" });
+    Json report = phone.answer({ "app", "open-folder", "com.example.bank", "bundle" });
+    EXPECT_EQ(report["alert"]["message"], "Install Filza app to open the selected directory");
+    EXPECT_NE(phone.run({ "phone", "describe" }).output.find("\"Okay\""), std::string::npos);
+    EXPECT_EQ(phone.run({ "phone", "alert", "Other" }).status, 1);
+    EXPECT_EQ(phone.answer({ "phone", "alert", "1" })["chosen"], "Okay");
+    EXPECT_EQ(phone.answer({ "phone", "alert" })["alert"], nullptr);
+    EXPECT_EQ(phone.run({ "phone", "alert", "Okay" }).status, 1);
+
+    const std::string bundle = phone.root() + "/var/containers/Bundle/Application/FILES/Files.app";
+    std::filesystem::create_directories(bundle);
+    std::ofstream(bundle + "/Info.plist")
+        << "<plist version=\"1.0\"><dict><key>CFBundleIdentifier</key><string>com.example.files</string>"
+           "<key>CFBundleURLTypes</key><array><dict><key>CFBundleURLSchemes</key><array><string>fila</string></array>"
+           "</dict></array></dict></plist>";
+    phone.answer({ "phone", "respring" });
+    report = phone.answer({ "app", "open-folder", "com.example.bank", "bundle" });
+    EXPECT_EQ(report["alert"], nullptr);
+    EXPECT_EQ(report["opened"], Json::array({ "com.example.files" }));
+    EXPECT_NE(report["notes"][0].get<std::string>().find("fila://view/"), std::string::npos);
+    EXPECT_NE(report["notes"][0].get<std::string>().find("/Harbour%20Bank.app"), std::string::npos);
+}
+
 } // namespace
 
 } // namespace scenario
