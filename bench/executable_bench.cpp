@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -70,6 +71,31 @@ void plainReader(benchmark::State& state)
     std::filesystem::remove(path);
 }
 
+/// Files that lead nowhere, in memory: how long until they are given up.
+void hostile(benchmark::State& state)
+{
+    constexpr std::uint32_t many = 0xEE6B2800; // four thousand million
+    std::string file;
+    const std::int64_t kind = state.range(0);
+    if (kind < 2) {
+        file = ThinFile { .extraCommands = many, .content = {} }.bytes();
+        const std::string command = kind == 0 ? std::string("\x04\0\0\0", 4) : std::string("\x04\x40\0\0", 4);
+        for (int index = 0; index < 1 << 22; ++index)
+            file += command; // each of four bytes, or of sixteen thousand
+    } else {
+        file = universalFile({ ThinFile { .extraCommands = many }.bytes() });
+        file.replace(4, 4, "\xEE\x6B\x28\x00", 4);
+        file.resize(std::size_t { 16 } << 20, '\0');
+    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(executableKind([&file](std::uint64_t offset, void* bytes, std::size_t size) {
+            const std::size_t count = offset < file.size() ? std::min<std::size_t>(size, file.size() - offset) : 0;
+            std::memcpy(bytes, file.data() + std::min<std::size_t>(offset, file.size()), count);
+            return count;
+        }));
+}
+
+BENCHMARK(hostile)->DenseRange(0, 2);
 BENCHMARK(library)->DenseRange(0, std::size(samples) - 1);
 BENCHMARK(plainReader)->DenseRange(0, std::size(samples) - 1);
 
