@@ -7,7 +7,9 @@
 #include "platform/runtime/message.h"
 #include "support/phone_fixture.h"
 
+#include <deque>
 #include <gtest/gtest.h>
+#include <typeinfo>
 
 namespace appledger {
 
@@ -34,15 +36,24 @@ public:
 
 using Methods = std::vector<MethodDefinition>;
 
-/// A proxy that offers these.
-Ref<Proxy> proxyWith(Methods methods)
+/// An object of a class that offers these methods; what describes the class lives as long as the class.
+template <class T> Ref<T> objectWith(const Methods& methods)
 {
-    static int count = 0;
-    auto* const kept = new Methods(std::move(methods));
-    auto* const name = new std::string("Proxy" + std::to_string(++count));
-    auto* const definition = new ClassDefinition { .name = *name, .allocate = allocate<Proxy>, .methods = *kept };
-    id proxy = send<"new">(id(registerClass(*definition)));
-    return Ref<Proxy>(static_cast<Proxy*>(proxy.get()));
+    struct Kept {
+        std::string name;
+        Methods methods;
+        ClassDefinition definition;
+    };
+    static std::deque<Kept> kept;
+    Kept& one = kept.emplace_back(Kept { typeid(T).name() + std::to_string(kept.size()), methods, {} });
+    one.definition = { .name = one.name, .allocate = allocate<T>, .methods = one.methods };
+    const id object = send<"new">(id(registerClass(one.definition)));
+    return Ref<T>(static_cast<T*>(object.get()));
+}
+
+Ref<Proxy> proxyWith(const Methods& methods)
+{
+    return objectWith<Proxy>(methods);
 }
 
 const Methods everything {
@@ -219,14 +230,10 @@ public:
     id displayNameForLocation(const id&) const { return name; }
 };
 
-id iconWith(Methods methods, const id& name)
+id iconWith(const Methods& methods, const id& name)
 {
-    static int count = 0;
-    auto* const kept = new Methods(std::move(methods));
-    auto* const className = new std::string("Icon" + std::to_string(++count));
-    id icon = send<"new">(
-        id(registerClass(*new ClassDefinition { .name = *className, .allocate = allocate<Icon>, .methods = *kept })));
-    static_cast<Icon&>(*icon).name = name;
+    const Ref<Icon> icon = objectWith<Icon>(methods);
+    icon->name = name;
     return icon;
 }
 
