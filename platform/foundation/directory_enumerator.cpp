@@ -6,28 +6,11 @@
 #include "platform/runtime/message.h"
 
 #include <cerrno>
-#include <sys/stat.h>
 #include <vector>
 
 namespace platform {
 
 namespace detail {
-
-namespace {
-
-struct Identity {
-    dev_t device = 0;
-    ino_t inode = 0;
-    friend bool operator==(const Identity&, const Identity&) = default;
-};
-
-Identity identityOf(int descriptor)
-{
-    struct stat status { };
-    return ::fstat(descriptor, &status) == 0 ? Identity { status.st_dev, status.st_ino } : Identity {};
-}
-
-} // namespace
 
 /// A walk from a directory to all that is in it. Of a deep tree the lowest directories are open, and the others are
 /// found again through "..", if that still leads to them.
@@ -72,7 +55,7 @@ private:
         std::shared_ptr<const WalkedDirectory> directory; ///< null when it is closed for a time
         std::shared_ptr<const WalkedPath> path;
         DirectoryListing entries;
-        Identity identity {}; ///< of one that is closed
+        DirectoryIdentity identity {}; ///< of one that is closed
     };
 
     static constexpr std::size_t mostOpen = 32;

@@ -40,18 +40,6 @@ bool isDots(const char* name) noexcept
     return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
 }
 
-struct Identity {
-    dev_t device = 0;
-    ino_t inode = 0;
-    friend bool operator==(const Identity&, const Identity&) = default;
-};
-
-Identity identityOf(int descriptor) noexcept
-{
-    struct stat status { };
-    return ::fstat(descriptor, &status) == 0 ? Identity { status.st_dev, status.st_ino } : Identity {};
-}
-
 /// 0, or the `errno`; what isn't there any more was removed.
 int unlinkIn(int directory, const char* name, int flags) noexcept
 {
@@ -93,7 +81,7 @@ private:
         std::string name; ///< in the directory above
         Descriptor directory;
         DirectoryListing entries;
-        Identity identity {}; ///< once its descriptor has been closed
+        DirectoryIdentity identity {}; ///< once its descriptor has been closed
     };
 
     static constexpr std::size_t mostOpen = 32;
@@ -188,6 +176,13 @@ DirectoryListing::DirectoryListing(int directory, Order order)
     }
     if (order == Order::OfDisk)
         std::ranges::sort(items_, {}, &Item::inode);
+}
+
+DirectoryIdentity identityOf(int descriptor) noexcept
+{
+    struct stat status { };
+    return ::fstat(descriptor, &status) == 0 ? DirectoryIdentity { status.st_dev, status.st_ino }
+                                             : DirectoryIdentity {};
 }
 
 Descriptor openDirectoryIn(int directory, const char* name)

@@ -52,6 +52,14 @@ private:
     int error_ = 0;
 };
 
+/// What tells an open directory from every other; that of what can't be looked at is no directory's.
+struct DirectoryIdentity {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    friend bool operator==(const DirectoryIdentity&, const DirectoryIdentity&) = default;
+};
+DirectoryIdentity identityOf(int descriptor) noexcept;
+
 /// Opens a directory that lies in another one, for reading; not through a link. Invalid, with `errno` set, when it
 /// can't be.
 Descriptor openDirectoryIn(int directory, const char* name);
