@@ -80,6 +80,12 @@ TEST(PolicyScenario, UnknownKeysAndMistypedValuesAreRefusedWithWhatIsKnown)
         EXPECT_EQ(outcome.status, 1) << words[1];
         EXPECT_NE(outcome.errors.find(known), std::string::npos) << outcome.errors;
     }
+    bool isListed = false;
+    const Json listed = phone.answer({ "policy", "keys" });
+    for (const Json& key : listed["keys"])
+        isListed = isListed
+            || (key["key"] == "DirectoryOpener" && key["values"] == "filza or fila" && key["default"] == "filza");
+    EXPECT_TRUE(isListed) << listed;
     EXPECT_EQ(phone.answer({ "policy", "list" })["policies"], Json::object());
 }
 
