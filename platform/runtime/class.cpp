@@ -87,10 +87,16 @@ ClassStorage& ClassWriter::storage(Class cls) const
 
 Class ClassWriter::registerClass(const ClassDefinition& definition, int majorVersion)
 {
-    if (const Class present = objc_getClass(definition.name))
+    const Class present = objc_getClass(definition.name);
+    if (present && !definition.isCategory)
         return storage(present).definition == &definition ? present : nullptr;
     if (majorVersion != INT_MAX && !definition.versions.contains(majorVersion))
         return nullptr;
+    if (definition.isCategory) {
+        if (present)
+            addCategory(present, definition, majorVersion);
+        return present;
+    }
     Class superclass = nullptr;
     if (&definition != &NSObject_class) {
         superclass = !definition.superclass && !definition.superclassName.empty()
@@ -100,15 +106,30 @@ Class ClassWriter::registerClass(const ClassDefinition& definition, int majorVer
             return nullptr;
     }
     const Class cls = makeClassPair(definition, superclass);
-    for (const MethodDefinition& method : definition.methods)
-        if (majorVersion == INT_MAX || method.versions.contains(majorVersion))
-            setMethod(method.kind == MethodKind::ClassMethod ? cls->isa() : cls, sel_registerName(method.selector),
-                method.implementation(), method.types);
+    setMethods(cls, definition, majorVersion);
 
     ClassRegistry& classes = registry();
     const std::unique_lock lock(classes.mutex);
     classes.classes.emplace(cls->name(), cls);
     return cls;
+}
+
+void ClassWriter::addCategory(Class cls, const ClassDefinition& category, int majorVersion)
+{
+    // Once: what has been hooked since then stays hooked.
+    auto& added = storage(cls).categories;
+    if (std::ranges::find(added, &category) != added.end())
+        return;
+    added.push_back(&category);
+    setMethods(cls, category, majorVersion);
+}
+
+void ClassWriter::setMethods(Class cls, const ClassDefinition& definition, int majorVersion)
+{
+    for (const MethodDefinition& method : definition.methods)
+        if (majorVersion == INT_MAX || method.versions.contains(majorVersion))
+            setMethod(method.kind == MethodKind::ClassMethod ? cls->isa() : cls, sel_registerName(method.selector),
+                method.implementation(), method.types);
 }
 
 Class ClassWriter::makeClassPair(const ClassDefinition& definition, Class superclass)

@@ -76,11 +76,13 @@ struct ClassDefinition {
     std::span<const MethodDefinition> methods {};
     std::span<const InstanceVariableDefinition> instanceVariables {};
     VersionRange versions {};
+    bool isCategory = false; ///< adds its methods to the class of that name, which is another's and registered before
 };
 
 /// Makes the class and, before it, its superclasses, with the methods that exist on `majorVersion`.
 /// A definition that is registered already is left as it is. Nil when the class or a superclass doesn't
-/// exist on that version or yet, or when another definition has taken the name. Any thread.
+/// exist on that version or yet, or when another definition has taken the name. Of a category: adds the methods, once,
+/// in the place of those of the same selectors; the class that has them, or nil when there is none. Any thread.
 Class registerClass(const ClassDefinition& definition, int majorVersion = INT_MAX);
 
 template <class T> NSObject* allocate()

@@ -23,6 +23,7 @@ struct ClassStorage {
     std::vector<InstanceVariableDefinition> instanceVariables;
     std::vector<std::unique_ptr<DispatchTable>> tables; ///< the last one is in use
     const ClassDefinition* definition = nullptr;
+    std::vector<const ClassDefinition*> categories;
 };
 
 /// The one way to change a class. Holds the runtime's lock while it lives; readers don't take it.
@@ -38,6 +39,8 @@ public:
     ClassStorage& storage(Class cls) const;
 
 private:
+    void addCategory(Class cls, const ClassDefinition& category, int majorVersion);
+    void setMethods(Class cls, const ClassDefinition& definition, int majorVersion);
     Class makeClassPair(const ClassDefinition& definition, Class superclass);
     void propagate(Class cls, SEL selector, const ClassStorage::Method& method);
 

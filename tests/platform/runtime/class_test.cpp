@@ -259,4 +259,30 @@ TEST(Class, GrowsWithHundredsOfMethods)
     EXPECT_EQ(journal(), "play");
 }
 
+constexpr MethodDefinition strings[] {
+    classMethod<"strings", &eleven>(),
+    method<"pluck", &softPlay>(),
+    method<"strum", &softPlay>().since(13),
+};
+
+TEST(Class, TakesOverTheMethodsOfACategoryOnce)
+{
+    const ClassDefinition category { .name = "Guitar", .methods = strings, .isCategory = true };
+    EXPECT_EQ(registerClass(category), nullptr) << "before there is such a class";
+    const Class guitar = guitarClass();
+    EXPECT_EQ(registerClass(category, 12), guitar);
+    EXPECT_EQ((send<"strings", NSInteger>(id(guitar))), 11);
+    EXPECT_FALSE(class_respondsToSelector(guitar, sel_registerName("strum")));
+    const id one = newGuitar();
+    send<"pluck", void>(one);
+    MSHookMessageEx(guitar, sel_registerName("pluck"), code<&loudPlay>(), nullptr);
+    EXPECT_EQ(registerClass(category, 12), guitar);
+    send<"pluck", void>(one);
+    EXPECT_EQ(journal(), "soft | loud") << "what was hooked since then stays hooked";
+    const ClassDefinition later {
+        .name = "Guitar", .methods = strings, .versions = { .first = 14 }, .isCategory = true
+    };
+    EXPECT_EQ(registerClass(later, 13), nullptr);
+}
+
 } // namespace
