@@ -28,6 +28,7 @@ std::span<const ClassDefinition* const> foundationClasses() noexcept
         &detail::MutableDictionary::definition,
         &detail::MutableSet::definition,
         &detail::NSNotification_class,
+        &detail::NSNotificationCenter_class,
         &detail::NSNumber_class,
         &detail::Set::definition,
         &detail::String::definition,

@@ -16,6 +16,7 @@ namespace platform::detail {
 
 extern const ClassDefinition NSByteCountFormatter_class;
 extern const ClassDefinition NSCharacterSet_class;
+extern const ClassDefinition NSNotificationCenter_class;
 extern const ClassDefinition NSNotification_class;
 extern const ClassDefinition NSNumber_class;
 extern const ClassDefinition NSData_class;

@@ -128,6 +128,68 @@ TEST(LocalNotifications, ReachObserversInTheOrderOfTheirAdding)
     EXPECT_EQ(heard, "first:a:1 second:a:1 fourth:a:1 first:a:nil fourth:a:nil ");
 }
 
+std::string told;
+
+class Listener : public NSObject {
+public:
+    void hear() { told += "heard | "; }
+    void take(const id& notification)
+    {
+        told += describe(send<"name">(notification)) + " of " + describe(send<"object">(notification)) + " | ";
+    }
+    void dealloc()
+    {
+        if (leavesAWord)
+            send<"removeObserver:", void>(center(), id(this));
+    }
+    static id center() { return send<"defaultCenter">(id(registerClass(*foundationClass("NSNotificationCenter")))); }
+    static const ClassDefinition* foundationClass(std::string_view name)
+    {
+        return *std::ranges::find(foundationClasses(), name, &ClassDefinition::name);
+    }
+
+    bool leavesAWord = false;
+};
+
+constexpr MethodDefinition listenerMethods[] {
+    method<"dealloc", &Listener::dealloc>(),
+    method<"hear", &Listener::hear>(),
+    method<"take:", &Listener::take>(),
+};
+const ClassDefinition Listener_class { .name = "Listener", .allocate = allocate<Listener>, .methods = listenerMethods };
+
+TEST(LocalNotifications, ReachObjectsBySelectorForAsLongAsTheyAreThere)
+{
+    const id center = Listener::center();
+    const auto listen = [&](const id& who, const char* selector, const id& name, const id& object = nil) {
+        send<"addObserver:selector:name:object:", void>(center, who, sel_registerName(selector), name, object);
+    };
+    const auto post = [&](const char* name, const id& object = nil) {
+        send<"postNotificationName:object:", void>(center, string(name), object);
+        return std::exchange(told, {});
+    };
+    const id listeners(registerClass(Listener_class));
+    id one = send<"new">(listeners);
+    const id one1 = number(1);
+    listen(one, "hear", string("a"));
+    listen(one, "take:", string("a"), one1);
+    listen(one, "take:", nil);
+    listen(nil, "hear", string("a"));
+    EXPECT_EQ(post("a"), "heard | \"a\" of nil | ");
+    EXPECT_EQ(post("a", one1), "heard | \"a\" of 1 | \"a\" of 1 | ");
+    EXPECT_EQ(post("b"), "\"b\" of nil | ");
+    send<"removeObserver:name:object:", void>(center, one, string("a"), nil);
+    EXPECT_EQ(post("a"), "\"a\" of nil | ");
+    one = nil;
+    EXPECT_EQ(post("a"), "") << "gone without a word";
+
+    id other = send<"new">(listeners);
+    as<Listener>(other)->leavesAWord = true;
+    listen(other, "hear", string("a"));
+    other = nil;
+    EXPECT_EQ(post("a"), "");
+}
+
 TEST(LocalNotifications, ObserversMayAddAndRemoveObserversMeanwhile)
 {
     std::string heard;
