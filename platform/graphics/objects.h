@@ -81,6 +81,9 @@ public:
     double lineWidth = 1;
 };
 
+/// Structures of geometry as objects.
+extern const ClassDefinition NSValue_class;
+
 extern const ClassDefinition UIGraphicsImageRenderer_class;
 extern const ClassDefinition UIGraphicsFunctions_class;
 

@@ -59,6 +59,7 @@ constexpr const ClassDefinition* classes[] {
     &CALayer::definition,
     &NSLayoutAnchor_class,
     &NSLayoutConstraint::definition,
+    &NSValue_class,
     &UIActivityIndicatorView_class,
     &UIAlertAction_class,
     &UIAlertController_class,
