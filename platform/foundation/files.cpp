@@ -63,14 +63,14 @@ std::optional<FileStamp> fileStamp(std::string_view path)
     return status && S_ISREG(status->st_mode) ? std::optional(stampOf(*status)) : std::nullopt;
 }
 
-FileReading tryToReadFile(std::string_view path, std::size_t limit)
+namespace {
+
+FileReading readOpened(const detail::Opening& opening, std::size_t limit)
 {
     const auto failed = [](int error, std::string problem = {}) {
         return FileReading { {}, {}, error, problem.empty() ? std::strerror(error) : std::move(problem) };
     };
     const auto tooLarge = [&] { return failed(EFBIG, "it is larger than " + std::to_string(limit) + " bytes"); };
-    // Without O_NONBLOCK a pipe that lies there would hold the caller until somebody writes.
-    const detail::Opening opening = detail::openDevicePath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     if (opening.error == ENXIO)
         return failed(ENXIO, "it isn't a regular file");
     if (!opening.descriptor)
@@ -102,6 +102,24 @@ FileReading tryToReadFile(std::string_view path, std::size_t limit)
     }
     content.resize(length);
     return { std::move(content), stampOf(status), 0, {} };
+}
+
+// Without O_NONBLOCK a pipe that lies there would hold the caller until somebody writes.
+constexpr int readingFlags = O_RDONLY | O_NONBLOCK | O_NOCTTY;
+
+} // namespace
+
+FileReading tryToReadFile(std::string_view path, std::size_t limit)
+{
+    return readOpened(detail::openDevicePath(path, readingFlags), limit);
+}
+
+FileReading tryToReadHostFile(const std::string& path, std::size_t limit)
+{
+    detail::Opening opening;
+    opening.descriptor = detail::Descriptor(::open(path.c_str(), readingFlags | O_CLOEXEC));
+    opening.error = opening.descriptor ? 0 : errno;
+    return readOpened(opening, limit);
 }
 
 std::optional<std::string> readFile(std::string_view path, std::size_t limit)

@@ -60,6 +60,9 @@ struct FileReading {
 /// The whole content of a regular file of at most `limit` bytes. Never waits for a pipe's writer.
 FileReading tryToReadFile(std::string_view path, std::size_t limit = std::size_t { 64 } << 20);
 
+/// The same of a file of the host, by its own path.
+FileReading tryToReadHostFile(const std::string& path, std::size_t limit = std::size_t { 64 } << 20);
+
 /// The same for who doesn't ask why there is none.
 std::optional<std::string> readFile(std::string_view path, std::size_t limit = std::size_t { 64 } << 20);
 
