@@ -23,15 +23,17 @@ BEGIN {
     below["phone/device"] = ground " phone/substrate"
     below["phone/backboard"] = below["phone/celestial"] = ground " phone/device"
     below["phone/bulletinboard"] = below["phone/frontboard"] = below["phone/localauthentication"] \
-        = below["phone/search"] = below["phone/uikit"] = below["phone/usernotifications"] = ground
+        = below["phone/uikit"] = below["phone/usernotifications"] = ground
     below["phone/corelocation"] = below["phone/tcc"] = ground " phone/device"
-    below["phone/installcoordination"] = ground " phone/launchservices"
+    below["phone/iconservices"] = below["phone/installcoordination"] = ground " phone/launchservices"
     below["phone/launchservices"] = ground " phone/device phone/frontboard"
     below["phone/appstoredaemon"] = ground " phone/launchservices"
+    below["phone/search"] = ground " phone/iconservices phone/launchservices"
     below["phone/storekitui"] = ground " phone/appstoredaemon"
-    below["phone/springboard"] = ground " phone/backboard phone/device phone/frontboard phone/launchservices"
+    below["phone/springboard"] = ground " phone/backboard phone/device phone/frontboard phone/iconservices" \
+        " phone/launchservices"
     frameworks = "phone/appstoredaemon phone/backboard phone/bulletinboard phone/celestial phone/corelocation" \
-        " phone/frontboard phone/installcoordination phone/launchservices phone/localauthentication phone/search phone/springboard phone/storekitui" \
+        " phone/frontboard phone/iconservices phone/installcoordination phone/launchservices phone/localauthentication phone/search phone/springboard phone/storekitui" \
         " phone/tcc phone/uikit phone/usernotifications"
     below["phone/control"] = ground " phone/device phone/substrate " frameworks
     below["phone/process"] = below["phone/supervisor"] = below["phone/control"] " phone/control phone/process"
@@ -40,7 +42,7 @@ BEGIN {
     # The command: its groups of verbs, on what they share.
     shared = "platform phone core entry launch state surfaces icons record panel cli/command"
     below["cli/command"] = "platform phone"
-    below["cli/app"] = below["cli/explain"] = below["cli/phone"] = below["cli/plan"] = below["cli/policy"] = shared
+    below["cli/app"] = below["cli/explain"] = below["cli/icon"] = below["cli/phone"] = below["cli/plan"] = below["cli/policy"] = shared
     below["cli"] = "platform phone cli"
 
     # Tests and benchmarks include what they try.

@@ -1,12 +1,14 @@
-#include "phone/springboard/home/glyphs.h"
+#include "phone/iconservices/glyphs.h"
 
-#include "phone/springboard/home/drawing.h"
+#include "phone/iconservices/drawing.h"
+#include "phone/system/wall_clock.h"
 #include "platform/screen/framework.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <numbers>
+#include <string>
 
 namespace phone {
 
@@ -65,8 +67,10 @@ void drawCamera()
 
 void drawCalendar()
 {
-    drawCentered("MON", systemFont(10, true), color(0xFF3B30), { 30, 14 });
-    drawCentered("23", systemFont(30, false), color(0x1C1C1E), { 30, 37 });
+    constexpr const char* weekdays[] { "SUN", "MON", "TUE", "WED", "THU", "FRI", "SAT" };
+    const LocalTime now = localTime();
+    drawCentered(weekdays[now.weekday], systemFont(10, true), color(0xFF3B30), { 30, 14 });
+    drawCentered(std::to_string(now.day), systemFont(30, false), color(0x1C1C1E), { 30, 37 });
 }
 
 void drawEnvelope(const id& paper, const id& fold)
@@ -82,11 +86,7 @@ void drawMail()
 
 void drawNotes()
 {
-    fill(roundedRect(CGRectMake(0, 0, 60, 60), 13.5), white());
-    send<"saveState", void>(UIGraphicsGetCurrentContext());
-    send<"addClip", void>(roundedRect(CGRectMake(0, 0, 60, 60), 13.5));
     fillGradient(roundedRect(CGRectMake(0, 0, 60, 16), 0), CGRectMake(0, 0, 60, 16), color(0xFFD84A), color(0xFFC107));
-    send<"restoreState", void>(UIGraphicsGetCurrentContext());
     for (const double y : { 26.0, 36.0, 46.0 })
         stroke(polygon({ { 10, y }, { y > 40 ? 34.0 : 50.0, y } }, PathEnd::Open), color(0xC7C7CC), 1.6);
 }
@@ -118,9 +118,11 @@ void drawClock()
     for (int hour = 0; hour < 12; ++hour)
         stroke(polygon({ onCircle(19, hour * pi / 6), onCircle(21.5, hour * pi / 6) }, PathEnd::Open), color(0x1C1C1E),
             1.6);
-    stroke(polygon({ { 30, 30 }, onCircle(12, -pi / 2 + 10 * pi / 6) }, PathEnd::Open), color(0x1C1C1E), 2.6);
-    stroke(polygon({ { 30, 30 }, onCircle(18, -pi / 2 + pi / 3) }, PathEnd::Open), color(0x1C1C1E), 2);
-    stroke(polygon({ onCircle(5, pi / 2 + pi), onCircle(19, pi / 2) }, PathEnd::Open), color(0xFF9500), 1);
+    const LocalTime now = localTime();
+    const double minute = static_cast<double>(now.minute) / 60;
+    const double hour = (static_cast<double>(now.hour % 12) + minute) / 12;
+    stroke(polygon({ { 30, 30 }, onCircle(12, -pi / 2 + hour * 2 * pi) }, PathEnd::Open), color(0x1C1C1E), 2.6);
+    stroke(polygon({ { 30, 30 }, onCircle(18, -pi / 2 + minute * 2 * pi) }, PathEnd::Open), color(0x1C1C1E), 2);
     fill(disc({ 30, 30 }, 1.8), color(0xFF9500));
 }
 
@@ -255,12 +257,12 @@ constexpr GlyphIcon icons[] {
 
 } // namespace
 
-bool drawGlyphIcon(std::string_view identifier, const CGRect& square, double cornerRadius)
+bool drawGlyphIcon(std::string_view identifier, const CGRect& square)
 {
     const auto found = std::ranges::find(icons, identifier, &GlyphIcon::identifier);
     if (found == std::end(icons))
         return false;
-    fillGradient(roundedRect(square, cornerRadius), square, color(found->top), color(found->bottom));
+    fillGradient(roundedRect(square, 0), square, color(found->top), color(found->bottom));
     found->draw();
     return true;
 }

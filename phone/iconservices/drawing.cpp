@@ -1,4 +1,4 @@
-#include "phone/springboard/home/drawing.h"
+#include "phone/iconservices/drawing.h"
 
 #include "platform/screen/framework.h"
 

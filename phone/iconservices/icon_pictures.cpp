@@ -1,9 +1,11 @@
-#include "phone/springboard/home/icon_pictures.h"
+#include "phone/iconservices/icon_pictures.h"
 
-#include "phone/springboard/home/drawing.h"
-#include "phone/springboard/home/glyphs.h"
+#include "phone/iconservices/drawing.h"
+#include "phone/iconservices/glyphs.h"
+#include "phone/system/wall_clock.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/property_list.h"
+#include "platform/screen/framework.h"
 
 #include <algorithm>
 #include <string>
@@ -72,31 +74,54 @@ void drawInitial(std::string_view identifier, std::string_view name)
         return send<"colorWithHue:saturation:brightness:alpha:">(
             colors, std::fmod(hue + shift, 1), saturation, brightness, 1.0);
     };
-    fillGradient(roundedRect(square, iconCornerRadius), square, tone(0, 0.55, 0.95), tone(0.06, 0.8, 0.7));
+    fillGradient(roundedRect(square, 0), square, tone(0, 0.55, 0.95), tone(0.06, 0.8, 0.7));
     drawCentered(initialOf(name), systemFont(32, true), color(0xFFFFFF), { iconSide / 2, iconSide / 2 });
 }
 
 /// A hair's breadth of light along the edge sets an icon off from a wallpaper of its own colour.
-void drawRim()
+void drawRim(const CGSize& size, double cornerRadius)
 {
     constexpr double inset = 0.25;
-    stroke(roundedRect(CGRectInset(square, inset, inset), iconCornerRadius - inset), color(0xFFFFFF, 0.18), 2 * inset);
+    stroke(
+        roundedRect(CGRectInset({ {}, size }, inset, inset), cornerRadius - inset), color(0xFFFFFF, 0.18), 2 * inset);
 }
 
 } // namespace
 
-id pictureOfApplication(std::string_view identifier, std::string_view name, std::string_view bundlePath)
+id squarePicture(std::string_view identifier, std::string_view name, std::string_view bundlePath)
 {
     const id own = ownPicture(bundlePath);
     return drawImage(square.size, [&] {
-        if (own) {
-            send<"addClip", void>(roundedRect(square, iconCornerRadius));
+        if (own)
             send<"drawInRect:", void>(own, square);
-            return;
-        }
-        if (!drawGlyphIcon(identifier, square, iconCornerRadius))
+        else if (!drawGlyphIcon(identifier, square))
             drawInitial(identifier, name);
-        drawRim();
+    });
+}
+
+id squarePictureOfWebClip(std::string_view identifier, std::string_view title, std::string_view folder)
+{
+    const id own
+        = send<"imageWithContentsOfFile:">(id(classNamed<"UIImage">()), string(pathByAppending(folder, "icon.png")));
+    return drawImage(square.size, [&] {
+        if (own)
+            send<"drawInRect:", void>(own, square);
+        else
+            drawInitial(identifier, title);
+    });
+}
+
+id iconOfPicture(const id& picture, const CGSize& size, double cornerRadius)
+{
+    if (!picture)
+        return nil;
+    return drawImage(size, [&] {
+        const id context = UIGraphicsGetCurrentContext();
+        send<"saveState", void>(context);
+        send<"addClip", void>(roundedRect({ {}, size }, cornerRadius));
+        send<"drawInRect:", void>(picture, CGRect { {}, size });
+        send<"restoreState", void>(context);
+        drawRim(size, cornerRadius);
     });
 }
 
@@ -104,17 +129,31 @@ id pictureOfFolder(const std::vector<id>& images)
 {
     return drawImage(square.size, [&] {
         fill(roundedRect(square, iconCornerRadius), color(0xE6E8F0, 0.42));
-        constexpr double small = 13;
         constexpr double gap = 3.5;
-        constexpr double margin = (iconSide - 3 * small - 2 * gap) / 2;
+        constexpr double margin = (iconSide - 3 * iconSideInFolder - 2 * gap) / 2;
         for (std::size_t index = 0; index < std::min<std::size_t>(images.size(), 9); ++index) {
             const std::size_t column = index % 3;
             const std::size_t row = index / 3;
-            const CGPoint corner { margin + static_cast<double>(column) * (small + gap),
-                margin + static_cast<double>(row) * (small + gap) };
-            send<"drawInRect:", void>(images[index], CGRect { corner, { small, small } });
+            const CGPoint corner { margin + static_cast<double>(column) * (iconSideInFolder + gap),
+                margin + static_cast<double>(row) * (iconSideInFolder + gap) };
+            send<"drawInRect:", void>(images[index], CGRect { corner, { iconSideInFolder, iconSideInFolder } });
         }
-        drawRim();
+        drawRim(square.size, iconCornerRadius);
+    });
+}
+
+id pictureOfWidget(const CGSize& size)
+{
+    constexpr const char* weekdays[] { "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday" };
+    constexpr double cornerRadius = 22;
+    const LocalTime now = localTime();
+    return drawImage(size, [&] {
+        fill(roundedRect({ {}, size }, cornerRadius), color(0xFFFFFF));
+        const double middle = size.width / 2;
+        drawCentered(weekdays[now.weekday], systemFont(15, true), color(0xFF3B30), { middle, 28 });
+        drawCentered(std::to_string(now.day), systemFont(54, false), color(0x1C1C1E), { middle, 76 });
+        drawCentered("No events today", systemFont(12, false), color(0x8E8E93), { middle, size.height - 26 });
+        drawRim(size, cornerRadius);
     });
 }
 
