@@ -195,6 +195,8 @@ private:
         send<"setBulletin:", void>(request, bulletin);
         const id controller = send<"sharedInstance">(id(classNamed<"SBNCAlertingController">()));
         send<"alertOnPresentationForNotificationRequest:presentingDestination:", void>(controller, request, nil);
+        const id banners = askObject<"sharedInstance">(id(classNamed<"SBNotificationBannerDestination">()));
+        ask<"postNotificationRequest:", void>(banners, request);
     }
 
     std::vector<id> bulletins_;

@@ -1,9 +1,11 @@
 #include "phone/device/device_image.h"
 
 #include "phone/device/containers.h"
+#include "phone/device/home_widgets.h"
 #include "phone/device/mach_o.h"
 #include "phone/device/removed_applications.h"
 #include "phone/device/sample_applications.h"
+#include "phone/device/web_clips.h"
 #include "phone/substrate/injection.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/property_list.h"
@@ -215,6 +217,9 @@ DevicePreparation prepareDevice(const std::string& root, const std::string& libr
                     std::string(application.bundleIdentifier) + " is passed over: " + failure.what);
             }
         }
+        for (const std::string& problem : { installSampleWebClips(), installSampleWidgets() })
+            if (!problem.empty())
+                preparation.passedOver.push_back(problem);
         installLibrary(libraryPath);
         installResources(libraryPath);
     } catch (const Failure& failure) {

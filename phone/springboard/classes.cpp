@@ -9,7 +9,11 @@
     X(SBApplicationInfo)                                                                                               \
     X(SBApplicationProcessState)                                                                                       \
     X(SBApplicationSceneEntity)                                                                                        \
+    X(SBBannerWindow)                                                                                                  \
+    X(SBBookmarkIcon)                                                                                                  \
     X(SBBrightnessController)                                                                                          \
+    X(SBCalendarApplicationIconImageView)                                                                              \
+    X(SBClockApplicationIconImageView)                                                                                 \
     X(SBDeviceApplicationSceneEntity)                                                                                  \
     X(SBDeviceApplicationSceneHandle)                                                                                  \
     X(SBDisplayBrightnessController)                                                                                   \
@@ -18,8 +22,11 @@
     X(SBFluidSwitcherViewController)                                                                                   \
     X(SBFolder)                                                                                                        \
     X(SBFolderIcon)                                                                                                    \
+    X(SBFolderIconImageView)                                                                                           \
     X(SBFolderView)                                                                                                    \
+    X(SBHBookmarkIcon)                                                                                                 \
     X(SBHIconImageCache)                                                                                               \
+    X(SBHIconLabelImageCache)                                                                                          \
     X(SBHIconManager)                                                                                                  \
     X(SBHIconModel)                                                                                                    \
     X(SBIcon)                                                                                                          \
@@ -32,13 +39,16 @@
     X(SBLayoutElement)                                                                                                 \
     X(SBLayoutState)                                                                                                   \
     X(SBLeafIcon)                                                                                                      \
+    X(SBLiveIconImageView)                                                                                             \
     X(SBMainDisplaySceneManager)                                                                                       \
     X(SBMainWorkspace)                                                                                                 \
     X(SBMainWorkspaceTransitionRequest)                                                                                \
     X(SBMediaController)                                                                                               \
     X(SBNCAlertingController)                                                                                          \
+    X(SBNotificationBannerDestination)                                                                                 \
     X(SBSApplicationShortcutItem)                                                                                      \
     X(SBVolumeControl)                                                                                                 \
+    X(SBWidgetIcon)                                                                                                    \
     X(SBWorkspaceApplicationSceneTransitionContext)                                                                    \
     X(SBWorkspaceTransitionRequest)                                                                                    \
     X(SpringBoard)

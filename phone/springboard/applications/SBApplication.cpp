@@ -1,3 +1,4 @@
+#include "phone/springboard/icons/icon_images.h"
 #include "phone/springboard/icons/icon_list.h"
 #include "phone/springboard/scenes/front_display.h"
 #include "platform/runtime/class_definition.h"
@@ -30,6 +31,14 @@ public:
 
     /// None before the name.
     NSInteger labelAccessoryTypeForIcon(const id&) const { return 0; }
+    /// What the system keeps of the application's pictures.
+    void purgeCaches() const
+    {
+        const id icon = send<"applicationIconForBundleIdentifier:">(iconModel(), bundleIdentifier);
+        if (icon)
+            forgetImagesOfIcon(icon);
+    }
+
     void didExit(const id&) { applicationDidExit(this); }
 };
 
@@ -44,6 +53,7 @@ constexpr MethodDefinition methods[] {
     method<"isHidden", &SBApplication::isHidden>(),
     method<"labelAccessoryTypeForIcon:", &SBApplication::labelAccessoryTypeForIcon>(),
     getter<"processState", &SBApplication::processState>(),
+    method<"purgeCaches", &SBApplication::purgeCaches>(),
     method<"setBadgeNumberOrString:", &SBApplication::setBadgeValue>().until(13),
     method<"setBadgeValue:", &SBApplication::setBadgeValue>().since(13),
     setter<"setBundleIdentifier:", &SBApplication::bundleIdentifier>(),

@@ -1,8 +1,9 @@
 #include "phone/springboard/home/arrangement.h"
 
-#include "phone/springboard/home/icon_pictures.h"
+#include "phone/iconservices/icon_pictures.h"
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 
 namespace phone {
@@ -28,9 +29,24 @@ CGRect frameAt(double x, double y)
     return { { x - labelOverhang, y }, iconViewSize };
 }
 
+/// The first place of two by two that has nothing at `next` or behind; empty when the page has none.
+std::optional<std::size_t> placeForWidget(std::size_t next)
+{
+    std::size_t column = next % columnsOfPage;
+    std::size_t row = next / columnsOfPage;
+    // Beside another widget it stands in the same rows; below icons in rows of its own.
+    if (column + 2 > columnsOfPage || column % 2 != 0) {
+        column = 0;
+        ++row;
+    }
+    if (row + 2 > rowsOfPage)
+        return std::nullopt;
+    return row * columnsOfPage + column;
+}
+
 } // namespace
 
-HomeArrangement arrangeHome(const std::vector<std::string>& identifiers)
+HomeArrangement arrangeHome(const std::vector<std::string>& identifiers, const std::vector<std::string>& widgets)
 {
     const auto present
         = [&](std::string_view identifier) { return std::ranges::find(identifiers, identifier) != identifiers.end(); };
@@ -52,11 +68,24 @@ HomeArrangement arrangeHome(const std::vector<std::string>& identifiers)
         items.push_back(std::move(folder));
 
     constexpr std::size_t pageSize = columnsOfPage * rowsOfPage;
-    for (std::size_t start = 0; start < items.size(); start += pageSize)
-        arrangement.pages.emplace_back(items.begin() + static_cast<std::ptrdiff_t>(start),
-            items.begin() + static_cast<std::ptrdiff_t>(std::min(start + pageSize, items.size())));
-    if (arrangement.pages.empty())
-        arrangement.pages.emplace_back();
+    arrangement.pages.emplace_back();
+    for (HomeItem& item : items) {
+        if (arrangement.pages.back().size() == pageSize)
+            arrangement.pages.emplace_back();
+        item.place = arrangement.pages.back().size();
+        arrangement.pages.back().push_back(std::move(item));
+    }
+    std::size_t next = arrangement.pages.back().size();
+    for (const std::string& widget : widgets) {
+        std::optional<std::size_t> place = placeForWidget(next);
+        if (!place) {
+            arrangement.pages.emplace_back();
+            place = 0;
+        }
+        arrangement.pages.back().push_back({ .identifier = widget, .isWidget = true, .place = *place });
+        const bool endsItsRows = *place % columnsOfPage + 2 == columnsOfPage;
+        next = *place + 2 + (endsItsRows ? columnsOfPage : 0);
+    }
     return arrangement;
 }
 
@@ -65,6 +94,13 @@ CGRect frameOnPage(std::size_t index)
     const std::size_t column = index % columnsOfPage;
     const std::size_t row = index / columnsOfPage;
     return frameAt(pageMargin + static_cast<double>(column) * columnStep, pageTop + static_cast<double>(row) * rowStep);
+}
+
+CGRect widgetFrameOnPage(std::size_t index)
+{
+    const double overhang = (widgetViewSize.width - widgetSize.width) / 2;
+    const CGPoint corner = frameOnPage(index).origin;
+    return { { corner.x + labelOverhang - overhang, corner.y }, widgetViewSize };
 }
 
 CGRect frameInFolder(std::size_t index)

@@ -1,8 +1,9 @@
 #include "phone/springboard/home/home_screen.h"
 
+#include "phone/iconservices/drawing.h"
+#include "phone/iconservices/icon_pictures.h"
 #include "phone/springboard/home/arrangement.h"
-#include "phone/springboard/home/drawing.h"
-#include "phone/springboard/home/icon_pictures.h"
+#include "phone/springboard/home/live_icons.h"
 #include "phone/springboard/home/scenery.h"
 #include "phone/springboard/icons/SBIconView.h"
 #include "phone/springboard/scenes/front_display.h"
@@ -35,18 +36,17 @@ public:
 
     void layOut()
     {
-        const HomeArrangement arrangement = arrangeHome(visibleIdentifiers());
+        const Content content = visibleContent();
+        const HomeArrangement arrangement = arrangeHome(content.icons, content.widgets);
         auto former = std::exchange(views_, {});
         for (std::size_t index = 0; index < arrangement.dock.size(); ++index)
             place(former, iconFor(arrangement.dock[index]), "SBIconLocationDock", dock_,
                 frameInDock(index, arrangement.dock.size(), send<"bounds", CGRect>(dock_).size.width));
         // There is one page to be seen; what doesn't fit on it waits behind the others.
         for (std::size_t pageIndex = 0; pageIndex < arrangement.pages.size(); ++pageIndex) {
-            const auto& items = arrangement.pages[pageIndex];
-            for (std::size_t index = 0; index < items.size(); ++index) {
-                CGRect frame = frameOnPage(index);
+            for (const HomeItem& item : arrangement.pages[pageIndex]) {
+                CGRect frame = item.isWidget ? widgetFrameOnPage(item.place) : frameOnPage(item.place);
                 frame.origin.x += static_cast<double>(pageIndex) * send<"bounds", CGRect>(page_).size.width;
-                const HomeItem& item = items[index];
                 place(former, item.identifier.empty() ? folderIcon(item) : iconFor(item.identifier),
                     "SBIconLocationRoot", page_, frame);
             }
@@ -162,16 +162,24 @@ private:
 
     static id iconFor(const std::string& identifier)
     {
-        return send<"applicationIconForBundleIdentifier:">(model(), string(identifier));
+        return send<"leafIconForIdentifier:">(model(), string(identifier));
     }
 
-    static std::vector<std::string> visibleIdentifiers()
+    /// Leaf identifiers.
+    struct Content {
+        std::vector<std::string> icons;
+        std::vector<std::string> widgets;
+    };
+
+    static Content visibleContent()
     {
-        std::vector<std::string> identifiers;
-        for (const id& icon : itemsOf(send<"laidOutIcons">(model())))
-            if (const auto identifier = asString(send<"applicationBundleID">(icon)))
-                identifiers.push_back(identifier->text());
-        return identifiers;
+        Content content;
+        const id icons = send<"laidOutIcons">(model());
+        for (const id& icon : itemsOf(icons))
+            if (const auto identifier = asString(send<"leafIdentifier">(icon)))
+                (isKindOfClass(icon, classNamed<"SBWidgetIcon">()) ? content.widgets : content.icons)
+                    .push_back(identifier->text());
+        return content;
     }
 
     id folderIcon(const HomeItem& item)
@@ -237,6 +245,7 @@ void showHomeScreen()
         return;
     homeScreen() = std::make_unique<HomeScreen>();
     homeScreen()->layOut();
+    keepLiveIcons();
     showStatusBar();
 }
 
@@ -258,6 +267,17 @@ void forEachDisplayedIconView(const std::function<void(const id&)>& visit)
         homeScreen()->forEachDisplayed(visit);
 }
 
+id iconViewOf(std::string_view leafIdentifier)
+{
+    id found;
+    forEachKnownIconView([&](const id& view) {
+        const auto identifier = asString(askObject<"leafIdentifier">(send<"icon">(view)));
+        if (!found && identifier && *identifier == leafIdentifier)
+            found = view;
+    });
+    return found;
+}
+
 namespace {
 
 /// What happens to an icon happens to the folder that it stands in.
@@ -275,9 +295,8 @@ void refreshIcon(const id& icon, IconPart part)
         const id shown = send<"icon">(view);
         if (part == IconPart::Accessories && (shown == icon || isInFolder(icon, shown))) {
             send<"_updateLabelAccessoryView", void>(view);
-        } else if (part == IconPart::Image && shown == icon) {
-            send<"updateImageAnimated:", void>(send<"iconImageView">(view), false);
-            send<"setNeedsLayout", void>(view);
+        } else if (part == IconPart::Image && (shown == icon || isInFolder(icon, shown))) {
+            send<"_updateIconImageView", void>(view);
         }
     });
 }

@@ -20,6 +20,9 @@ void layOutHomeScreen();
 void forEachKnownIconView(const std::function<void(const platform::id&)>& visit);
 void forEachDisplayedIconView(const std::function<void(const platform::id&)>& visit);
 
+/// The view of the application's or web clip's icon; nil when it stands nowhere on the Home Screen.
+platform::id iconViewOf(std::string_view leafIdentifier);
+
 enum class IconPart { Accessories, Image };
 /// Shows anew what has changed about an icon.
 void refreshIcon(const platform::id& icon, IconPart part);

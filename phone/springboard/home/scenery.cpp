@@ -1,7 +1,7 @@
 #include "phone/springboard/home/scenery.h"
 
-#include "phone/springboard/home/drawing.h"
-#include "phone/springboard/home/icon_pictures.h"
+#include "phone/iconservices/drawing.h"
+#include "phone/iconservices/icon_pictures.h"
 
 namespace phone {
 
@@ -103,8 +103,9 @@ void showScene(const id& application)
         CGRectMake(screen.size.width / 2 - 60, screen.size.height / 2 - 100, 120, 120));
     const auto text = [](const id& value) { return asString(value) ? asString(value)->text() : std::string(); };
     send<"setImage:", void>(picture,
-        pictureOfApplication(text(send<"bundleIdentifier">(application)), text(send<"displayName">(application)),
-            text(send<"bundlePath">(application))));
+        iconOfPicture(squarePicture(text(send<"bundleIdentifier">(application)), text(send<"displayName">(application)),
+                          text(send<"bundlePath">(application))),
+            { iconSide, iconSide }, iconCornerRadius));
     send<"addSubview:", void>(window, picture);
     const id name = send<"initWithFrame:">(
         alloc(classNamed<"UILabel">()), CGRectMake(20, screen.size.height / 2 + 36, screen.size.width - 40, 30));

@@ -1,13 +1,10 @@
-#include "phone/springboard/home/drawing.h"
+#include "phone/iconservices/drawing.h"
 #include "phone/springboard/home/scenery.h"
-#include "platform/dispatch/clock.h"
-#include "platform/dispatch/queue.h"
+#include "phone/system/wall_clock.h"
 #include "platform/screen/framework.h"
 
 #include <array>
-#include <chrono>
 #include <cstdio>
-#include <ctime>
 #include <numbers>
 
 namespace phone {
@@ -16,34 +13,12 @@ using namespace platform;
 
 namespace {
 
-struct TimeOfDay {
-    long hour;
-    long minute;
-    long second;
-};
-
-/// The owner's time; with the clock held, the time that it shows counts from midnight.
-TimeOfDay timeOfDay()
+void showTime(const id& label)
 {
-    if (clockIsHeld()) {
-        const long seconds = std::chrono::duration_cast<std::chrono::seconds>(clockNow()).count();
-        return { seconds / 3600 % 24, seconds / 60 % 60, seconds % 60 };
-    }
-    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
-    std::tm local {};
-    localtime_r(&now, &local);
-    return { local.tm_hour, local.tm_min, local.tm_sec };
-}
-
-void keepTime(const id& label)
-{
-    const TimeOfDay now = timeOfDay();
+    const LocalTime now = localTime();
     std::array<char, 64> text {};
     std::snprintf(text.data(), text.size(), "%ld:%02ld", now.hour, now.minute);
     send<"setText:", void>(label, string(text.data()));
-    constexpr long minute = 60;
-    dispatch_after(std::chrono::seconds { minute - std::min(now.second, minute - 1) }, dispatch_get_main_queue(),
-        [label] { keepTime(label); });
 }
 
 /// Bars of the signal, waves of the network, the charge.
@@ -86,7 +61,7 @@ void showStatusBar()
     send<"setImage:", void>(signs, drawSigns());
     send<"addSubview:", void>(*window, signs);
     send<"setHidden:", void>(*window, false);
-    keepTime(time);
+    everyMinute([time] { showTime(time); });
 }
 
 } // namespace phone

@@ -1,4 +1,4 @@
-#include "phone/springboard/home/icon_pictures.h"
+#include "phone/iconservices/icon_pictures.h"
 #include "phone/system/text.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
@@ -23,12 +23,21 @@ public:
         return send<"isPlaceholder", bool>(send<"info">(application)) ? string("☁️ " + textOf(name)) : name;
     }
 
-    id homeScreenImage()
+    id squareImage() const
     {
-        if (!image_)
-            image_ = pictureOfApplication(textOf(send<"bundleIdentifier">(application)),
-                textOf(send<"displayName">(application)), textOf(send<"bundlePath">(application)));
-        return image_;
+        return squarePicture(textOf(send<"bundleIdentifier">(application)), textOf(send<"displayName">(application)),
+            textOf(send<"bundlePath">(application)));
+    }
+
+    /// Icons that show the time have views of their own.
+    Class imageViewClass(const id&) const
+    {
+        const std::string identifier = textOf(send<"bundleIdentifier">(application));
+        if (identifier == "com.apple.mobiletimer")
+            return classNamed<"SBClockApplicationIconImageView">();
+        if (identifier == "com.apple.mobilecal")
+            return classNamed<"SBCalendarApplicationIconImageView">();
+        return classNamed<"SBIconImageView">();
     }
 
     bool isVisible() const { return !send<"isHidden", bool>(application); }
@@ -37,17 +46,15 @@ public:
         application = newApplication;
         return this;
     }
-
-private:
-    id image_; ///< nil until someone looks at it
 };
 
 constexpr MethodDefinition methods[] {
+    method<"_squareImage", &SBApplicationIcon::squareImage>(),
     getter<"application", &SBApplicationIcon::application>(),
     method<"applicationBundleID", &SBApplicationIcon::bundleIdentifier>(),
     method<"applicationBundleIdentifier", &SBApplicationIcon::bundleIdentifier>().since(13),
     method<"displayName", &SBApplicationIcon::displayName>(),
-    method<"homeScreenImage", &SBApplicationIcon::homeScreenImage>(),
+    method<"iconImageViewClassForLocation:", &SBApplicationIcon::imageViewClass>(),
     method<"initWithApplication:", &SBApplicationIcon::initWithApplication>(),
     method<"isVisible", &SBApplicationIcon::isVisible>(),
 };

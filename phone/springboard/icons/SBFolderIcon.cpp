@@ -1,4 +1,5 @@
-#include "phone/springboard/home/icon_pictures.h"
+#include "phone/iconservices/icon_pictures.h"
+#include "phone/springboard/icons/icon_images.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
@@ -23,19 +24,23 @@ public:
 
     id displayName() const { return send<"displayName">(folder); }
 
-    id homeScreenImage() const
+    id gridImage() const
     {
         std::vector<id> images;
-        for (const id& icon : itemsOf(send<"icons">(folder)))
-            images.push_back(askObject<"homeScreenImage">(icon));
+        const id icons = send<"icons">(folder);
+        for (const id& icon : itemsOf(icons))
+            images.push_back(generatedImageOfIcon(icon, iconSideInFolder));
         return pictureOfFolder(images);
     }
+
+    Class imageViewClass(const id&) const { return classNamed<"SBFolderIconImageView">(); }
 };
 
 constexpr MethodDefinition methods[] {
+    method<"_gridImage", &SBFolderIcon::gridImage>(),
     method<"displayName", &SBFolderIcon::displayName>(),
     getter<"folder", &SBFolderIcon::folder>(),
-    method<"homeScreenImage", &SBFolderIcon::homeScreenImage>(),
+    method<"iconImageViewClassForLocation:", &SBFolderIcon::imageViewClass>(),
     method<"initWithFolder:", &SBFolderIcon::initWithFolder>(),
 };
 

@@ -1,5 +1,5 @@
+#include "phone/iconservices/drawing.h"
 #include "phone/springboard/home/arrangement.h"
-#include "phone/springboard/home/drawing.h"
 #include "phone/springboard/home/home_screen.h"
 #include "phone/springboard/icons/SBIconView.h"
 #include "platform/runtime/class_definition.h"

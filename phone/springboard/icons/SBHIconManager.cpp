@@ -16,6 +16,7 @@ class SBHIconManager : public NSObject {
 public:
     id iconModel;
     const id iconImageCache = send<"new">(id(classNamed<"SBHIconImageCache">()));
+    id iconLabelImageCache = send<"new">(id(classNamed<"SBHIconLabelImageCache">()));
 
     id imageCache() const { return iconImageCache; }
 
@@ -41,11 +42,21 @@ void enumerateDisplayed(const id&, SEL, const id& block)
     forEachDisplayedIconView([&](const id& view) { callBlock(block, view); });
 }
 
+/// Moves nothing here, whatever the kind of animation.
+void layoutIconLists(const id&, SEL, NSInteger, bool force)
+{
+    if (force)
+        forEachKnownIconView([](const id& view) { send<"setNeedsLayout", void>(view); });
+    layOutHomeScreen();
+}
+
 constexpr MethodDefinition methods[] {
     method<"enumerateDisplayedIconViewsUsingBlock:", &enumerateDisplayed>(),
     method<"enumerateKnownIconViewsUsingBlock:", &enumerateKnown>(),
     method<"iconImageCache", &SBHIconManager::imageCache>(),
+    getter<"iconLabelImageCache", &SBHIconManager::iconLabelImageCache>(),
     getter<"iconModel", &SBHIconManager::iconModel>(),
+    method<"layoutIconListsWithAnimationType:forceRelayout:", &layoutIconLists>(),
     setter<"setIconModel:", &SBHIconManager::iconModel>(),
     method<"uninstallIcon:", &SBHIconManager::uninstall>(),
     method<"uninstallIcon:animate:", &SBHIconManager::uninstallAnimated>(),

@@ -1,4 +1,5 @@
 #include "phone/springboard/home/home_screen.h"
+#include "phone/springboard/icons/icon_images.h"
 #include "phone/system/journal.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
@@ -22,15 +23,37 @@ void accessoriesDidUpdate(const id& self, SEL)
     refreshIcon(self, IconPart::Accessories);
 }
 
+void accessoriesDidUpdateByArgument(const id& self, SEL, const id&)
+{
+    send<"_notifyAccessoriesDidUpdate", void>(self);
+}
+
+/// `image` is what the icon looks like now, or nil.
 void imageDidUpdate(const id& self, SEL, const id&)
 {
+    forgetImagesOfIcon(self);
     refreshIcon(self, IconPart::Image);
+}
+
+void forgetImages(const id& self, SEL)
+{
+    forgetImagesOfIcon(self);
+}
+
+/// The class of the view that shows the icon's picture.
+Class imageViewClass(const id&, SEL, const id&)
+{
+    return classNamed<"SBIconImageView">();
 }
 
 constexpr MethodDefinition methods[] {
     method<"_notifyAccessoriesDidUpdate", &accessoriesDidUpdate>(),
     method<"displayName", &displayName>(),
+    method<"iconAccessoriesDidUpdate:", &accessoriesDidUpdateByArgument>(),
     method<"iconImageDidUpdate:", &imageDidUpdate>(),
+    method<"iconImageViewClassForLocation:", &imageViewClass>(),
+    method<"purgeCachedImages", &forgetImages>().until(12),
+    method<"reloadIconImage", &forgetImages>().since(13),
 };
 
 } // namespace

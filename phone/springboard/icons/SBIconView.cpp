@@ -1,9 +1,9 @@
 #include "phone/springboard/icons/SBIconView.h"
 
+#include "phone/iconservices/drawing.h"
+#include "phone/iconservices/icon_pictures.h"
 #include "phone/springboard/home/arrangement.h"
-#include "phone/springboard/home/drawing.h"
 #include "phone/springboard/home/home_screen.h"
-#include "phone/springboard/home/icon_pictures.h"
 #include "phone/system/journal.h"
 #include "platform/runtime/class_definition.h"
 
@@ -29,7 +29,8 @@ IconViewFields& fieldsIn(const id& self)
     return fieldsOf<IconViewFields>(self);
 }
 
-constexpr double labelTop = 64;
+constexpr double labelGap = 4;
+constexpr double labelTop = iconSide + labelGap; ///< of an icon of the usual size
 constexpr double labelHeight = 16;
 constexpr double labelFontSize = 12;
 constexpr double accessorySide = 7;
@@ -38,6 +39,18 @@ bool isInDock(const id& self)
 {
     const auto location = asString(fieldsIn(self).location);
     return location && location->view().find("Dock") != std::string_view::npos;
+}
+
+bool isWidget(const id& self)
+{
+    return isKindOfClass(fieldsIn(self).icon, classNamed<"SBWidgetIcon">());
+}
+
+CGRect pictureFrame(const id& self)
+{
+    const CGSize size = isWidget(self) ? widgetSize : CGSize { iconSide, iconSide };
+    const CGSize whole = isWidget(self) ? widgetViewSize : iconViewSize;
+    return { { (whole.width - size.width) / 2, 0 }, size };
 }
 
 id makeLabel()
@@ -65,14 +78,23 @@ id makeBadge()
     return badge;
 }
 
+/// Below everything else; one that is of that class stays.
+void useImageViewOf(const id& self, Class imageViewClass)
+{
+    IconViewFields& fields = fieldsIn(self);
+    if (fields.iconImageView && fields.iconImageView->isa() == imageViewClass)
+        return;
+    send<"removeFromSuperview", void>(fields.iconImageView);
+    fields.iconImageView = send<"initWithFrame:">(send<"alloc">(id(imageViewClass)), pictureFrame(self));
+    send<"insertSubview:atIndex:", void>(self, fields.iconImageView, NSInteger { 0 });
+}
+
 id initWithFrame(const id& self, SEL, CGRect frame)
 {
     id view = sendSuper<"initWithFrame:">(classNamed<"UIView">(), self, frame);
     IconViewFields& fields = fieldsIn(view);
-    fields.iconImageView = send<"initWithFrame:">(send<"alloc">(id(classNamed<"SBIconImageView">())),
-        CGRectMake((iconViewSize.width - iconSide) / 2, 0, iconSide, iconSide));
     fields.labelView = makeLabel();
-    send<"addSubview:", void>(view, fields.iconImageView);
+    useImageViewOf(view, classNamed<"SBIconImageView">());
     send<"addSubview:", void>(view, fields.labelView);
     const id tap = send<"initWithTarget:action:">(
         send<"alloc">(id(classNamed<"UITapGestureRecognizer">())), view, sel_registerName("_handleTap"));
@@ -92,10 +114,26 @@ void updateLabel(const id& self, SEL)
     send<"setNeedsLayout", void>(self);
 }
 
+void updateImageView(const id& self, SEL)
+{
+    send<"iconImageDidUpdate:", void>(fieldsIn(self).iconImageView, nil);
+    send<"setNeedsLayout", void>(self);
+}
+
 void setIcon(const id& self, SEL, const id& icon)
 {
-    fieldsIn(self).icon = icon;
-    send<"setIcon:", void>(fieldsIn(self).iconImageView, icon);
+    IconViewFields& fields = fieldsIn(self);
+    fields.icon = icon;
+    if (icon)
+        useImageViewOf(self,
+            ask<"iconImageViewClassForLocation:", Class>(icon, fields.location)
+                .value_or(classNamed<"SBIconImageView">()));
+    const CGRect picture = pictureFrame(self);
+    send<"setFrame:", void>(fields.iconImageView, picture);
+    if (isWidget(self))
+        send<"setFrame:", void>(
+            fields.labelView, CGRectMake(0, picture.size.height + labelGap, widgetViewSize.width, labelHeight));
+    send<"setIcon:", void>(fields.iconImageView, icon);
     send<"_updateLabelAccessoryView", void>(self);
 }
 
@@ -203,6 +241,7 @@ constexpr MethodDefinition methods[] {
     method<"_handleTap", &handleTap>(),
     getter<"_iconImageView", &IconViewFields::iconImageView>(),
     getter<"_labelView", &IconViewFields::labelView>(),
+    method<"_updateIconImageView", &updateImageView>(),
     method<"_updateLabel", &updateLabel>(),
     method<"_updateLabelAccessoryView", &updateAccessory>(),
     method<"applicationBundleID", &applicationIdentifier>().until(12),

@@ -33,7 +33,7 @@ std::vector<HomeScreenIcon> homeScreenIcons()
     const auto shown = asArray(send<"laidOutIcons">(model));
     std::vector<HomeScreenIcon> icons;
     for (const id& icon : itemsOf(send<"leafIcons">(model)))
-        icons.push_back({ textOf(send<"applicationBundleID">(icon)), textOf(send<"displayName">(icon)),
+        icons.push_back({ textOf(send<"leafIdentifier">(icon)), textOf(send<"displayName">(icon)),
             shown && shown->contains(icon), send<"isUninstallSupported", bool>(icon) });
     return icons;
 }

@@ -8,9 +8,11 @@ namespace phone {
 class IconModel : public platform::NSObject {
 public:
     platform::id applicationIconForBundleIdentifier(const platform::id& identifier);
+    /// An application's, a web clip's or a widget's.
+    platform::id leafIconForIdentifier(const platform::id& identifier);
     platform::id leafIcons();
 
-    /// A set of bundle identifiers.
+    /// A set of the leaves' identifiers.
     platform::id visibleIconIdentifiers();
     bool isIconVisible(const platform::id& icon);
 
@@ -24,7 +26,7 @@ public:
     void layout();
 
 private:
-    platform::id icons_; ///< dictionary, bundle identifier to icon; nil until the first request
+    platform::id icons_; ///< dictionary, leaf identifier to icon; nil until the first request
     platform::id laidOut_; ///< array
 };
 
@@ -33,6 +35,7 @@ inline constexpr platform::MethodDefinition iconModelMethods[] {
     platform::method<"isIconVisible:", &IconModel::isIconVisible>(),
     platform::method<"laidOutIcons", &IconModel::laidOutIcons>(),
     platform::method<"layout", &IconModel::layout>(),
+    platform::method<"leafIconForIdentifier:", &IconModel::leafIconForIdentifier>(),
     platform::method<"leafIcons", &IconModel::leafIcons>(),
     platform::method<"reloadIcons", &IconModel::reloadIcons>(),
     platform::method<"visibleIconIdentifiers", &IconModel::visibleIconIdentifiers>(),

@@ -45,7 +45,7 @@ protected:
         std::string text;
         for (const phone::HomeScreenIcon& icon : phone::homeScreenIcons())
             if (icon.isShown)
-                text += icon.bundleIdentifier + " ";
+                text += icon.identifier + " ";
         return text;
     }
 

@@ -205,7 +205,42 @@ TEST(HomeArrangement, FillsTheDockTheFolderAndPages)
         { "com.apple.mobilenotes", "com.example.music", "com.example.shop", "com.apple.mobilesafari" });
     EXPECT_EQ(arranged.dock, (std::vector<std::string> { "com.apple.mobilesafari", "com.example.music" }));
     EXPECT_EQ(arranged.pages[0],
-        (std::vector<phone::HomeItem> { { "com.example.shop" }, { "", "Utilities", { "com.apple.mobilenotes" } } }));
+        (std::vector<phone::HomeItem> { { "com.example.shop" },
+            { .identifier = "",
+                .folderName = "Utilities",
+                .folderContent = { "com.apple.mobilenotes" },
+                .place = 1 } }));
+}
+
+TEST(HomeArrangement, PutsWidgetsWhereTwoByTwoPlacesAreFree)
+{
+    struct Case {
+        int icons;
+        std::size_t widgets;
+        const char* places; ///< page and first place of each
+    };
+    const Case cases[] {
+        { 0, 1, "0:0 " },
+        { 4, 2, "0:4 0:6 " },
+        { 5, 1, "0:8 " },
+        { 6, 1, "0:6 " }, // the right half is free
+        { 16, 3, "0:16 0:18 1:0 " },
+        { 17, 1, "1:0 " },
+        { 8, 4, "0:8 0:10 0:16 0:18 " },
+        { 24, 1, "1:0 " },
+    };
+    for (const auto& [icons, widgets, expected] : cases) {
+        std::vector<std::string> many;
+        for (int index = 0; index < icons; ++index)
+            many.push_back("com.example.app" + std::to_string(index));
+        const auto pages = phone::arrangeHome(many, std::vector<std::string>(widgets, "widget")).pages;
+        std::string places;
+        for (std::size_t page = 0; page < pages.size(); ++page)
+            for (const phone::HomeItem& item : pages[page])
+                if (item.isWidget)
+                    places += std::to_string(page) + ":" + std::to_string(item.place) + " ";
+        EXPECT_EQ(places, expected) << icons << " icons, " << widgets << " widgets";
+    }
 }
 
 } // namespace
