@@ -1,7 +1,10 @@
 #include "phone/search/classes.h"
 
 // sorted
-#define CLASSES(X) X(SearchUIAppIconImage)
+#define CLASSES(X)                                                                                                     \
+    X(SearchUIAppIconImage)                                                                                            \
+    X(SearchUIImageCache)                                                                                              \
+    X(SearchUIImageView)
 // end sorted
 
 PHONE_CLASS_LIST(searchUIClasses, CLASSES)
