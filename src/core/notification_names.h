@@ -9,6 +9,8 @@ namespace appledger::notification {
 
 inline constexpr std::string_view forceRefresh = "com.appledger.forcerefresh";
 inline constexpr std::string_view clearCache = "com.appledger.clearcache";
+inline constexpr std::string_view iconChanged
+    = "com.orbelix.appledger.icon_changed"; ///< for others: nobody here listens
 
 inline constexpr std::string_view brightnessChanged = "com.orbelix.appledger.brightness_changed";
 

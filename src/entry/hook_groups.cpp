@@ -1,6 +1,7 @@
 #include "entry/hook_groups.h"
 
-#include "panel/swipe_properties.h"
+#include "icons/home_icon_hooks.h"
+#include "panel/icon_image_view_hooks.h"
 #include "surfaces/name_and_badge_hooks.h"
 #include "surfaces/notification_hooks.h"
 #include "surfaces/uninstall_hooks.h"
@@ -9,14 +10,12 @@ namespace appledger {
 
 const HookGroup IOS13_AND_NEWER_HOOKS { "IOS13_AND_NEWER_HOOKS" };
 const HookGroup IOS12_AND_OLDER_HOOKS { "IOS12_AND_OLDER_HOOKS" };
-const HookGroup GlobalIconHooks { "GlobalIconHooks" };
-const HookGroup SearchUIHooks { "SearchUIHooks" };
-const HookGroup NotificationHooks_iOS15 { "NotificationHooks_iOS15" };
 
 namespace {
 
-constexpr const HookRows* baseTables[] { &notificationRows };
-constexpr const HookRows* sharedTables[] { &swipePropertyRows, &uninstallProtectionRows, &nameAndBadgeRows };
+constexpr const HookRows* baseTables[] { &notificationRows, &bookmarkIconRows };
+constexpr const HookRows* sharedTables[] { &iconImageViewRows, &iconUpdateRows, &nameAndBadgeRows, &leafIconRows,
+    &uninstallProtectionRows };
 
 } // namespace
 

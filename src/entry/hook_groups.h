@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/hook_group.h"
+#include "icons/icon_hooks_elsewhere.h"
 #include "launch/block_launch_hooks.h"
 #include "launch/redirect_hooks.h"
 #include "state/app_mute_hooks.h"
@@ -18,9 +19,6 @@ namespace appledger {
 // come with the replacements.
 extern const HookGroup IOS13_AND_NEWER_HOOKS;
 extern const HookGroup IOS12_AND_OLDER_HOOKS;
-extern const HookGroup GlobalIconHooks;
-extern const HookGroup SearchUIHooks;
-extern const HookGroup NotificationHooks_iOS15;
 
 // Groups that several subjects share: their tables are put together here, where all of them are known.
 extern const HookGroup BaseHooks;

@@ -3,6 +3,7 @@
 #include "core/appearance.h"
 #include "core/resources.h"
 #include "core/settings.h"
+#include "icons/icon_store.h"
 #include "record/allocated_size.h"
 #include "record/app_ledger.h"
 
@@ -19,6 +20,7 @@ constexpr const ClassDefinition* classes[] {
     &ALAppLedgerGroup::definition,
     &ALAppearance::definition,
     &ALHelper::definition,
+    &ALIconStore::definition,
     &ALSettings::definition,
     // end sorted
 };

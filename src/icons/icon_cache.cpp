@@ -1,14 +1,12 @@
 #include "icons/icon_cache.h"
 
 #include "core/policies.h"
+#include "icons/identifier_table.h"
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/notification_center.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
-#include "platform/runtime/reclamation.h"
-
-#include <map>
 
 namespace appledger {
 
@@ -16,35 +14,9 @@ using namespace platform;
 
 namespace {
 
-template <class T> using ByIdentifier = std::map<std::string, T, std::less<>>;
-
-// Replaced whole, like every cache: they are touched from the notification and from whatever thread draws.
-Published<ByIdentifier<bool>> g_customIconPresence;
-Published<ByIdentifier<unsigned long>> g_bundleTokens;
-
-template <class T> std::optional<T> find(const Published<ByIdentifier<T>>& table, std::string_view identifier)
-{
-    const ReadSection section;
-    const ByIdentifier<T>* const present = table.load();
-    if (!present)
-        return std::nullopt;
-    const auto found = present->find(identifier);
-    return found == present->end() ? std::nullopt : std::optional<T>(found->second);
-}
-
-template <class T> ByIdentifier<T> copyOf(const Published<ByIdentifier<T>>& table)
-{
-    const ReadSection section;
-    const ByIdentifier<T>* const present = table.load();
-    return present ? *present : ByIdentifier<T>();
-}
-
-template <class T> void set(Published<ByIdentifier<T>>& table, std::string_view identifier, T value)
-{
-    ByIdentifier<T> changed = copyOf(table);
-    changed.insert_or_assign(std::string(identifier), value);
-    table.assign(new ByIdentifier<T>(std::move(changed)));
-}
+// Touched from the notification and from whatever thread draws.
+IdentifierTable<bool> g_customIconPresence;
+IdentifierTable<unsigned long> g_bundleTokens;
 
 void refreshSystemIconCaches()
 {
@@ -67,7 +39,7 @@ std::optional<std::string> ALCustomIconFilePath(std::string_view bundleIdentifie
 {
     if (bundleIdentifier.empty())
         return std::nullopt;
-    return "/var/mobile/Library/Preferences/AppLedgerIcons/" + std::string(bundleIdentifier) + ".png";
+    return std::string(customIconDirectory).append("/").append(bundleIdentifier).append(".png");
 }
 
 std::optional<std::string> ALCustomIconPathIfExists(std::string_view bundleIdentifier)
@@ -75,29 +47,30 @@ std::optional<std::string> ALCustomIconPathIfExists(std::string_view bundleIdent
     auto path = ALCustomIconFilePath(bundleIdentifier);
     if (!path)
         return std::nullopt;
-    auto exists = find(g_customIconPresence, bundleIdentifier);
+    auto exists = g_customIconPresence.find(bundleIdentifier);
     if (!exists) {
         exists = fileExists(*path);
-        set(g_customIconPresence, bundleIdentifier, *exists);
+        g_customIconPresence.set(bundleIdentifier, *exists);
     }
     return *exists ? path : std::nullopt;
 }
 
+std::optional<bool> knownCustomIconPresence(std::string_view bundleIdentifier)
+{
+    return g_customIconPresence.find(bundleIdentifier);
+}
+
 std::string ALGetCacheToken(std::string_view bundleIdentifier)
 {
-    return std::to_string(find(g_bundleTokens, bundleIdentifier).value_or(0));
+    return std::to_string(g_bundleTokens.find(bundleIdentifier).value_or(0));
 }
 
 void ALInvalidateCustomIconPresence(std::string_view bundleIdentifier)
 {
-    if (bundleIdentifier.empty()) {
-        g_customIconPresence.assign(nullptr);
-        return;
-    }
-    ByIdentifier<bool> changed = copyOf(g_customIconPresence);
-    if (const auto known = changed.find(bundleIdentifier); known != changed.end())
-        changed.erase(known);
-    g_customIconPresence.assign(new ByIdentifier<bool>(std::move(changed)));
+    if (bundleIdentifier.empty())
+        g_customIconPresence.removeAll();
+    else
+        g_customIconPresence.remove(bundleIdentifier);
 }
 
 NSCache& ALGetImageCache()
@@ -119,7 +92,7 @@ void ALClearSpecificIconCache()
         ALInvalidateCustomIconPresence({});
         return;
     }
-    set(g_bundleTokens, *identifier, find(g_bundleTokens, *identifier).value_or(0) + 1);
+    g_bundleTokens.set(*identifier, g_bundleTokens.find(*identifier).value_or(0) + 1);
     ALInvalidateCustomIconPresence(*identifier);
     // One that was handed over meanwhile is for the next post.
     (void)defaults->change(preference::lastModifiedIcon, [&](const id& present) -> std::optional<id> {

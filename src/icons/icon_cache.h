@@ -15,12 +15,17 @@
 
 namespace appledger {
 
+inline constexpr std::string_view customIconDirectory = "/var/mobile/Library/Preferences/AppLedgerIcons";
+
 /// The icon file of that application; empty for an empty identifier.
 std::optional<std::string> ALCustomIconFilePath(std::string_view bundleIdentifier);
 
 /// The same if the file exists. The disk is looked at only until the answer is known, so that a file which
 /// comes or goes later isn't noticed before ALInvalidateCustomIconPresence().
 std::optional<std::string> ALCustomIconPathIfExists(std::string_view bundleIdentifier);
+
+/// What is known of that by now, without a look; empty when nothing is.
+std::optional<bool> knownCustomIconPresence(std::string_view bundleIdentifier);
 
 /// How many changes of this application's icon the process has heard of, in decimal digits.
 std::string ALGetCacheToken(std::string_view bundleIdentifier);
