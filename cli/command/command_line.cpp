@@ -15,9 +15,9 @@ namespace cli {
 
 namespace {
 
-constexpr const VerbRows* tables[] { &planVerbs, &lifeVerbs, &launchVerbs, &switcherVerbs, &screenVerbs, &deviceVerbs,
-    &notificationVerbs, &iconVerbs, &storeVerbs, &recordVerbs, &nameAndBadgeVerbs, &alertVerbs, &operationVerbs,
-    &permissionVerbs, &bundleVerbs, &policyVerbs, &explainVerbs };
+constexpr const VerbRows* tables[] { &planVerbs, &lifeVerbs, &launchVerbs, &switcherVerbs, &screenVerbs, &searchVerbs,
+    &deviceVerbs, &notificationVerbs, &iconVerbs, &storeVerbs, &recordVerbs, &nameAndBadgeVerbs, &alertVerbs,
+    &operationVerbs, &permissionVerbs, &bundleVerbs, &customIconVerbs, &policyVerbs, &explainVerbs };
 
 struct VerbGroup {
     std::string_view words;
@@ -28,6 +28,7 @@ constexpr VerbGroup groups[] {
     { "phone", "run a phone and use it" },
     { "phone store", "visit the store" },
     { "app", "see and change one application, as the panel does" },
+    { "icon", "give applications pictures of your choice" },
     { "policy", "read and change what the phone does for each application" },
     { "explain", "say what would happen, and which rule says so" },
 };

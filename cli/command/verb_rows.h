@@ -38,6 +38,7 @@ template <ExitStatus (*Function)(const phone::PhoneDirectory& directory)> Action
 // sorted
 extern const VerbRows alertVerbs;
 extern const VerbRows bundleVerbs;
+extern const VerbRows customIconVerbs;
 extern const VerbRows deviceVerbs;
 extern const VerbRows explainVerbs;
 extern const VerbRows iconVerbs;
@@ -51,6 +52,7 @@ extern const VerbRows planVerbs;
 extern const VerbRows policyVerbs;
 extern const VerbRows recordVerbs;
 extern const VerbRows screenVerbs;
+extern const VerbRows searchVerbs;
 extern const VerbRows storeVerbs;
 extern const VerbRows switcherVerbs;
 // end sorted

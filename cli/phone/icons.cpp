@@ -37,7 +37,7 @@ std::string describeIcons(const Json& report)
 {
     std::ostringstream text;
     for (const Json& icon : report["icons"])
-        text << std::left << std::setw(28) << icon.value("application", "") << icon.value("name", "")
+        text << std::left << std::setw(34) << icon.value("application", "") << icon.value("name", "")
              << (icon.value("shown", false) ? "" : "  (not on the Home Screen)")
              << (icon.value("removable", false) ? "" : "  (can't be removed)") << '\n';
     return text.str();

@@ -12,34 +12,42 @@ using Json = nlohmann::json;
 
 namespace {
 
+const std::vector<std::string> processesWithScreen { "SpringBoard", "Spotlight" };
+
 /// Writes what is on the screen as a PNG file. Refused when it can't be written.
 Action screenshot(Arguments& arguments)
 {
     struct Options {
         std::string file;
         double scale = 3;
+        Word process { "SpringBoard" };
     };
     const auto options = std::make_shared<Options>();
+    arguments.add("--process", options->process, "whose screen (default SpringBoard)").oneOf(processesWithScreen);
     arguments.add("FILE", options->file, "the PNG file").required();
     arguments.add("--scale", options->scale, "pixels a point (default 3)").between(0.1, 10);
     return [options](const phone::PhoneDirectory& directory) {
         std::error_code error;
         const std::string path = std::filesystem::absolute(options->file, error).string();
-        return tellAnswer(directory, "SpringBoard",
+        return tellAnswer(directory, options->process.text(),
             { { "verb", "screenshot" }, { "path", path }, { "scale", options->scale } }, [&path](const Json& report) {
                 return "Wrote " + path + ", " + std::to_string(report.value("bytes", 0L)) + " bytes.";
             });
     };
 }
 
-ExitStatus describeScreen(const phone::PhoneDirectory& directory)
+Action describeScreen(Arguments& arguments)
 {
-    return tellAnswer(directory, "SpringBoard", { { "verb", "describe" } }, [](const Json& report) {
-        std::string text = report.value("screen", "");
-        while (text.ends_with('\n'))
-            text.pop_back();
-        return text;
-    });
+    const auto process = std::make_shared<Word>("SpringBoard");
+    arguments.add("--process", *process, "whose screen (default SpringBoard)").oneOf(processesWithScreen);
+    return [process](const phone::PhoneDirectory& directory) {
+        return tellAnswer(directory, process->text(), { { "verb", "describe" } }, [](const Json& report) {
+            std::string text = report.value("screen", "");
+            while (text.ends_with('\n'))
+                text.pop_back();
+            return text;
+        });
+    };
 }
 
 Action changeFolder(Arguments& arguments)
@@ -63,7 +71,7 @@ Action changeFolder(Arguments& arguments)
 
 constexpr VerbRow rows[] {
     { "phone screenshot", "write what is on the screen into a PNG file", screenshot, "screenshot" },
-    { "phone describe", "what is on the screen as text, one view a line", plain<describeScreen>, "describe" },
+    { "phone describe", "what is on the screen as text, one view a line", describeScreen, "describe" },
     { "phone folder", "open or close a folder of the Home Screen", changeFolder, "folder" },
 };
 

@@ -37,18 +37,6 @@ Json groupsJson(const id& groups)
     return list;
 }
 
-/// Nil when it stands nowhere on the Home Screen.
-id iconViewOf(const std::string& bundleIdentifier)
-{
-    id found;
-    forEachKnownIconView([&](const id& view) {
-        const auto identifier = asString(askObject<"applicationBundleID">(askObject<"icon">(view)));
-        if (!found && identifier && *identifier == bundleIdentifier)
-            found = view;
-    });
-    return found;
-}
-
 /// "record": the fields of the library's record of "application".
 Json showRecord(const Json& request)
 {

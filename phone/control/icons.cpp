@@ -7,13 +7,13 @@ namespace phone {
 
 namespace {
 
-/// "icons": those of all installed applications, and which of them stand on the Home Screen.
+/// "icons": those of all installed applications, web clips and widgets, and which of them stand on the Home Screen.
 Json listIcons(const Json&)
 {
     Json icons = Json::array();
     for (const HomeScreenIcon& icon : homeScreenIcons())
-        icons.push_back({ { "application", icon.bundleIdentifier }, { "name", icon.displayName },
-            { "shown", icon.isShown }, { "removable", icon.canBeRemoved } });
+        icons.push_back({ { "application", icon.identifier }, { "name", icon.displayName }, { "shown", icon.isShown },
+            { "removable", icon.canBeRemoved } });
     return { { "ok", true }, { "icons", icons } };
 }
 

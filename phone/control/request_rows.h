@@ -45,8 +45,10 @@ using RequestRows = std::span<const RequestRow>;
 // sorted
 extern const RequestRows alertRequests;
 extern const RequestRows authenticationRequests;
+extern const RequestRows customIconRequests;
 extern const RequestRows deviceRequests;
 extern const RequestRows exitRequests;
+extern const RequestRows iconRenderingRequests;
 extern const RequestRows iconRequests;
 extern const RequestRows launchRequests;
 extern const RequestRows nameAndBadgeRequests;
@@ -54,6 +56,7 @@ extern const RequestRows notificationRequests;
 extern const RequestRows operationRequests;
 extern const RequestRows permissionRequests;
 extern const RequestRows recordRequests;
+extern const RequestRows screenPictureRequests;
 extern const RequestRows screenRequests;
 extern const RequestRows searchRequests;
 extern const RequestRows searchStatusRequests;

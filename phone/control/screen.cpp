@@ -41,14 +41,16 @@ Json changeFolder(const Json& request)
     return closeFolder(name) ? Json { { "ok", true } } : failure("no folder called " + name + " is open");
 }
 
-constexpr RequestRow rows[] {
+constexpr RequestRow pictureRows[] {
     { "describe", describeScreen },
     { "screenshot", takeScreenshot },
-    { "folder", changeFolder },
 };
+
+constexpr RequestRow rows[] { { "folder", changeFolder } };
 
 } // namespace
 
+extern const RequestRows screenPictureRequests { pictureRows };
 extern const RequestRows screenRequests { rows };
 
 } // namespace phone

@@ -1,6 +1,7 @@
 #include "phone/control/answers.h"
 #include "phone/control/authentication.h"
 #include "phone/control/request_rows.h"
+#include "phone/search/search_screen.h"
 #include "phone/search/spotlight.h"
 
 namespace phone {
@@ -21,7 +22,22 @@ Json openFromSpotlight(const Json& request)
     return launchReport(entries);
 }
 
-constexpr RequestRow rows[] { { "open", openFromSpotlight } };
+/// "search": shows the applications whose names hold "text".
+Json search(const Json& request)
+{
+    const std::string wanted = text(request, "text");
+    const std::vector<SearchResult> results = searchApplications(wanted);
+    showSearch(wanted, results);
+    Json list = Json::array();
+    for (const SearchResult& result : results)
+        list.push_back({ { "application", result.bundleIdentifier }, { "name", result.name } });
+    return { { "ok", true }, { "results", list } };
+}
+
+constexpr RequestRow rows[] {
+    { "open", openFromSpotlight },
+    { "search", search },
+};
 
 } // namespace
 

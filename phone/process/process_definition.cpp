@@ -8,6 +8,7 @@
 #include "phone/corelocation/classes.h"
 #include "phone/frontboard/classes.h"
 #include "phone/frontboard/open_request.h"
+#include "phone/iconservices/classes.h"
 #include "phone/installcoordination/classes.h"
 #include "phone/launchservices/classes.h"
 #include "phone/localauthentication/classes.h"
@@ -35,14 +36,15 @@ using Framework = ClassList (*)() noexcept;
 
 constexpr Framework springBoardFrameworks[] { foundationClasses, uiKitClasses, springBoardClasses, frontBoardClasses,
     launchServicesClasses, localAuthenticationClasses, appStoreDaemonClasses, userNotificationsClasses,
-    bulletinBoardClasses, celestialClasses, coreLocationClasses, installCoordinationClasses };
+    bulletinBoardClasses, celestialClasses, coreLocationClasses, iconServicesClasses, installCoordinationClasses };
 constexpr Framework spotlightFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
-    localAuthenticationClasses, searchUIClasses };
+    iconServicesClasses, localAuthenticationClasses, searchUIClasses };
 constexpr Framework appStoreFrameworks[] { foundationClasses, uiKitClasses, frontBoardClasses, launchServicesClasses,
-    appStoreDaemonClasses, storeKitUIClasses };
+    appStoreDaemonClasses, iconServicesClasses, storeKitUIClasses };
 constexpr Framework appstoredFrameworks[] { foundationClasses, appStoreDaemonClasses };
 constexpr Framework itunesstoredFrameworks[] { foundationClasses, appStoreDaemonClasses, storeKitUIClasses };
-constexpr Framework applicationFrameworks[] { foundationClasses, uiKitClasses, launchServicesClasses };
+constexpr Framework applicationFrameworks[] { foundationClasses, uiKitClasses, launchServicesClasses,
+    iconServicesClasses };
 
 /// The system's own code in a process that has SpringBoard open applications for it.
 void openThroughSpringBoard()
@@ -51,11 +53,12 @@ void openThroughSpringBoard()
 }
 
 constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &alertRequests,
-    &authenticationRequests, &deviceRequests, &exitRequests, &iconRequests, &launchRequests, &nameAndBadgeRequests,
-    &notificationRequests, &operationRequests, &permissionRequests, &recordRequests, &screenRequests, &storeRequests,
-    &switcherRequests, &transitionRequests };
-constexpr const RequestRows* searchRequestTables[] { &searchStatusRequests, &authenticationRequests, &searchRequests };
-constexpr const RequestRows* storeRequestTables[] { &statusRequests, &storeRequests };
+    &authenticationRequests, &customIconRequests, &deviceRequests, &exitRequests, &iconRequests, &launchRequests,
+    &iconRenderingRequests, &nameAndBadgeRequests, &notificationRequests, &operationRequests, &permissionRequests,
+    &recordRequests, &screenRequests, &screenPictureRequests, &storeRequests, &switcherRequests, &transitionRequests };
+constexpr const RequestRows* searchRequestTables[] { &searchStatusRequests, &authenticationRequests,
+    &iconRenderingRequests, &screenPictureRequests, &searchRequests };
+constexpr const RequestRows* storeRequestTables[] { &statusRequests, &iconRenderingRequests, &storeRequests };
 
 } // namespace
 

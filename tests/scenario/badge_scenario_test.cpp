@@ -1,10 +1,9 @@
 #include "scenario/command.h"
+#include "scenario/mortal_phone.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <optional>
 #include <poll.h>
 
 /// Names and badges of the owner's choice on a phone of real processes, and what a SpringBoard leaves that is killed
@@ -46,41 +45,6 @@ bool isDrawn(const Phone& phone, const std::string& text)
 {
     return phone.answer({ "phone", "describe" })["screen"].get<std::string>().find('"' + text + '"')
         != std::string::npos;
-}
-
-/// A variable of the environment, for the processes that are started meanwhile.
-class Variable {
-public:
-    Variable(const char* name, const std::string& value)
-        : name_(name)
-    {
-        if (const char* const former = std::getenv(name))
-            former_ = former;
-        ::setenv(name, value.c_str(), 1);
-    }
-    ~Variable()
-    {
-        if (former_)
-            ::setenv(name_, former_->c_str(), 1);
-        else
-            ::unsetenv(name_);
-    }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    const char* const name_;
-    std::optional<std::string> former_;
-};
-
-/// A phone whose processes end at a write when the file of that name says so.
-void startMortal(const Phone& phone, const std::string& file)
-{
-    const char* const options = std::getenv("ASAN_OPTIONS");
-    const Variable sanitizer("ASAN_OPTIONS", std::string(options ? options : "") + ":verify_asan_link_order=0");
-    const Variable library("LD_PRELOAD", KILLED_AT_WRITE_LIBRARY);
-    const Variable moment("KILLED_AT_WRITE", file);
-    phone.answer({ "phone", "up" });
 }
 
 bool answersWithin(const Phone& phone, std::chrono::seconds limit)
@@ -182,7 +146,7 @@ TEST(BadgeScenario, NothingRecordedIsLostToASpringBoardKilledBetweenTwoSteps)
         SCOPED_TRACE(std::string(choice) + ", " + moment);
         const Phone phone;
         const std::string file = phone.root() + "/moment";
-        startMortal(phone, file);
+        startMortal(phone, file, "com.merrowlane.appledger.plist");
         push(phone, mail, "4");
         badges(phone, mail, "3");
         push(phone, notes, "9");
