@@ -1,5 +1,7 @@
 #include "platform/foundation/value_objects.h"
 
+#include "platform/foundation/files.h"
+
 #include <functional>
 
 namespace platform {
@@ -12,8 +14,8 @@ class Data final : public NSObject {
 public:
     static constexpr const ClassDefinition& definition = NSData_class;
     Data() = default;
-    explicit Data(std::string_view bytes)
-        : bytes(bytes)
+    explicit Data(std::string bytes)
+        : bytes(std::move(bytes))
     {
     }
 
@@ -50,9 +52,17 @@ id self(const id& self, SEL)
     return self;
 }
 
+/// In one step in any case: who asks for less gets more.
+bool writeToFile(const id& self, SEL, const id& path, bool)
+{
+    const auto text = asString(path);
+    return text && writeFileAtomically(*text, static_cast<const Data&>(*self).bytes) == 0;
+}
+
 constexpr MethodDefinition dataMethods[] {
     method<"copy", &self>(),
     method<"length", &Data::length>(),
+    method<"writeToFile:atomically:", &writeToFile>(),
 };
 
 constexpr MethodDefinition dateMethods[] {
@@ -69,7 +79,12 @@ const ClassDefinition NSDate_class { .name = "NSDate", .allocate = allocate<Date
 
 id data(std::string_view bytes)
 {
-    return make<detail::Data>(bytes);
+    return make<detail::Data>(std::string(bytes));
+}
+
+id dataTaking(std::string bytes)
+{
+    return make<detail::Data>(std::move(bytes));
 }
 
 std::optional<StringValue> asData(const id& object)

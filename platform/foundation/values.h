@@ -147,6 +147,8 @@ id set(std::vector<id> items);
 std::optional<ArrayValue> asSet(const id& object);
 
 id data(std::string_view bytes);
+/// The same for who has no more use for the bytes: nothing is copied.
+id dataTaking(std::string bytes);
 std::optional<StringValue> asData(const id& object);
 
 /// Seconds since 2001-01-01 00:00:00 UTC, the platform's reference date.

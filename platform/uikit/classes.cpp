@@ -18,7 +18,7 @@ namespace {
 id pictureAtScale(const id&, SEL, double scale)
 {
     const auto bitmap = renderScreen(scale);
-    return bitmap ? platform::data(encodePng(*bitmap)) : id();
+    return bitmap ? dataTaking(encodePng(*bitmap)) : id();
 }
 
 id descriptionOfWindows(const id&, SEL)
