@@ -95,6 +95,8 @@ public:
     _cairo* native() const noexcept { return context_; }
 
 private:
+    void paint(const Bitmap& bitmap, const CGRect& rect, double width, double height, double alpha);
+
     _cairo* context_;
 };
 
