@@ -35,12 +35,13 @@ struct Bitmap {
 /// What is refused as absurd: 128 MiB of pixels.
 constexpr std::size_t mostPixels = std::size_t { 1 } << 25;
 
-/// The picture that the bytes of a PNG or JPEG file hold, whatever its depth and colours. Empty for any other bytes,
-/// for a PNG that is damaged, for a JPEG without a readable header, and for a picture of absurd size, before room for
-/// it is made. What a damaged JPEG still shows is kept.
+/// The picture that the bytes of a PNG or JPEG file hold, whatever its depth and colours, turned upright as its
+/// metadata asks; of an animation the still. Empty for any other bytes, for a file that is damaged or cut off, and for
+/// a picture of absurd size, before room for it is made.
 std::optional<Bitmap> decodePicture(std::string_view bytes);
 
-/// The bytes of a PNG file. "" for an empty bitmap.
+/// The bytes of a PNG file, the same for the same pixels; without alpha when all are opaque. That of a large picture
+/// brings a small copy along for who opens it as a PictureFile. "" for an empty bitmap.
 std::string encodePng(const Bitmap& bitmap);
 
 } // namespace platform
