@@ -15,6 +15,9 @@ std::shared_ptr<const Bitmap> UIImage::bitmap() const
             Canvas(*pixels, scale).draw(*drawing, size, { {}, size });
             bitmap_ = std::make_shared<const Bitmap>(std::move(*pixels));
         }
+    } else if (!bitmap_ && file) {
+        if (auto pixels = file->whole())
+            bitmap_ = std::make_shared<const Bitmap>(std::move(*pixels));
     }
     return bitmap_;
 }
@@ -33,8 +36,23 @@ void UIImage::copyTo(UIImage& other) const
     other.isSymbol = isSymbol;
     other.tint = tint;
     other.drawing = drawing;
+    other.file = file;
     const std::lock_guard lock(mutex_);
     other.bitmap_ = bitmap_;
+}
+
+/// When the copy has enough pixels for it, or is all there is.
+bool UIImage::drawSmallCopy(Canvas& canvas, const CGRect& rect, double alpha) const
+{
+    if (!file)
+        return false;
+    const Bitmap& copy = file->smallCopy();
+    const bool isEnough
+        = canvas.scale() * rect.size.width <= copy.width && canvas.scale() * rect.size.height <= copy.height;
+    if (!isEnough && bitmap())
+        return false;
+    canvas.draw(copy, rect, alpha);
+    return true;
 }
 
 void UIImage::draw(Canvas& canvas, const CGRect& rect, const Color& tintColor, double alpha) const
@@ -47,8 +65,9 @@ void UIImage::draw(Canvas& canvas, const CGRect& rect, const Color& tintColor, d
     const double pixelsAPoint = size.width > 0 ? canvas.scale() * rect.size.width / size.width : 0;
     if (drawing && pixelsAPoint > scale)
         canvas.draw(*drawing, size, rect, stencil ? 1 : alpha);
-    else if (const auto pixels = bitmap())
-        canvas.draw(*pixels, rect, stencil ? 1 : alpha);
+    else if (!drawSmallCopy(canvas, rect, stencil ? 1 : alpha))
+        if (const auto pixels = bitmap())
+            canvas.draw(*pixels, rect, stencil ? 1 : alpha);
     if (stencil) {
         Color color = asColor(tint).value_or(tintColor);
         color.alpha *= alpha;
@@ -63,6 +82,15 @@ id imageObject(Bitmap bitmap, double scale)
     const Ref<UIImage> image = make<UIImage>();
     image->scale = scale > 0 ? scale : 1;
     image->setBitmap(std::move(bitmap));
+    return image;
+}
+
+id imageObject(std::shared_ptr<const PictureFile> file, double scale)
+{
+    const Ref<UIImage> image = make<UIImage>();
+    image->size = { file->width() / scale, file->height() / scale };
+    image->scale = scale;
+    image->file = std::move(file);
     return image;
 }
 
@@ -87,22 +115,31 @@ double scaleInName(std::string_view path)
     return 1;
 }
 
-id imageFromBytes(const std::optional<std::string>& bytes, double scale)
+id imageFromBytes(std::string_view bytes, double scale)
 {
-    auto bitmap = bytes ? decodePicture(*bytes) : std::nullopt;
+    auto bitmap = decodePicture(bytes);
     return bitmap ? imageObject(std::move(*bitmap), scale) : nil;
+}
+
+id imageFromFile(std::string_view path)
+{
+    const double scale = scaleInName(path);
+    if (auto file = PictureFile::open(path))
+        return imageObject(std::move(file), scale);
+    const auto bytes = readFile(path);
+    return bytes ? imageFromBytes(*bytes, scale) : nil;
 }
 
 id imageWithContentsOfFile(const id&, SEL, const id& path)
 {
     const auto text = asString(path);
-    return text ? imageFromBytes(readFile(*text), scaleInName(*text)) : nil;
+    return text ? imageFromFile(*text) : nil;
 }
 
 id imageWithDataAndScale(const id&, SEL, const id& data, double scale)
 {
     const auto bytes = asData(data);
-    return bytes ? imageFromBytes(bytes->text(), scale) : nil;
+    return bytes ? imageFromBytes(*bytes, scale) : nil;
 }
 
 id imageWithData(const id& self, SEL cmd, const id& data)
@@ -124,10 +161,9 @@ id imageNamedInBundle(const id&, SEL, const id& name, const id& bundle)
             = asString(askObject<"pathForResource:ofType:">(bundle, string(text->text() + suffix), string("png")));
         if (!path || bestScale >= screen)
             continue;
-        const double scale = scaleInName(*path);
-        if (id image = imageFromBytes(readFile(*path), scale)) {
+        if (id image = imageFromFile(*path)) {
             best = std::move(image);
-            bestScale = scale;
+            bestScale = scaleInName(*path);
         }
     }
     return best;
@@ -192,8 +228,8 @@ id itself(const id& self, SEL)
 id pngRepresentation(const id& self, SEL)
 {
     const auto pixels = imageIn(self).bitmap();
-    const std::string bytes = pixels ? encodePng(*pixels) : "";
-    return bytes.empty() ? id() : platform::data(bytes);
+    std::string bytes = pixels ? encodePng(*pixels) : "";
+    return bytes.empty() ? id() : dataTaking(std::move(bytes));
 }
 
 constexpr MethodDefinition methods[] {

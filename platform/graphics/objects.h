@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/graphics/canvas.h"
+#include "platform/graphics/picture_file.h"
 #include "platform/graphics/text.h"
 #include "platform/runtime/class_definition.h"
 
@@ -39,7 +40,8 @@ std::optional<Font> asFont(const id& object);
 
 enum class RenderingMode : long { Automatic = 0, Original = 1, Template = 2 };
 
-/// A picture: pixels, or a drawing that can be made at any scale, of which pixels are made when they are asked for.
+/// A picture: pixels; a drawing that can be made at any scale, of which pixels are made when they are asked for; or a
+/// file, which is read when it isn't enough to show the small copy that it brings.
 class UIImage : public NSObject {
 public:
     static const ClassDefinition definition;
@@ -50,8 +52,9 @@ public:
     bool isSymbol = false;
     id tint {}; ///< the colour that the image brings along, or nil
     std::shared_ptr<const Recording> drawing {};
+    std::shared_ptr<const PictureFile> file {};
 
-    /// The pixels at the image's own scale; null for an image of no size.
+    /// The pixels at the image's own scale; null for an image of no size, and for a file that turns out to be damaged.
     std::shared_ptr<const Bitmap> bitmap() const;
     void setBitmap(Bitmap pixels);
     void copyTo(UIImage& other) const;
@@ -65,12 +68,15 @@ public:
     void draw(Canvas& canvas, const CGRect& rect, const Color& tintColor, double alpha = 1) const;
 
 private:
+    bool drawSmallCopy(Canvas& canvas, const CGRect& rect, double alpha) const;
+
     mutable std::mutex mutex_;
     mutable std::shared_ptr<const Bitmap> bitmap_ {};
 };
 
 /// Nil for an empty bitmap.
 id imageObject(Bitmap bitmap, double scale);
+id imageObject(std::shared_ptr<const PictureFile> file, double scale);
 id imageObject(std::shared_ptr<const Recording> drawing, CGSize size, double scale);
 
 class UIBezierPath final : public NSObject {
