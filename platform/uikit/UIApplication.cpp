@@ -46,9 +46,8 @@ id keyWindow(const id&, SEL)
 /// To the window that the touches are in.
 void sendEvent(const id&, SEL, const id& event)
 {
-    const ArrayValue touches = itemsOf(send<"allTouches">(event));
-    if (!touches.empty())
-        send<"sendEvent:", void>(send<"window">(touches[0]), event);
+    if (const id touch = send<"anyObject">(send<"allTouches">(event)))
+        send<"sendEvent:", void>(send<"window">(touch), event);
 }
 
 /// That of the owner's first language.

@@ -7,93 +7,17 @@ namespace platform {
 
 namespace {
 
-/// The touch that is being looked at, and with it the gestures that compete for it.
-UITouch*& currentTouch()
-{
-    static UITouch* touch = nullptr;
-    return touch;
-}
-
 UIGestureRecognizer& gestureIn(const id& object)
 {
     return static_cast<UIGestureRecognizer&>(*object);
 }
 
-bool runTogether(const UIGestureRecognizer& left, const UIGestureRecognizer& right)
-{
-    const auto agrees = [](const UIGestureRecognizer& one, const UIGestureRecognizer& other) {
-        return ask<"gestureRecognizer:shouldRecognizeSimultaneouslyWithGestureRecognizer:", bool>(
-            one.delegate, id(const_cast<UIGestureRecognizer*>(&one)), id(const_cast<UIGestureRecognizer*>(&other)))
-            .value_or(false);
-    };
-    return agrees(left, right) || agrees(right, left);
-}
-
-} // namespace
-
-TouchInView::TouchInView(UITouch& touch)
-    : outer_(std::exchange(currentTouch(), &touch))
-{
-}
-
-TouchInView::~TouchInView()
-{
-    currentTouch() = outer_;
-}
-
-void UIGestureRecognizer::addTarget(const id& target, SEL action)
-{
-    targets_.emplace_back(target, action);
-}
-
-void UIGestureRecognizer::removeTarget(const id& target, SEL action)
-{
-    std::erase_if(targets_, [&](const auto& present) {
-        return (!target || present.first.get() == target) && (!action || present.second == action);
-    });
-}
-
-bool UIGestureRecognizer::enter(GestureState newState)
-{
-    const id self(this);
-    if (!view.get()) {
-        fail();
-        return false;
-    }
-    UITouch* const touch = currentTouch();
-    if (state == GestureState::Possible) {
-        const auto rivals = touch ? touch->gestures : std::vector<id>();
-        for (const id& rival : rivals)
-            if (rival != self && (gestureIn(rival).isUnderWay() || gestureIn(rival).state == GestureState::Ended)
-                && !runTogether(*this, gestureIn(rival))) {
-                fail();
-                return false;
-            }
-        if (!ask<"gestureRecognizerShouldBegin:", bool>(delegate, self).value_or(true)) {
-            fail();
-            return false;
-        }
-        for (const id& rival : rivals)
-            if (rival != self && gestureIn(rival).state == GestureState::Possible
-                && !runTogether(*this, gestureIn(rival)))
-                gestureIn(rival).fail();
-        if (touch && cancelsTouchesInView)
-            touch->takenByGesture = true;
-    }
-    state = newState;
-    const auto targets = targets_;
-    for (const auto& [target, action] : targets) {
-        const id receiver = target;
-        const auto types = class_getMethodTypes(object_getClass(receiver), action);
-        if (types == "v@:@")
-            sendSelector<void>(receiver, action, self);
-        else if (types == "v@:")
-            sendSelector<void>(receiver, action);
-    }
-    return true;
-}
-
-namespace {
+/// What a class makes of touches that says nothing about it.
+class PlainGesture final : public UIGestureRecognizer {
+    void began(const UITouch&) override { }
+    void moved(const UITouch&) override { }
+    void ended(const UITouch&) override { fail(); }
+};
 
 /// Of the view and of those that it stands in, before anyone is asked: a delegate may take any of them away.
 std::vector<id> gesturesAround(const UIView* view)
@@ -107,33 +31,21 @@ std::vector<id> gesturesAround(const UIView* view)
 
 } // namespace
 
-void letGesturesLook(UITouch& touch, const id&)
+void beginGestures(UITouch& touch)
 {
-    if (touch.phase == TouchPhase::Began)
-        for (const id& gesture : gesturesAround(touch.view.get()))
-            if (gestureIn(gesture).enabled
-                && ask<"gestureRecognizer:shouldReceiveTouch:", bool>(gestureIn(gesture).delegate, gesture, id(&touch))
-                       .value_or(true)) {
-                gestureIn(gesture).state = GestureState::Possible;
-                gestureIn(gesture).reset();
-                touch.gestures.push_back(gesture);
-            }
-    const TouchInView looking(touch);
-    const std::vector<id> gestures = touch.gestures;
-    for (const id& gesture : gestures) {
-        UIGestureRecognizer& recognizer = gestureIn(gesture);
-        recognizer.location = touch.location;
-        if (!recognizer.isOver())
-            recognizer.track(touch);
-    }
-    if (touch.phase == TouchPhase::Ended || touch.phase == TouchPhase::Cancelled) {
-        for (const id& gesture : gestures) {
-            if (gestureIn(gesture).isUnderWay())
-                gestureIn(gesture).enter(GestureState::Cancelled);
-            gestureIn(gesture).state = GestureState::Possible;
-        }
-        touch.gestures.clear();
-    }
+    for (const id& gesture : gesturesAround(touch.view.get()))
+        if (gestureIn(gesture).isEnabled()
+            && ask<"gestureRecognizer:shouldReceiveTouch:", bool>(gestureIn(gesture).delegate, gesture, id(&touch))
+                   .value_or(true))
+            gestureIn(gesture).begin(touch);
+}
+
+void abandonGestures(const UIView& view)
+{
+    const ArrayValue present = itemsOf(view.gestureRecognizers);
+    const std::vector<id> gestures(present.begin(), present.end());
+    for (const id& gesture : gestures)
+        gestureIn(gesture).abandon();
 }
 
 namespace {
@@ -153,20 +65,32 @@ id view(const id& self, SEL)
 CGPoint locationInView(const id& self, SEL, const id& view)
 {
     const auto* const target = asView(view);
-    return target ? target->pointFromRoot(gestureIn(self).location) : gestureIn(self).location;
+    return target ? target->pointFromRoot(gestureIn(self).location()) : gestureIn(self).location();
+}
+
+bool isEnabled(const id& self, SEL)
+{
+    return gestureIn(self).isEnabled();
+}
+
+GestureState state(const id& self, SEL)
+{
+    return gestureIn(self).state();
 }
 
 constexpr MethodDefinition methods[] {
     method<"addTarget:action:", &UIGestureRecognizer::addTarget>(),
+    getter<"cancelsTouchesInView", &UIGestureRecognizer::cancelsTouchesInView>(),
     getter<"delegate", &UIGestureRecognizer::delegate>(),
     method<"initWithTarget:action:", &initWithTarget>(),
-    getter<"isEnabled", &UIGestureRecognizer::enabled>(),
+    method<"isEnabled", &isEnabled>(),
     method<"locationInView:", &locationInView>(),
     method<"removeTarget:action:", &UIGestureRecognizer::removeTarget>(),
+    method<"requireGestureRecognizerToFail:", &UIGestureRecognizer::requireToFail>(),
     setter<"setCancelsTouchesInView:", &UIGestureRecognizer::cancelsTouchesInView>(),
     setter<"setDelegate:", &UIGestureRecognizer::delegate>(),
-    setter<"setEnabled:", &UIGestureRecognizer::enabled>(),
-    getter<"state", &UIGestureRecognizer::state>(),
+    method<"setEnabled:", &UIGestureRecognizer::setEnabled>(),
+    method<"state", &state>(),
     method<"view", &view>(),
 };
 
@@ -176,8 +100,7 @@ void removeGesture(const id& self, SEL, const id& gesture)
     if (!recognizer || id(recognizer->view) != self)
         return;
     const id kept = gesture;
-    if (recognizer->isUnderWay())
-        recognizer->enter(GestureState::Cancelled);
+    recognizer->abandon();
     recognizer->view = {};
     send<"removeObject:", void>(asView(self)->gestureRecognizers, kept);
 }
@@ -213,7 +136,7 @@ constexpr MethodDefinition viewRows[] {
 constinit const std::span<const MethodDefinition> gestureMethods { viewRows };
 
 const ClassDefinition UIGestureRecognizer::definition {
-    .name = "UIGestureRecognizer", .allocate = allocate<UIGestureRecognizer>, .methods = methods
+    .name = "UIGestureRecognizer", .allocate = allocate<PlainGesture>, .methods = methods
 };
 
 } // namespace platform

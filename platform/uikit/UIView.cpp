@@ -1,4 +1,5 @@
 #include "platform/uikit/animation.h"
+#include "platform/uikit/gestures.h"
 #include "platform/uikit/layout.h"
 #include "platform/uikit/window.h"
 
@@ -176,6 +177,8 @@ void UIView::movedToWindow(UIWindow* former)
     if (former == window())
         return;
     const id self(this);
+    if (former)
+        abandonGestures(*this);
     send<"didMoveToWindow", void>(self);
     if (needsLayout_)
         setNeedsLayout();

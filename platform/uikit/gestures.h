@@ -11,52 +11,89 @@ enum class GestureState : long { Possible = 0, Began = 1, Changed = 2, Ended = 3
 
 /// Looks at touches and tells its targets when it recognizes something. It keeps neither its view nor its delegate nor
 /// its targets; without its view it goes no further.
+///
+/// A kind of gesture says what it makes of the phases of a touch. Which state follows which, who else has a say, and
+/// what ends a gesture from outside is decided here for all kinds.
 class UIGestureRecognizer : public NSObject {
 public:
     static const ClassDefinition definition;
 
-    GestureState state = GestureState::Possible;
     Weak<UIView> view {};
     Weak<NSObject> delegate {};
-    bool enabled = true;
     bool cancelsTouchesInView = true;
-    CGPoint location {}; ///< in the window
+
+    GestureState state() const noexcept { return state_; }
+    bool isUnderWay() const noexcept { return state_ == GestureState::Began || state_ == GestureState::Changed; }
+    bool isEnabled() const noexcept { return enabled_; }
+    /// Disabling ends what is under way; the rest of the touch is not looked at.
+    void setEnabled(bool enabled);
+    /// Where the touch is, in the window.
+    CGPoint location() const noexcept { return location_; }
 
     void addTarget(const id& target, SEL action);
     void removeTarget(const id& target, SEL action);
+    /// While the other one can still recognize something in the same touches, this one waits.
+    void requireToFail(const id& other);
 
-    /// The touch has begun, moved or ended. Called while the gesture is possible or under way.
-    virtual void track(const UITouch&) { }
-    virtual void reset() { }
+    /// Whether this one's recognition makes the other one fail, unless a delegate lets both go on.
+    virtual bool canPrevent(const UIGestureRecognizer&) const { return true; }
 
-    /// Goes over to the state, tells the targets, and makes the other gestures of the touch fail. False when the view
-    /// has gone, something else has the touch, or the delegate doesn't want it.
-    bool enter(GestureState newState);
-    void fail() noexcept { state = GestureState::Failed; }
-    bool isOver() const noexcept { return state >= GestureState::Ended; }
-    bool isUnderWay() const noexcept { return state == GestureState::Began || state == GestureState::Changed; }
+    /// A touch's way: begin() gives it to the gesture, which looks at every phase; after the last one, when all have
+    /// looked, what it can't become any more is settled, and when the touch is over, it is as it was before.
+    void begin(UITouch& touch);
+    void look(const UITouch& touch);
+    void finish(const UITouch& touch);
+    void settle();
+    /// Cancels what is under way and forgets the touches.
+    void abandon();
+
+protected:
+    virtual void began(const UITouch& touch) = 0;
+    virtual void moved(const UITouch& touch) = 0;
+    virtual void ended(const UITouch& touch) = 0;
+    /// Whether what has been seen, and is over, may still become the gesture by a further touch.
+    virtual bool awaitsTouch() const { return false; }
+    virtual void forget() { }
+
+    /// Goes over to the state and tells the targets. False where something else has the touch, where the delegate
+    /// doesn't want it, and while others must fail first; then it enters the state by itself once they have.
+    bool enter(GestureState wanted);
+    /// Only what is still possible fails.
+    void fail();
+    /// Whether it has seen a touch and not yet forgotten it.
+    bool isInContest() const noexcept { return !touches_.empty(); }
 
 private:
-    std::vector<std::pair<Weak<NSObject>, SEL>> targets_;
-};
+    enum class Verdict { Given, Held, Refused };
+    Verdict askOthers();
+    bool sharesTouchWith(const UIGestureRecognizer& other) const;
+    bool runsTogetherWith(const UIGestureRecognizer& other) const;
+    bool prevents(const UIGestureRecognizer& other) const;
+    bool mustWaitFor(const UIGestureRecognizer& other) const;
+    void tellOthers();
+    void tellTargets();
 
-/// While it lives, gestures that enter a state compete for this touch.
-class TouchInView {
-public:
-    explicit TouchInView(UITouch& touch);
-    TouchInView(const TouchInView&) = delete;
-    TouchInView& operator=(const TouchInView&) = delete;
-    ~TouchInView();
-
-private:
-    UITouch* const outer_;
+    GestureState state_ = GestureState::Possible;
+    bool enabled_ = true;
+    CGPoint location_ {};
+    std::vector<Ref<UITouch>> touches_ {}; ///< those that it has been given since it was last as before, in their order
+    std::vector<std::pair<Weak<NSObject>, SEL>> targets_ {};
+    std::vector<Weak<UIGestureRecognizer>> mustFail_ {};
+    GestureState held_ = GestureState::Possible; ///< what it enters once those of `heldFor_` have failed
+    std::vector<Ref<UIGestureRecognizer>> heldFor_ {};
 };
 
 /// Tells the view that the touch is no longer its own.
 void cancelTouchInView(UITouch& touch);
 
-/// Lets the gestures of the touched view, and of the views that it stands in, look at the touch.
-void letGesturesLook(UITouch& touch, const id& event);
+/// Gives a touch that begins to the gestures of its view and of the views that it stands in.
+void beginGestures(UITouch& touch);
+/// The touch has gone into its present phase.
+void letGesturesLook(UITouch& touch);
+/// The touch is over, and its view knows.
+void letGesturesRest(UITouch& touch);
+/// The view leaves its window.
+void abandonGestures(const UIView& view);
 
 extern const std::span<const MethodDefinition> gestureMethods;
 extern const ClassDefinition UILongPressGestureRecognizer_class;

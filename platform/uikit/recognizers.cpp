@@ -16,23 +16,63 @@ double distance(CGPoint from, CGPoint to)
     return std::hypot(to.x - from.x, to.y - from.y);
 }
 
+/// Calls the function on the main queue.
+template <class Function> void after(double seconds, Function function)
+{
+    dispatch_after(
+        std::chrono::nanoseconds(std::llround(seconds * 1e9)), dispatch_get_main_queue(), std::move(function));
+}
+
 class UITapGestureRecognizer : public UIGestureRecognizer {
 public:
     NSUInteger numberOfTapsRequired = 1;
     NSUInteger numberOfTouchesRequired = 1;
 
-    void track(const UITouch& touch) override
+    /// One tap doesn't keep a second from making two of them.
+    bool canPrevent(const UIGestureRecognizer& other) const override
     {
-        if (touch.phase == TouchPhase::Began)
-            start_ = touch.location;
-        else if (touch.phase == TouchPhase::Cancelled || distance(start_, touch.location) > slop)
+        const auto* const tap = dynamic_cast<const UITapGestureRecognizer*>(&other);
+        return !tap || tap->numberOfTapsRequired <= numberOfTapsRequired;
+    }
+
+protected:
+    void began(const UITouch& touch) override
+    {
+        constexpr double farthest = 40;
+        ++moment_;
+        if (taps_ > 0 && distance(start_, touch.location) > farthest)
             fail();
-        else if (touch.phase == TouchPhase::Ended && touch.tapCount == numberOfTapsRequired)
+        start_ = touch.location;
+    }
+    void moved(const UITouch& touch) override
+    {
+        if (distance(start_, touch.location) > slop)
+            fail();
+    }
+    void ended(const UITouch& touch) override
+    {
+        constexpr double longestPause = 0.35;
+        if (distance(start_, touch.location) > slop)
+            fail();
+        else if (++taps_ >= numberOfTapsRequired)
             enter(GestureState::Ended);
+        else
+            after(longestPause, [self = Ref<UITapGestureRecognizer>(this), moment = ++moment_] {
+                if (self->isInContest() && self->moment_ == moment)
+                    self->fail();
+            });
+    }
+    bool awaitsTouch() const override { return taps_ > 0 && taps_ < numberOfTapsRequired; }
+    void forget() override
+    {
+        taps_ = 0;
+        ++moment_;
     }
 
 private:
-    CGPoint start_ {};
+    CGPoint start_ {}; ///< of the last touch
+    NSUInteger taps_ = 0;
+    unsigned moment_ = 0; ///< tells a timer whether anything has happened since
 };
 
 class UILongPressGestureRecognizer : public UIGestureRecognizer {
@@ -40,75 +80,35 @@ public:
     double minimumPressDuration = 0.5;
     double allowableMovement = slop;
 
-    void reset() override { ++press_; }
-
-    void track(const UITouch& touch) override
+protected:
+    void began(const UITouch& touch) override
     {
-        switch (touch.phase) {
-        case TouchPhase::Began:
-            start_ = touch.location;
-            dispatch_after(std::chrono::nanoseconds(std::llround(minimumPressDuration * 1e9)),
-                dispatch_get_main_queue(),
-                [self = Ref<UILongPressGestureRecognizer>(this), press = press_,
-                    touch = Ref<UITouch>(const_cast<UITouch*>(&touch))] { self->heldLongEnough(press, *touch); });
-            break;
-        case TouchPhase::Moved:
-        case TouchPhase::Stationary:
-            if (isUnderWay())
-                enter(GestureState::Changed);
-            else if (distance(start_, touch.location) > allowableMovement)
-                fail();
-            break;
-        case TouchPhase::Ended:
-            isUnderWay() ? void(enter(GestureState::Ended)) : fail();
-            ++press_;
-            break;
-        case TouchPhase::Cancelled:
-            ++press_;
-            break;
-        }
+        start_ = touch.location;
+        after(minimumPressDuration, [self = Ref<UILongPressGestureRecognizer>(this), press = ++press_] {
+            if (self->isInContest() && self->press_ == press && self->state() == GestureState::Possible)
+                self->enter(GestureState::Began);
+        });
+    }
+    void moved(const UITouch& touch) override
+    {
+        if (isUnderWay())
+            enter(GestureState::Changed);
+        else if (distance(start_, touch.location) > allowableMovement)
+            fail();
+    }
+    void ended(const UITouch&) override
+    {
+        ++press_;
+        enter(isUnderWay() ? GestureState::Ended : GestureState::Failed);
     }
 
 private:
-    void heldLongEnough(unsigned press, UITouch& touch)
-    {
-        if (press != press_ || state != GestureState::Possible || touch.takenByGesture)
-            return;
-        {
-            const TouchInView looking(touch);
-            enter(GestureState::Began);
-        }
-        if (touch.takenByGesture)
-            cancelTouchInView(touch);
-    }
-
     CGPoint start_ {};
-    unsigned press_ = 0;
+    unsigned press_ = 0; ///< tells a timer whether its press is still the present one
 };
 
 class UIPanGestureRecognizer : public UIGestureRecognizer {
 public:
-    void reset() override { velocity_ = {}; }
-
-    void track(const UITouch& touch) override
-    {
-        if (touch.phase == TouchPhase::Began) {
-            start_ = last_ = touch.location;
-            lastTime_ = touch.timestamp;
-            return;
-        }
-        if (const double time = touch.timestamp - lastTime_; time > 0)
-            velocity_ = { (touch.location.x - last_.x) / time, (touch.location.y - last_.y) / time };
-        last_ = touch.location;
-        lastTime_ = touch.timestamp;
-        if (touch.phase == TouchPhase::Ended)
-            isUnderWay() ? void(enter(GestureState::Ended)) : fail();
-        else if (isUnderWay())
-            enter(GestureState::Changed);
-        else if (distance(start_, touch.location) > slop)
-            enter(GestureState::Began);
-    }
-
     CGPoint translationInView(const id&) const { return { last_.x - start_.x, last_.y - start_.y }; }
     void setTranslation(CGPoint translation, const id&)
     {
@@ -116,10 +116,48 @@ public:
     }
     CGPoint velocityInView(const id&) const { return velocity_; }
 
+protected:
+    void began(const UITouch& touch) override
+    {
+        start_ = last_ = touch.location;
+        lastTime_ = touch.timestamp;
+        velocity_ = {};
+    }
+    void moved(const UITouch& touch) override
+    {
+        follow(touch);
+        if (isUnderWay())
+            enter(GestureState::Changed);
+        else if (distance(start_, touch.location) > slop)
+            enter(GestureState::Began);
+    }
+    void ended(const UITouch& touch) override
+    {
+        follow(touch);
+        enter(isUnderWay() ? GestureState::Ended : GestureState::Failed);
+    }
+
 private:
+    /// The velocity is that of the last movement until the finger has rested for a while: a lift mostly repeats the
+    /// place that it was moved to.
+    void follow(const UITouch& touch)
+    {
+        constexpr double rest = 0.1;
+        const double time = touch.timestamp - lastTime_;
+        const CGPoint way { touch.location.x - last_.x, touch.location.y - last_.y };
+        if (way != CGPoint {}) {
+            if (time > 0)
+                velocity_ = { way.x / time, way.y / time };
+            last_ = touch.location;
+            lastTime_ = touch.timestamp;
+        } else if (time > rest) {
+            velocity_ = {};
+        }
+    }
+
     CGPoint start_ {};
     CGPoint last_ {};
-    double lastTime_ = 0;
+    double lastTime_ = 0; ///< of the last movement
     CGPoint velocity_ {};
 };
 
@@ -130,29 +168,27 @@ public:
     NSUInteger direction = Right;
     NSUInteger numberOfTouchesRequired = 1;
 
-    void track(const UITouch& touch) override
+protected:
+    void began(const UITouch& touch) override
+    {
+        start_ = touch.location;
+        startTime_ = touch.timestamp;
+    }
+    void moved(const UITouch& touch) override
     {
         constexpr double longEnough = 40;
         constexpr double longestTime = 0.5;
-        if (touch.phase == TouchPhase::Began) {
-            start_ = touch.location;
-            startTime_ = touch.timestamp;
-            return;
-        }
         const double x = touch.location.x - start_.x;
         const double y = touch.location.y - start_.y;
-        if (touch.phase == TouchPhase::Cancelled || touch.timestamp - startTime_ > longestTime) {
-            fail();
-            return;
-        }
         const bool across = std::abs(x) > 2 * std::abs(y);
         const bool upright = std::abs(y) > 2 * std::abs(x);
         const unsigned long towards = across ? (x > 0 ? Right : Left) : upright ? (y > 0 ? Down : Up) : 0UL;
-        if ((direction & towards) != 0 && std::max(std::abs(x), std::abs(y)) >= longEnough)
-            enter(GestureState::Ended);
-        else if (touch.phase == TouchPhase::Ended)
+        if (touch.timestamp - startTime_ > longestTime)
             fail();
+        else if ((direction & towards) != 0 && std::max(std::abs(x), std::abs(y)) >= longEnough)
+            enter(GestureState::Ended);
     }
+    void ended(const UITouch& touch) override { moved(touch); }
 
 private:
     CGPoint start_ {};

@@ -70,10 +70,20 @@ void sendToView(const UITouch& touch, const id& event)
     }
 }
 
+Ref<UIEvent> makeEvent(UITouch& touch)
+{
+    Ref<UIEvent> event = make<UIEvent>();
+    event->timestamp = touch.timestamp;
+    event->touches.emplace_back(&touch);
+    return event;
+}
+
 } // namespace
 
 void touchScreen(CGPoint point, TouchPhase phase)
 {
+    if (phase == TouchPhase::Began && finger())
+        touchScreen(point, TouchPhase::Cancelled);
     layoutAllWindows();
     if (phase == TouchPhase::Began || !finger()) {
         finger() = make<UITouch>();
@@ -89,10 +99,7 @@ void touchScreen(CGPoint point, TouchPhase phase)
     touch->timestamp = CACurrentMediaTime();
     if (phase == TouchPhase::Ended || phase == TouchPhase::Cancelled)
         finger() = {};
-    if (!touch->window)
-        return;
-    const Ref<UIEvent> event = make<UIEvent>();
-    event->touches.push_back(touch);
+    const Ref<UIEvent> event = makeEvent(*touch);
     send<"sendEvent:", void>(send<"sharedApplication">(id(classNamed<"UIApplication">())), id(event));
 }
 
@@ -102,21 +109,22 @@ void deliverTouches(UIWindow&, const id& event)
     if (!touches)
         return;
     for (const Ref<UITouch>& touch : touches->touches) {
-        const bool taken = touch->takenByGesture;
-        letGesturesLook(*touch, event);
-        if (!touch->takenByGesture)
+        if (touch->phase == TouchPhase::Began)
+            beginGestures(*touch);
+        letGesturesLook(*touch);
+        if (!touch->takenByGesture) {
+            touch->isKnownToView = true;
             sendToView(*touch, event);
-        else if (!taken)
-            cancelTouchInView(*touch);
+        }
+        if (touch->phase == TouchPhase::Ended || touch->phase == TouchPhase::Cancelled)
+            letGesturesRest(*touch);
     }
 }
 
 void cancelTouchInView(UITouch& touch)
 {
     const TouchPhase phase = std::exchange(touch.phase, TouchPhase::Cancelled);
-    const Ref<UIEvent> event = make<UIEvent>();
-    event->touches.emplace_back(&touch);
-    sendToView(touch, event);
+    sendToView(touch, makeEvent(touch));
     touch.phase = phase;
 }
 
@@ -157,11 +165,13 @@ constexpr MethodDefinition touchMethods[] {
 id allTouches(const id& self, SEL)
 {
     const auto& touches = static_cast<const UIEvent&>(*self).touches;
-    return array({ touches.begin(), touches.end() });
+    return set({ touches.begin(), touches.end() });
 }
 
 constexpr MethodDefinition eventMethods[] {
     method<"allTouches", &allTouches>(),
+    getter<"timestamp", &UIEvent::timestamp>(),
+    getter<"type", &UIEvent::type>(),
 };
 
 id nextResponder(const id& self, SEL)

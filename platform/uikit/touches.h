@@ -19,18 +19,24 @@ public:
     NSUInteger tapCount = 1;
     Ref<UIView> view {}; ///< the one that the touch began in
     Ref<UIWindow> window {};
-    bool takenByGesture = false; ///< the view has been told that the touch was cancelled
-    std::vector<id> gestures {}; ///< those that look at it
+    bool isKnownToView = false; ///< the view has been told that it began
+    bool takenByGesture = false; ///< the view hears nothing more of it than that it was cancelled
+    bool isOver = false; ///< ended or cancelled, and everybody knows
 };
+
+enum class EventType : long { Touches = 0 };
 
 class UIEvent : public NSObject {
 public:
     static const ClassDefinition definition;
+    EventType type = EventType::Touches;
+    double timestamp = 0;
     std::vector<Ref<UITouch>> touches {};
 };
 
 /// A finger does something at that point of the screen: an event for the application, from the top. A touch is one
-/// finger's from its beginning to its end; there is one finger.
+/// finger's from its beginning to its end; there is one finger. One that begins anew without having ended is cancelled
+/// first. Where no window is hit, the event goes to the application all the same.
 void touchScreen(CGPoint point, TouchPhase phase);
 
 /// What a window does with an event: gestures look at it first, then the view that was hit gets it.

@@ -1,0 +1,302 @@
+#include "platform/runtime/message.h"
+#include "platform/uikit/gestures.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace platform {
+
+namespace {
+
+using enum GestureState;
+
+struct Transition {
+    GestureState from;
+    GestureState to;
+    bool isTold; ///< the targets hear of it
+};
+
+/// Every way that a gesture can go.
+constexpr Transition transitions[] {
+    { Possible, Began, true },
+    { Possible, Ended, true },
+    { Possible, Failed, false },
+    { Began, Changed, true },
+    { Began, Ended, true },
+    { Began, Cancelled, true },
+    { Changed, Changed, true },
+    { Changed, Ended, true },
+    { Changed, Cancelled, true },
+};
+
+const Transition* transition(GestureState from, GestureState to)
+{
+    const auto* const found
+        = std::ranges::find_if(transitions, [&](const Transition& row) { return row.from == from && row.to == to; });
+    return found == std::end(transitions) ? nullptr : found;
+}
+
+bool isOver(GestureState state)
+{
+    return state >= Ended;
+}
+
+using Gestures = std::vector<Ref<UIGestureRecognizer>>;
+
+/// All that have seen a touch and not yet forgotten it.
+Gestures& contest()
+{
+    static auto* const gestures = new Gestures;
+    return *gestures;
+}
+
+id asObject(const UIGestureRecognizer& gesture)
+{
+    return id(const_cast<UIGestureRecognizer*>(&gesture));
+}
+
+/// From their views.
+void take(const std::vector<Ref<UITouch>>& touches)
+{
+    for (const Ref<UITouch>& touch : touches)
+        if (!touch->isOver && !std::exchange(touch->takenByGesture, true) && touch->isKnownToView)
+            cancelTouchInView(*touch);
+}
+
+template <Name Question> bool agrees(const UIGestureRecognizer& one, const UIGestureRecognizer& other)
+{
+    return ask<Question, bool>(one.delegate, asObject(one), asObject(other)).value_or(false);
+}
+
+} // namespace
+
+bool UIGestureRecognizer::sharesTouchWith(const UIGestureRecognizer& other) const
+{
+    return std::ranges::any_of(touches_,
+        [&](const Ref<UITouch>& touch) { return std::ranges::find(other.touches_, touch) != other.touches_.end(); });
+}
+
+bool UIGestureRecognizer::runsTogetherWith(const UIGestureRecognizer& other) const
+{
+    constexpr Name question = "gestureRecognizer:shouldRecognizeSimultaneouslyWithGestureRecognizer:";
+    return agrees<question>(*this, other) || agrees<question>(other, *this);
+}
+
+bool UIGestureRecognizer::prevents(const UIGestureRecognizer& other) const
+{
+    return this != &other && sharesTouchWith(other) && canPrevent(other) && !runsTogetherWith(other);
+}
+
+bool UIGestureRecognizer::mustWaitFor(const UIGestureRecognizer& other) const
+{
+    // Of two that wait for each other the second one doesn't.
+    if (this == &other || other.state_ != Possible
+        || std::ranges::find(other.heldFor_, this, &Ref<UIGestureRecognizer>::get) != other.heldFor_.end())
+        return false;
+    const auto is = [&](const Weak<UIGestureRecognizer>& one) { return one.get().get() == &other; };
+    return std::ranges::any_of(mustFail_, is)
+        || (sharesTouchWith(other)
+            && (agrees<"gestureRecognizer:shouldRequireFailureOfGestureRecognizer:">(*this, other)
+                || agrees<"gestureRecognizer:shouldBeRequiredToFailByGestureRecognizer:">(other, *this)));
+}
+
+UIGestureRecognizer::Verdict UIGestureRecognizer::askOthers()
+{
+    const Gestures others = contest();
+    for (const Ref<UIGestureRecognizer>& other : others)
+        if ((other->isUnderWay() || other->state_ == Ended) && other->prevents(*this))
+            return Verdict::Refused;
+    std::ranges::copy_if(others, std::back_inserter(heldFor_),
+        [this](const Ref<UIGestureRecognizer>& other) { return mustWaitFor(*other); });
+    if (!heldFor_.empty())
+        return Verdict::Held;
+    return ask<"gestureRecognizerShouldBegin:", bool>(delegate, id(this)).value_or(true) ? Verdict::Given
+                                                                                         : Verdict::Refused;
+}
+
+bool UIGestureRecognizer::enter(GestureState wanted)
+{
+    const Ref<UIGestureRecognizer> self(this);
+    const Transition* const step = transition(state_, wanted);
+    assert(step && "no gesture can go from here to there");
+    if (!step || !isInContest())
+        return false;
+    const bool recognizes = state_ == Possible && wanted != Failed;
+    if (recognizes) {
+        if (!heldFor_.empty())
+            return false;
+        switch (view.get() ? askOthers() : Verdict::Refused) {
+        case Verdict::Refused:
+            fail();
+            return false;
+        case Verdict::Held:
+            held_ = wanted;
+            return false;
+        case Verdict::Given:
+            break;
+        }
+    }
+    state_ = wanted;
+    held_ = Possible;
+    heldFor_.clear();
+    if (recognizes || wanted == Failed)
+        tellOthers();
+    const auto touches = touches_; // an action may end all this
+    if (step->isTold)
+        tellTargets();
+    if (recognizes && cancelsTouchesInView)
+        take(touches);
+    settle();
+    return true;
+}
+
+void UIGestureRecognizer::fail()
+{
+    if (state_ == Possible)
+        enter(Failed);
+}
+
+/// Those that it excludes fail, and so do those that have waited for it in vain; its own failure lets these go.
+void UIGestureRecognizer::tellOthers()
+{
+    const Gestures others = contest();
+    for (const Ref<UIGestureRecognizer>& other : others) {
+        const bool waited = std::erase(other->heldFor_, Ref<UIGestureRecognizer>(this)) > 0;
+        if (state_ != Failed) {
+            if (other->state_ == Possible && (waited || prevents(*other)))
+                other->fail();
+        } else if (waited && other->heldFor_.empty()) {
+            other->enter(std::exchange(other->held_, Possible));
+        }
+    }
+}
+
+void UIGestureRecognizer::tellTargets()
+{
+    const id self(this);
+    const auto targets = targets_;
+    for (const auto& [target, action] : targets) {
+        const id receiver = target;
+        const auto types = class_getMethodTypes(object_getClass(receiver), action);
+        if (types == "v@:@")
+            sendSelector<void>(receiver, action, self);
+        else if (types == "v@:")
+            sendSelector<void>(receiver, action);
+    }
+}
+
+void UIGestureRecognizer::begin(UITouch& touch)
+{
+    if (held_ != Possible)
+        return;
+    if (touches_.empty())
+        contest().emplace_back(this);
+    touches_.emplace_back(&touch);
+}
+
+void UIGestureRecognizer::look(const UITouch& touch)
+{
+    if (touches_.empty() || touches_.back().get() != &touch)
+        return;
+    location_ = touch.location;
+    if (touch.phase == TouchPhase::Cancelled || !view.get()) {
+        abandon();
+        return;
+    }
+    if (isOver(state_) || held_ == Ended)
+        return;
+    switch (touch.phase) {
+    case TouchPhase::Began:
+        return began(touch);
+    case TouchPhase::Moved:
+    case TouchPhase::Stationary:
+        return moved(touch);
+    case TouchPhase::Ended:
+        if (held_ == Possible)
+            ended(touch);
+        return;
+    case TouchPhase::Cancelled:
+        return;
+    }
+}
+
+/// All have looked at the touch's last phase.
+void UIGestureRecognizer::finish(const UITouch& touch)
+{
+    if (touches_.empty() || touches_.back().get() != &touch)
+        return;
+    if (isUnderWay())
+        enter(Ended); // what it has waited for failed after its own turn
+    else if (held_ != Ended && !awaitsTouch())
+        fail();
+}
+
+void UIGestureRecognizer::settle()
+{
+    if (!isOver(state_) || (!touches_.empty() && !touches_.back()->isOver))
+        return;
+    state_ = held_ = Possible;
+    heldFor_.clear();
+    touches_.clear();
+    forget();
+    std::erase(contest(), Ref<UIGestureRecognizer>(this));
+}
+
+void UIGestureRecognizer::abandon()
+{
+    const Ref<UIGestureRecognizer> self(this);
+    if (!isInContest())
+        return;
+    if (isUnderWay())
+        enter(Cancelled);
+    else
+        fail();
+    touches_.clear();
+    settle();
+}
+
+void UIGestureRecognizer::setEnabled(bool enabled)
+{
+    enabled_ = enabled;
+    if (!enabled)
+        abandon();
+}
+
+void UIGestureRecognizer::requireToFail(const id& other)
+{
+    if (const Ref<UIGestureRecognizer> gesture(as<UIGestureRecognizer>(other)); gesture && gesture.get() != this)
+        mustFail_.emplace_back(gesture);
+}
+
+void UIGestureRecognizer::addTarget(const id& target, SEL action)
+{
+    targets_.emplace_back(target, action);
+}
+
+void UIGestureRecognizer::removeTarget(const id& target, SEL action)
+{
+    std::erase_if(targets_, [&](const auto& present) {
+        return (!target || present.first.get() == target) && (!action || present.second == action);
+    });
+}
+
+void letGesturesLook(UITouch& touch)
+{
+    const Gestures looking = contest();
+    for (const Ref<UIGestureRecognizer>& gesture : looking)
+        gesture->look(touch);
+    if (touch.phase != TouchPhase::Ended && touch.phase != TouchPhase::Cancelled)
+        return;
+    for (const Ref<UIGestureRecognizer>& gesture : looking)
+        gesture->finish(touch);
+}
+
+void letGesturesRest(UITouch& touch)
+{
+    touch.isOver = true;
+    const Gestures seen = contest();
+    for (const Ref<UIGestureRecognizer>& gesture : seen)
+        gesture->settle();
+}
+
+} // namespace platform
