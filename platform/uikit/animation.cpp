@@ -23,6 +23,7 @@ struct AnimationGroup {
     nanoseconds duration {};
     Curve curve = Curve::EaseInOut;
     double damping = 1;
+    double velocity = 0; ///< of a spring at the start, in ways to go a second
     id completion {};
     std::size_t running = 0;
     bool finished = true;
@@ -76,14 +77,17 @@ double bezierAt(double x, CGPoint control1, CGPoint control2)
     return along(low, control1.y, control2.y);
 }
 
-double springAt(double x, double damping)
+/// `velocity` at x = 0, in ways to go for each 1 of x.
+double springAt(double x, double damping, double velocity)
 {
     // So stiff that the motion has died away at the end.
     constexpr double settled = 7;
     if (damping >= 1)
-        return 1 - std::exp(-settled * x) * (1 + settled * x);
+        return 1 - std::exp(-settled * x) * (1 + (settled - velocity) * x);
     const double frequency = settled / damping * std::sqrt(1 - damping * damping);
-    return 1 - std::exp(-settled * x) * (std::cos(frequency * x) + settled / frequency * std::sin(frequency * x));
+    return 1
+        - std::exp(-settled * x)
+        * (std::cos(frequency * x) + (settled - velocity) / frequency * std::sin(frequency * x));
 }
 
 double progressOf(const AnimationGroup& group, nanoseconds now)
@@ -103,7 +107,7 @@ double progressOf(const AnimationGroup& group, nanoseconds now)
     case Curve::Linear:
         return x;
     case Curve::Spring:
-        return springAt(x, group.damping);
+        return springAt(x, group.damping, group.velocity * std::chrono::duration<double>(group.duration).count());
     }
     return x;
 }
@@ -154,13 +158,22 @@ void runAnimations(const std::shared_ptr<AnimationGroup>& group, const id& block
     callBlock(block);
 }
 
-void animate(double duration, double delay, Curve curve, double damping, const id& block, const id& completion)
+struct Timing {
+    double duration;
+    double delay = 0;
+    Curve curve = Curve::EaseInOut;
+    double damping = 1;
+    double velocity = 0;
+};
+
+void animate(const Timing& timing, const id& block, const id& completion)
 {
     const auto group = std::make_shared<AnimationGroup>();
-    group->start = clockNow() + fromSeconds(delay);
-    group->duration = fromSeconds(duration);
-    group->curve = curve;
-    group->damping = damping;
+    group->start = clockNow() + fromSeconds(timing.delay);
+    group->duration = fromSeconds(timing.duration);
+    group->curve = timing.curve;
+    group->damping = timing.damping;
+    group->velocity = timing.velocity;
     group->completion = completion;
     const bool animated
         = animationsEnabled() && group->start + group->duration > clockNow() && group->duration > nanoseconds::zero();
@@ -176,28 +189,34 @@ void animateWithOptions(
     const id&, SEL, double duration, double delay, NSUInteger options, const id& block, const id& completion)
 {
     constexpr NSUInteger curveShift = 16;
-    animate(duration, delay, static_cast<Curve>(options >> curveShift & 3), 1, block, completion);
+    animate({ .duration = duration, .delay = delay, .curve = static_cast<Curve>(options >> curveShift & 3) }, block,
+        completion);
 }
 
-void animateWithSpring(const id&, SEL, double duration, double delay, double damping, double, NSUInteger,
+void animateWithSpring(const id&, SEL, double duration, double delay, double damping, double velocity, NSUInteger,
     const id& block, const id& completion)
 {
     constexpr double least = 0.05;
-    animate(duration, delay, Curve::Spring, std::clamp(damping, least, 1.0), block, completion);
+    animate({ duration, delay, Curve::Spring, std::clamp(damping, least, 1.0), velocity }, block, completion);
 }
 
 void animateWithCompletion(const id&, SEL, double duration, const id& block, const id& completion)
 {
-    animate(duration, 0, Curve::EaseInOut, 1, block, completion);
+    animate({ .duration = duration }, block, completion);
 }
 
 void animateAlone(const id&, SEL, double duration, const id& block)
 {
-    animate(duration, 0, Curve::EaseInOut, 1, block, nil);
+    animate({ .duration = duration }, block, nil);
 }
 
+/// What is animated within the block isn't either.
 void performWithoutAnimation(const id&, SEL, const id& block)
 {
+    struct Restore {
+        const bool outer;
+        ~Restore() { animationsEnabled() = outer; }
+    } const restore { std::exchange(animationsEnabled(), false) };
     runAnimations(nullptr, block);
 }
 
