@@ -3,6 +3,7 @@
 #include "platform/uikit/animation.h"
 #include "platform/uikit/layers.h"
 #include "platform/uikit/renderer.h"
+#include "platform/uikit/screen_picture.h"
 
 namespace platform {
 
@@ -16,7 +17,8 @@ void CALayer::setCornerRadius(double radius)
 {
     if (view)
         noteChange(*view, Animatable::CornerRadius, valuesOf(cornerRadius), valuesOf(radius));
-    cornerRadius = radius;
+    if (std::exchange(cornerRadius, radius) != radius)
+        changed(*this, Asks::Drawing);
 }
 
 void CALayer::insertSublayer(const id& sublayer, unsigned index)
@@ -28,6 +30,7 @@ void CALayer::insertSublayer(const id& sublayer, unsigned index)
     added->superlayer = this;
     sublayers.insert(
         sublayers.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(index, sublayers.size())), added);
+    changed(*this, Asks::Drawing);
 }
 
 void CALayer::addSublayer(const id& sublayer)
@@ -38,9 +41,16 @@ void CALayer::addSublayer(const id& sublayer)
 void CALayer::removeFromSuperlayer()
 {
     const Ref<CALayer> self(this);
-    if (superlayer)
-        std::erase(superlayer->sublayers, self);
+    if (!superlayer)
+        return;
+    std::erase(superlayer->sublayers, self);
     superlayer = nullptr;
+    changed(*this, Asks::Drawing);
+}
+
+void changed(CALayer&, Asks)
+{
+    noteDamage();
 }
 
 CGRect CALayer::bounds() const
@@ -75,8 +85,8 @@ void setFrame(const id& self, SEL, CGRect frame)
 {
     if (layerIn(self).view)
         layerIn(self).view->setFrame(frame);
-    else
-        layerIn(self).frame = frame;
+    else if (std::exchange(layerIn(self).frame, frame) != frame)
+        changed(layerIn(self), Asks::Drawing);
 }
 
 id backgroundColor(const id& self, SEL)
@@ -88,8 +98,8 @@ void setBackgroundColor(const id& self, SEL, const id& color)
 {
     if (layerIn(self).view)
         layerIn(self).view->setBackgroundColor(color);
-    else
-        layerIn(self).backgroundColor = color;
+    else if (!isEqual(std::exchange(layerIn(self).backgroundColor, color), color))
+        changed(layerIn(self), Asks::Drawing);
 }
 
 float opacity(const id& self, SEL)
@@ -101,8 +111,8 @@ void setOpacity(const id& self, SEL, float opacity)
 {
     if (layerIn(self).view)
         layerIn(self).view->setAlpha(opacity);
-    else
-        layerIn(self).opacity = opacity;
+    else if (std::exchange(layerIn(self).opacity, opacity) != opacity)
+        changed(layerIn(self), Asks::Drawing);
 }
 
 id sublayers(const id& self, SEL)
@@ -133,18 +143,18 @@ constexpr MethodDefinition methods[] {
     method<"removeFromSuperlayer", &CALayer::removeFromSuperlayer>(),
     method<"renderInContext:", &renderInContext>(),
     method<"setBackgroundColor:", &setBackgroundColor>(),
-    setter<"setBorderColor:", &CALayer::borderColor>(),
-    setter<"setBorderWidth:", &CALayer::borderWidth>(),
-    setter<"setContents:", &CALayer::contents>(),
+    setterThatAsks<"setBorderColor:", &CALayer::borderColor, Asks::Drawing>(),
+    setterThatAsks<"setBorderWidth:", &CALayer::borderWidth, Asks::Drawing>(),
+    setterThatAsks<"setContents:", &CALayer::contents, Asks::Drawing>(),
     method<"setCornerRadius:", &CALayer::setCornerRadius>(),
     method<"setFrame:", &setFrame>(),
-    setter<"setHidden:", &CALayer::hidden>(),
-    setter<"setMasksToBounds:", &CALayer::masksToBounds>(),
+    setterThatAsks<"setHidden:", &CALayer::hidden, Asks::Drawing>(),
+    setterThatAsks<"setMasksToBounds:", &CALayer::masksToBounds, Asks::Drawing>(),
     method<"setOpacity:", &setOpacity>(),
-    setter<"setShadowColor:", &CALayer::shadowColor>(),
-    setter<"setShadowOffset:", &CALayer::shadowOffset>(),
-    setter<"setShadowOpacity:", &CALayer::shadowOpacity>(),
-    setter<"setShadowRadius:", &CALayer::shadowRadius>(),
+    setterThatAsks<"setShadowColor:", &CALayer::shadowColor, Asks::Drawing>(),
+    setterThatAsks<"setShadowOffset:", &CALayer::shadowOffset, Asks::Drawing>(),
+    setterThatAsks<"setShadowOpacity:", &CALayer::shadowOpacity, Asks::Drawing>(),
+    setterThatAsks<"setShadowRadius:", &CALayer::shadowRadius, Asks::Drawing>(),
     getter<"shadowColor", &CALayer::shadowColor>(),
     getter<"shadowOffset", &CALayer::shadowOffset>(),
     getter<"shadowOpacity", &CALayer::shadowOpacity>(),
@@ -181,10 +191,10 @@ public:
 
 constexpr MethodDefinition gradientMethods[] {
     getter<"colors", &CAGradientLayer::colors>(),
-    setter<"setColors:", &CAGradientLayer::colors>(),
-    setter<"setEndPoint:", &CAGradientLayer::endPoint>(),
-    setter<"setLocations:", &CAGradientLayer::locations>(),
-    setter<"setStartPoint:", &CAGradientLayer::startPoint>(),
+    setterThatAsks<"setColors:", &CAGradientLayer::colors, Asks::Drawing>(),
+    setterThatAsks<"setEndPoint:", &CAGradientLayer::endPoint, Asks::Drawing>(),
+    setterThatAsks<"setLocations:", &CAGradientLayer::locations, Asks::Drawing>(),
+    setterThatAsks<"setStartPoint:", &CAGradientLayer::startPoint, Asks::Drawing>(),
 };
 
 } // namespace

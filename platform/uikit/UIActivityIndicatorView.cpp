@@ -31,8 +31,8 @@ public:
     }
 
     NSInteger style() const { return static_cast<NSInteger>(style_); }
-    void startAnimating() { isAnimating = true; }
-    void stopAnimating() { isAnimating = false; }
+    void startAnimating() { setAnimating(true); }
+    void stopAnimating() { setAnimating(false); }
 
     CGSize sizeThatFits(CGSize) const override
     {
@@ -67,6 +67,12 @@ public:
     }
 
 private:
+    void setAnimating(bool animating)
+    {
+        if (std::exchange(isAnimating, animating) != animating)
+            changed(*this, Asks::Drawing);
+    }
+
     IndicatorStyle style_ = IndicatorStyle::Medium;
 };
 
@@ -76,8 +82,8 @@ constexpr MethodDefinition methods[] {
     getter<"hidesWhenStopped", &UIActivityIndicatorView::hidesWhenStopped>(),
     method<"initWithActivityIndicatorStyle:", &UIActivityIndicatorView::initWithStyle>(),
     getter<"isAnimating", &UIActivityIndicatorView::isAnimating>(),
-    setter<"setColor:", &UIActivityIndicatorView::color>(),
-    setter<"setHidesWhenStopped:", &UIActivityIndicatorView::hidesWhenStopped>(),
+    setterThatAsks<"setColor:", &UIActivityIndicatorView::color, Asks::Drawing>(),
+    setterThatAsks<"setHidesWhenStopped:", &UIActivityIndicatorView::hidesWhenStopped, Asks::Drawing>(),
     method<"startAnimating", &UIActivityIndicatorView::startAnimating>(),
     method<"stopAnimating", &UIActivityIndicatorView::stopAnimating>(),
 };

@@ -46,8 +46,8 @@ public:
 
     void removeArrangedSubview(const id& view)
     {
-        std::erase_if(arranged, [&](const Ref<UIView>& present) { return id(present) == view; });
-        changed();
+        if (std::erase_if(arranged, [&](const Ref<UIView>& present) { return id(present) == view; }) > 0)
+            changed();
     }
 
     void willRemoveSubview(const id& view) { removeArrangedSubview(view); }
@@ -132,8 +132,9 @@ public:
                 side += free / 2;
             else if (alignment == StackAlignment::Trailing)
                 side += free;
-            views[index]->setFrame(horizontal() ? CGRectMake(position, side, extent, breadth)
-                                                : CGRectMake(side, position, breadth, extent));
+            place(*views[index],
+                horizontal() ? CGRectMake(position, side, extent, breadth)
+                             : CGRectMake(side, position, breadth, extent));
             position += extent + gap;
         }
     }

@@ -1,6 +1,7 @@
 #include "platform/uikit/animation.h"
 #include "platform/uikit/gestures.h"
 #include "platform/uikit/layout.h"
+#include "platform/uikit/screen_picture.h"
 #include "platform/uikit/window.h"
 
 #include "platform/foundation/values.h"
@@ -52,9 +53,8 @@ void UIView::setBounds(CGRect newBounds)
     noteChange(*this, Animatable::Bounds, valuesOf(bounds), valuesOf(newBounds));
     const CGSize former = bounds.size;
     bounds = newBounds;
-    if (former == bounds.size)
-        return;
-    resizeSubviews(former);
+    if (former != bounds.size)
+        resizeSubviews(former);
     setNeedsLayout();
 }
 
@@ -103,7 +103,7 @@ void UIView::resizeSubviews(CGSize former)
         CGRect frame = subview->frame();
         share(bounds.size.width - former.width, mask, Left, Width, Right, frame.origin.x, frame.size.width);
         share(bounds.size.height - former.height, mask, Top, Height, Bottom, frame.origin.y, frame.size.height);
-        subview->setFrame(frame);
+        place(*subview, frame);
     }
 }
 
@@ -112,6 +112,22 @@ void UIView::setNeedsLayout()
     needsLayout_ = true;
     if (window())
         scheduleLayoutPass();
+}
+
+void UIView::contentSizeChanged()
+{
+    changed(*this, Asks::Drawing);
+    setNeedsLayout();
+    for (UIView* view = this; view->superview; view = view->superview) {
+        const bool isPlaced
+            = !view->superview->constrainsSubview(*view) || !view->translatesAutoresizingMaskIntoConstraints;
+        bool matters = isPlaced && !hasFixedSize(*view);
+        for (const UIView* ancestor = view->superview; ancestor && !matters; ancestor = ancestor->superview)
+            matters = constrainsInside(*ancestor, *view);
+        if (!matters)
+            return;
+        view->superview->setNeedsLayout();
+    }
 }
 
 void UIView::layoutTree()
@@ -135,10 +151,14 @@ void UIView::insertSubview(const Ref<UIView>& view, std::size_t index)
         return;
     if (view->superview == this) {
         const auto present = std::ranges::find(subviews, view);
-        if (static_cast<std::size_t>(present - subviews.begin()) < index)
+        const auto former = static_cast<std::size_t>(present - subviews.begin());
+        if (former < index)
             --index;
+        if (former == index)
+            return;
         subviews.erase(present);
         subviews.insert(subviews.begin() + static_cast<std::ptrdiff_t>(std::min(index, subviews.size())), view);
+        changed(*this, Asks::Drawing);
         return;
     }
     const id self(this);
@@ -151,7 +171,7 @@ void UIView::insertSubview(const Ref<UIView>& view, std::size_t index)
     send<"didAddSubview:", void>(self, id(view));
     send<"didMoveToSuperview", void>(view);
     view->movedToWindow(former);
-    setNeedsLayout();
+    changed(*this, Asks::Layout);
 }
 
 void UIView::removeFromSuperview()
@@ -169,7 +189,7 @@ void UIView::removeFromSuperview()
     superview = nullptr;
     send<"didMoveToSuperview", void>(self);
     movedToWindow(formerWindow);
-    former->setNeedsLayout();
+    changed(*former, Asks::Layout);
 }
 
 void UIView::movedToWindow(UIWindow* former)
@@ -237,6 +257,30 @@ Color UIView::effectiveTint() const
         if (const auto tint = asColor(view->tintColor))
             return *tint;
     return systemBlue;
+}
+
+void changed(UIView& view, Asks what)
+{
+    noteDamage();
+    if (what == Asks::Layout)
+        view.setNeedsLayout();
+    else if (what == Asks::Size)
+        send<"invalidateIntrinsicContentSize", void>(id(&view));
+}
+
+void place(UIView& view, const CGRect& frame)
+{
+    if (view.frame() != frame)
+        send<"setFrame:", void>(id(&view), frame);
+}
+
+void place(UIView& view, const CGRect& bounds, CGPoint center)
+{
+    const id self(&view);
+    if (view.bounds != bounds)
+        send<"setBounds:", void>(self, bounds);
+    if (view.center != center)
+        send<"setCenter:", void>(self, center);
 }
 
 void UIView::drawContent(Canvas&, const CGRect&) const { }

@@ -112,6 +112,7 @@ void setHidden(const id& self, SEL, bool hidden)
     UIView& view = viewIn(self);
     if (std::exchange(view.hidden, hidden) == hidden)
         return;
+    changed(view, Asks::Drawing);
     // Who places its subviews itself leaves no room for what is hidden; to all others it makes no difference.
     if (view.superview && !view.superview->constrainsSubview(view))
         send<"invalidateIntrinsicContentSize", void>(id(view.superview));
@@ -125,13 +126,26 @@ bool clipsToBounds(const id& self, SEL)
 
 void setClipsToBounds(const id& self, SEL, bool clips)
 {
-    if (clips || viewIn(self).layerIfMade())
-        viewIn(self).layer().masksToBounds = clips;
+    if (clipsToBounds(self, nullptr) != clips)
+        send<"setMasksToBounds:", void>(id(&viewIn(self).layer()), clips);
 }
 
 id tintColor(const id& self, SEL)
 {
     return colorObject(viewIn(self).effectiveTint());
+}
+
+void setNeedsDisplay(const id& self, SEL)
+{
+    changed(viewIn(self), Asks::Drawing);
+}
+
+/// Whether it is placed by its frame or by constraints is its superview's layout.
+void setTranslates(const id& self, SEL, bool translates)
+{
+    UIView& view = viewIn(self);
+    if (std::exchange(view.translatesAutoresizingMaskIntoConstraints, translates) != translates && view.superview)
+        changed(*view.superview, Asks::Layout);
 }
 
 void setNeedsLayout(const id& self, SEL)
@@ -213,8 +227,7 @@ CGSize intrinsicContentSize(const id& self, SEL)
 
 void invalidateIntrinsicContentSize(const id& self, SEL)
 {
-    for (UIView* view = &viewIn(self); view; view = view->superview)
-        view->setNeedsLayout();
+    viewIn(self).contentSizeChanged();
 }
 
 CGSize sizeThatFits(const id& self, SEL, CGSize size)
@@ -226,7 +239,7 @@ void sizeToFit(const id& self, SEL)
 {
     CGRect frame = viewIn(self).frame();
     frame.size = send<"sizeThatFits:", CGSize>(self, frame.size);
-    viewIn(self).setFrame(frame);
+    place(viewIn(self), frame);
 }
 
 CGSize systemLayoutSizeFitting(const id& self, SEL, CGSize size)
@@ -236,7 +249,9 @@ CGSize systemLayoutSizeFitting(const id& self, SEL, CGSize size)
 
 void setHuggingPriority(const id& self, SEL, float priority, NSInteger axis)
 {
-    (axis == 0 ? viewIn(self).horizontalHugging : viewIn(self).verticalHugging) = priority;
+    float& hugging = axis == 0 ? viewIn(self).horizontalHugging : viewIn(self).verticalHugging;
+    if (std::exchange(hugging, priority) != priority)
+        viewIn(self).contentSizeChanged();
 }
 
 void setCompressionResistance(const id&, SEL, float, NSInteger) { }
@@ -296,16 +311,16 @@ constexpr MethodDefinition methods[] {
     method<"setClipsToBounds:", &setClipsToBounds>(),
     method<"setContentCompressionResistancePriority:forAxis:", &setCompressionResistance>(),
     method<"setContentHuggingPriority:forAxis:", &setHuggingPriority>(),
-    setter<"setContentMode:", &UIView::contentMode>(),
+    setterThatAsks<"setContentMode:", &UIView::contentMode, Asks::Drawing>(),
     method<"setFrame:", &UIView::setFrame>(),
     method<"setHidden:", &setHidden>(),
-    method<"setNeedsDisplay", &doNothing>(),
+    method<"setNeedsDisplay", &setNeedsDisplay>(),
     method<"setNeedsLayout", &setNeedsLayout>(),
     setter<"setOpaque:", &UIView::opaque>(),
     setter<"setTag:", &UIView::tag>(),
-    setter<"setTintColor:", &UIView::tintColor>(),
+    setterThatAsks<"setTintColor:", &UIView::tintColor, Asks::Drawing>(),
     method<"setTransform:", &UIView::setTransform>(),
-    setter<"setTranslatesAutoresizingMaskIntoConstraints:", &UIView::translatesAutoresizingMaskIntoConstraints>(),
+    method<"setTranslatesAutoresizingMaskIntoConstraints:", &setTranslates>(),
     setter<"setUserInteractionEnabled:", &UIView::userInteractionEnabled>(),
     method<"sizeThatFits:", &sizeThatFits>(),
     method<"sizeToFit", &sizeToFit>(),

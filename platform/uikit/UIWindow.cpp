@@ -3,6 +3,7 @@
 #include "platform/runtime/message.h"
 #include "platform/uikit/application.h"
 #include "platform/uikit/layout.h"
+#include "platform/uikit/screen_picture.h"
 #include "platform/uikit/window.h"
 
 namespace platform {
@@ -35,6 +36,7 @@ UIWindow::UIWindow()
 UIWindow::~UIWindow()
 {
     std::erase(windowList(), this);
+    noteDamage();
     if (keyWindow() == this)
         keyWindow() = nullptr;
 }
@@ -115,7 +117,10 @@ bool isKeyWindow(const id& self, SEL)
 
 void setHidden(const id& self, SEL, bool hidden)
 {
-    if (std::exchange(windowIn(self).hidden, hidden) && !hidden)
+    if (std::exchange(windowIn(self).hidden, hidden) == hidden)
+        return;
+    changed(windowIn(self), Asks::Drawing);
+    if (!hidden)
         windowIn(self).setNeedsLayout();
 }
 
@@ -133,7 +138,7 @@ constexpr MethodDefinition methods[] {
     method<"sendEvent:", &sendEvent>(),
     method<"setHidden:", &setHidden>(),
     method<"setRootViewController:", &setRootViewController>(),
-    setter<"setWindowLevel:", &UIWindow::windowLevel>(),
+    setterThatAsks<"setWindowLevel:", &UIWindow::windowLevel, Asks::Drawing>(),
     getter<"windowLevel", &UIWindow::windowLevel>(),
 };
 

@@ -4,6 +4,7 @@
 #include "platform/dispatch/queue.h"
 #include "platform/foundation/block.h"
 #include "platform/runtime/message.h"
+#include "platform/uikit/screen_picture.h"
 
 #include <map>
 #include <memory>
@@ -249,6 +250,7 @@ void noteChange(UIView& view, Animatable property, const AnimatedValues& former,
 {
     if (former == value)
         return;
+    noteDamage();
     const AnimationKey key { &view, property };
     const std::shared_ptr<AnimationGroup> group = currentGroup();
     if (!group) {

@@ -6,6 +6,7 @@
 #include "platform/uikit/gestures.h"
 #include "platform/uikit/layers.h"
 #include "platform/uikit/renderer.h"
+#include "platform/uikit/screen_picture.h"
 #include "platform/uikit/view_controllers.h"
 #include "platform/uikit/views.h"
 
@@ -17,8 +18,7 @@ namespace {
 
 id pictureAtScale(const id&, SEL, double scale)
 {
-    const auto bitmap = renderScreen(scale);
-    return bitmap ? dataTaking(encodePng(*bitmap)) : id();
+    return pictureOfWindows(scale);
 }
 
 id descriptionOfWindows(const id&, SEL)
@@ -35,11 +35,13 @@ void setSize(const id&, SEL, CGSize size, double scale)
 {
     screenFacts().size = size;
     screenFacts().scale = scale;
+    noteDamage();
 }
 
 void setInterfaceStyle(const id&, SEL, NSInteger style)
 {
     screenFacts().style = static_cast<InterfaceStyle>(style);
+    noteDamage();
 }
 
 constexpr MethodDefinition screenFunctions[] {

@@ -1,4 +1,5 @@
 #include "platform/foundation/values.h"
+#include "platform/runtime/message.h"
 #include "platform/uikit/constraints.h"
 
 #include <algorithm>
@@ -202,7 +203,7 @@ private:
             if (placedByItself) {
                 demandValue(sizeOf(view), size, strongest);
             } else {
-                const CGSize natural = view.intrinsicContentSize();
+                const CGSize natural = send<"intrinsicContentSize", CGSize>(id(&view));
                 const double content = horizontal ? natural.width : natural.height;
                 if (content >= 0) {
                     // It would rather not be cut off than not be stretched.
@@ -289,6 +290,20 @@ std::optional<double> ownConstant(const UIView& view, LayoutAttribute attribute)
 
 } // namespace
 
+bool hasFixedSize(const UIView& view)
+{
+    return ownConstant(view, LayoutAttribute::Width) && ownConstant(view, LayoutAttribute::Height);
+}
+
+bool constrainsInside(const UIView& ancestor, const UIView& view)
+{
+    const auto inside = [&](const Ref<UIView>& end) { return end && end.get() != &view && end->isDescendantOf(view); };
+    return std::ranges::any_of(itemsOf(ancestor.constraints), [&](const id& item) {
+        const auto& constraint = static_cast<const NSLayoutConstraint&>(*item);
+        return inside(constraint.first) || inside(constraint.second);
+    });
+}
+
 void solveConstraints(UIView& view)
 {
     if (!hasConstraints(view))
@@ -305,20 +320,19 @@ void solveConstraints(UIView& view)
         const auto [y, height] = vertical.placeOf(*placed);
         CGRect bounds = placed->bounds;
         bounds.size = { std::max(width, 0.0), std::max(height, 0.0) };
-        placed->setBounds(bounds);
-        placed->setCenter({ x + bounds.size.width / 2, y + bounds.size.height / 2 });
+        place(*placed, bounds, { x + bounds.size.width / 2, y + bounds.size.height / 2 });
     }
 }
 
 CGSize fittingSize(UIView& view, double width)
 {
-    CGSize size = view.intrinsicContentSize();
+    CGSize size = send<"intrinsicContentSize", CGSize>(id(&view));
     if (size.width < 0 && size.height < 0 && view.translatesAutoresizingMaskIntoConstraints && !hasConstraints(view))
         size = view.bounds.size;
     if (const auto fixed = ownConstant(view, LayoutAttribute::Width))
         size.width = *fixed;
     if (size.width > width)
-        size = view.sizeThatFits({ width, unlimitedWidth });
+        size = send<"sizeThatFits:", CGSize>(id(&view), CGSize { width, unlimitedWidth });
     if (const auto fixed = ownConstant(view, LayoutAttribute::Height))
         size.height = *fixed;
     return { std::max(size.width, 0.0), std::max(size.height, 0.0) };

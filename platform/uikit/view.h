@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/graphics/objects.h"
+#include "platform/uikit/asking.h"
 
 #include <optional>
 #include <string>
@@ -91,6 +92,8 @@ public:
 
     bool needsLayout() const noexcept { return needsLayout_; }
     void setNeedsLayout();
+    /// What the content takes up has changed: whoever's layout that can alter is laid out anew, and nobody else.
+    void contentSizeChanged();
     /// Lays out this view and what stands in it, as far as it has asked for it.
     void layoutTree();
 
@@ -110,7 +113,8 @@ public:
 
     /// What the view itself shows between its background and its subviews. `bounds` are those that are seen now.
     virtual void drawContent(Canvas& canvas, const CGRect& bounds) const;
-    /// What the content takes up at its natural size, -1 where it has none.
+    /// What the content takes up at its natural size, -1 where it has none. This and the next are what the messages of
+    /// the same names answer unless a class says otherwise: whoever wants to know sends the message.
     virtual CGSize intrinsicContentSize() const { return { -1, -1 }; }
     virtual CGSize sizeThatFits(CGSize size) const;
     /// The text in a dump of the tree; empty for none.
@@ -132,11 +136,19 @@ inline UIView* asView(const id& object)
     return as<UIView>(object);
 }
 
+/// Give the view another place by the messages that a class may answer by its own; an equal place is none.
+void place(UIView& view, const CGRect& frame);
+void place(UIView& view, const CGRect& bounds, CGPoint center);
+
 /// The view's size by its content and its own constraints, in a width of that much at most; what it can't say is 0.
 CGSize fittingSize(UIView& view, double width);
 
 /// Frames of the views below `view` that constraints place. `view` keeps its own.
 void solveConstraints(UIView& view);
+/// Whether the view's own constraints fix its width and its height.
+bool hasFixedSize(const UIView& view);
+/// Whether the ancestor has a constraint on something that stands in the view.
+bool constrainsInside(const UIView& ancestor, const UIView& view);
 /// Takes away what holds the view to anything outside of it.
 void dropConstraintsAcross(UIView& view);
 

@@ -1,7 +1,10 @@
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
 #include "platform/graphics/bitmap.h"
+#include "platform/runtime/class_definition.h"
 #include "support/view_test.h"
+
+#include <functional>
 
 /// Colours at points where nothing is blended, two pixels a point.
 
@@ -152,6 +155,154 @@ TEST_F(Pixels, TextIsAsWideAsItIsMeasured)
     send<"setFont:", void>(label, font);
     send<"setText:", void>(label, string("mmmm"));
     EXPECT_EQ((send<"intrinsicContentSize", CGSize>(label).width), std::ceil(width("mmmm")));
+}
+
+/// Says how often it was drawn.
+struct EaselFields {
+    int drawn = 0;
+};
+
+void Easel_draw(const id& self, SEL, CGRect)
+{
+    ++fieldsOf<EaselFields>(self).drawn;
+}
+
+constexpr MethodDefinition easelMethods[] { method<"drawRect:", &Easel_draw>() };
+const ClassDefinition Easel_class { .name = "Easel", .superclassName = "UIView", .methods = easelMethods };
+
+class Damage : public Pixels {
+protected:
+    id easel;
+
+    Damage()
+    {
+        registerClass(Easel_class);
+        easel = send<"initWithFrame:">(send<"alloc">(classObject<"Easel">()), CGRectMake(0, 0, 10, 10));
+        send<"addSubview:", void>(window, easel);
+    }
+
+    /// How often the screen is drawn for one picture.
+    int drawings(double scale = 1) const
+    {
+        const int before = fieldsOf<EaselFields>(easel).drawn;
+        pictureOfScreen(scale);
+        return fieldsOf<EaselFields>(easel).drawn - before;
+    }
+};
+
+TEST_F(Damage, WhatIsStillIsDrawnOnce)
+{
+    EXPECT_EQ(drawings(), 1);
+    EXPECT_EQ(drawings(), 0);
+    EXPECT_EQ(drawings(2), 1) << "at another scale";
+    send<"setNeedsDisplay", void>(box);
+    EXPECT_EQ(drawings(2), 1);
+    EXPECT_EQ(drawings(2), 0);
+    send<"animateWithDuration:animations:", void>(
+        classObject<"UIView">(), 1.0, block([this] { send<"setAlpha:", void>(box, 0.5); }));
+    for (int frame = 0; frame < 3; ++frame) {
+        EXPECT_EQ(drawings(), 1) << "in motion";
+        advanceClock(std::chrono::milliseconds(400));
+    }
+    EXPECT_EQ(drawings(), 1) << "the motion has ended since";
+    EXPECT_EQ(drawings(), 0);
+    send<"setTag:", void>(box, NSInteger { 3 });
+    send<"setAccessibilityLabel:", void>(box, string("box"));
+    EXPECT_EQ(drawings(), 0) << "nothing seen has changed";
+}
+
+TEST_F(Damage, EveryChangeThatIsSeenIsDrawnAndTheSameValueIsNone)
+{
+    const id layer = send<"layer">(box);
+    const id free = send<"layer">(classObject<"CALayer">());
+    const id gradient = send<"layer">(classObject<"CAGradientLayer">());
+    const id label = send<"initWithFrame:">(send<"alloc">(classObject<"UILabel">()), CGRectMake(0, 20, 60, 40));
+    const id wheel = send<"initWithActivityIndicatorStyle:">(
+        send<"alloc">(classObject<"UIActivityIndicatorView">()), NSInteger { 100 });
+    const id picture = send<"new">(classObject<"UIImageView">());
+    const id extra = makeView(CGRectMake(0, 0, 5, 5));
+    const id front = send<"new">(classObject<"UIWindow">());
+    UIGraphicsBeginImageContextWithOptions({ 4, 4 }, false, 1);
+    const id image = UIGraphicsGetImageFromCurrentImageContext();
+    UIGraphicsEndImageContext();
+    for (const id& view : { label, wheel, picture })
+        send<"addSubview:", void>(box, view);
+    for (const id& sublayer : { free, gradient })
+        send<"addSublayer:", void>(layer, sublayer);
+    send<"setText:", void>(label, string("text"));
+    const id green = color(0, 1, 0);
+    const struct {
+        const char* name;
+        std::function<void()> change;
+    } changes[] {
+        { "hidden", [&] { send<"setHidden:", void>(box, true); } },
+        { "shown", [&] { send<"setHidden:", void>(box, false); } },
+        { "alpha", [&] { send<"setAlpha:", void>(box, 0.9); } },
+        { "frame", [&] { send<"setFrame:", void>(box, CGRectMake(90, 50, 100, 100)); } },
+        { "transform", [&] { send<"setTransform:", void>(box, CGAffineTransformMakeScale(0.9, 0.9)); } },
+        { "background", [&] { send<"setBackgroundColor:", void>(box, green); } },
+        { "tint", [&] { send<"setTintColor:", void>(box, green); } },
+        { "content mode", [&] { send<"setContentMode:", void>(box, NSInteger { 4 }); } },
+        { "clips", [&] { send<"setClipsToBounds:", void>(box, true); } },
+        { "corner", [&] { send<"setCornerRadius:", void>(layer, 9.0); } },
+        { "border", [&] { send<"setBorderWidth:", void>(layer, 2.0); } },
+        { "border's colour", [&] { send<"setBorderColor:", void>(layer, green); } },
+        { "contents", [&] { send<"setContents:", void>(layer, image); } },
+        { "shadow", [&] { send<"setShadowOpacity:", void>(layer, 0.5F); } },
+        { "shadow's colour", [&] { send<"setShadowColor:", void>(layer, green); } },
+        { "shadow's offset", [&] { send<"setShadowOffset:", void>(layer, CGSizeMake(1, 1)); } },
+        { "shadow's radius", [&] { send<"setShadowRadius:", void>(layer, 1.0); } },
+        { "layer's mask", [&] { send<"setMasksToBounds:", void>(layer, false); } },
+        { "layer's frame", [&] { send<"setFrame:", void>(free, CGRectMake(0, 0, 8, 8)); } },
+        { "layer's background", [&] { send<"setBackgroundColor:", void>(free, green); } },
+        { "layer's opacity", [&] { send<"setOpacity:", void>(free, 0.5F); } },
+        { "layer's corner", [&] { send<"setCornerRadius:", void>(free, 2.0); } },
+        { "layer hidden", [&] { send<"setHidden:", void>(free, true); } },
+        { "gradient", [&] { send<"setColors:", void>(gradient, array({ green })); } },
+        { "gradient's places", [&] { send<"setLocations:", void>(gradient, array({ number(1) })); } },
+        { "gradient's start", [&] { send<"setStartPoint:", void>(gradient, CGPointMake(1, 0)); } },
+        { "gradient's end", [&] { send<"setEndPoint:", void>(gradient, CGPointMake(1, 1)); } },
+        { "text", [&] { send<"setText:", void>(label, string("other")); } },
+        { "font", [&] { send<"setFont:", void>(label, send<"systemFontOfSize:">(classObject<"UIFont">(), 9.0)); } },
+        { "lines", [&] { send<"setNumberOfLines:", void>(label, NSInteger { 0 }); } },
+        { "break", [&] { send<"setLineBreakMode:", void>(label, NSInteger { 2 }); } },
+        { "alignment", [&] { send<"setTextAlignment:", void>(label, NSInteger { 2 }); } },
+        { "text's colour", [&] { send<"setTextColor:", void>(label, green); } },
+        { "text's shadow", [&] { send<"setShadowColor:", void>(label, green); } },
+        { "text's shadow's offset", [&] { send<"setShadowOffset:", void>(label, CGSizeMake(2, 2)); } },
+        { "fits", [&] { send<"setAdjustsFontSizeToFitWidth:", void>(label, true); } },
+        { "least scale", [&] { send<"setMinimumScaleFactor:", void>(label, 0.3); } },
+        { "image", [&] { send<"setImage:", void>(picture, image); } },
+        { "wheel", [&] { send<"startAnimating", void>(wheel); } },
+        { "wheel's colour", [&] { send<"setColor:", void>(wheel, green); } },
+        { "wheel stays", [&] { send<"setHidesWhenStopped:", void>(wheel, false); } },
+        { "wheel rests", [&] { send<"stopAnimating", void>(wheel); } },
+        { "subview", [&] { send<"addSubview:", void>(box, extra); } },
+        { "order", [&] { send<"insertSubview:atIndex:", void>(box, extra, NSInteger { 0 }); } },
+        { "subview gone", [&] { send<"removeFromSuperview", void>(extra); } },
+        { "layer gone", [&] { send<"removeFromSuperlayer", void>(free); } },
+        { "window", [&] { send<"setHidden:", void>(front, false); } },
+        { "window's level", [&] { send<"setWindowLevel:", void>(front, 5.0); } },
+        { "style", [] { setScreenStyle(InterfaceStyle::Dark); } },
+    };
+    pictureOfScreen(1);
+    for (const auto& [name, change] : changes) {
+        change();
+        EXPECT_EQ(drawings(), 1) << name;
+        if (std::string_view(name) == "order" || std::string_view(name) == "style")
+            continue;
+        change();
+        EXPECT_EQ(drawings(), 0) << name << ", as it stands";
+    }
+}
+
+TEST_F(Pixels, AFrameThatIsKeptIsWhatWouldBeDrawn)
+{
+    const std::string once = pictureOfScreen(2);
+    setScreen({ 300, 200 }, 2);
+    EXPECT_EQ(pictureOfScreen(2), once);
+    send<"setBackgroundColor:", void>(box, color(0, 0, 1));
+    EXPECT_EQ(at({ 101, 51 }), blue);
 }
 
 } // namespace
