@@ -62,6 +62,7 @@ void UIView::setCenter(CGPoint newCenter)
 {
     noteChange(*this, Animatable::Center, valuesOf(center), valuesOf(newCenter));
     center = newCenter;
+    checkSafeArea();
 }
 
 void UIView::setTransform(CGAffineTransform newTransform)
@@ -135,6 +136,7 @@ void UIView::layoutTree()
     const id self(this);
     if (needsLayout_) {
         needsLayout_ = false;
+        noticeSafeArea();
         solveConstraints(*this);
         send<"layoutSubviews", void>(self);
     }
@@ -200,6 +202,7 @@ void UIView::movedToWindow(UIWindow* former)
     if (former)
         abandonGestures(*this);
     send<"didMoveToWindow", void>(self);
+    checkSafeArea();
     if (needsLayout_)
         setNeedsLayout();
     const std::vector<Ref<UIView>> present = subviews;
@@ -213,6 +216,39 @@ bool UIView::isDescendantOf(const UIView& other) const noexcept
         if (view == &other)
             return true;
     return false;
+}
+
+UIEdgeInsets UIView::safeArea() const
+{
+    const UIWindow* const window = const_cast<UIView*>(this)->window();
+    if (!window)
+        return {};
+    const CGPoint origin = window->frame().origin;
+    const CGPoint first = pointInRoot(bounds.origin);
+    const CGPoint second = pointInRoot({ CGRectGetMaxX(bounds), CGRectGetMaxY(bounds) });
+    const auto [left, right] = std::minmax({ first.x + origin.x, second.x + origin.x });
+    const auto [top, bottom] = std::minmax({ first.y + origin.y, second.y + origin.y });
+    const CGSize screen = screenFacts().size;
+    const UIEdgeInsets& most = screenFacts().safeArea;
+    return UIEdgeInsetsMake(std::clamp(most.top - top, 0.0, most.top), std::clamp(most.left - left, 0.0, most.left),
+        std::clamp(bottom - (screen.height - most.bottom), 0.0, most.bottom),
+        std::clamp(right - (screen.width - most.right), 0.0, most.right));
+}
+
+void UIView::checkSafeArea()
+{
+    if (safeArea() != noticedSafeArea_)
+        setNeedsLayout();
+}
+
+void UIView::noticeSafeArea()
+{
+    const UIEdgeInsets present = safeArea();
+    if (std::exchange(noticedSafeArea_, present) == present)
+        return;
+    send<"safeAreaInsetsDidChange", void>(id(this));
+    for (const Ref<UIView>& subview : subviews)
+        subview->checkSafeArea();
 }
 
 UIWindow* UIView::window() noexcept

@@ -258,7 +258,7 @@ void setCompressionResistance(const id&, SEL, float, NSInteger) { }
 
 UIEdgeInsets safeAreaInsets(const id& self, SEL)
 {
-    return viewIn(self).window() == &viewIn(self) ? UIEdgeInsetsMake(47, 0, 34, 0) : UIEdgeInsetsZero;
+    return viewIn(self).safeArea();
 }
 
 constexpr MethodDefinition methods[] {
@@ -300,6 +300,7 @@ constexpr MethodDefinition methods[] {
     method<"pointInside:withEvent:", &pointInside>(),
     method<"removeFromSuperview", &removeFromSuperview>(),
     method<"safeAreaInsets", &safeAreaInsets>(),
+    method<"safeAreaInsetsDidChange", &doNothing>(),
     method<"sendSubviewToBack:", &sendToBack>(),
     setter<"setAccessibilityIdentifier:", &UIView::accessibilityIdentifier>(),
     setter<"setAccessibilityLabel:", &UIView::accessibilityLabel>(),

@@ -103,6 +103,9 @@ public:
     /// The window that the view stands in; null when it stands in none.
     virtual UIWindow* window() noexcept;
 
+    /// How far bars and round corners of the screen reach into the view; nothing outside of a window.
+    UIEdgeInsets safeArea() const;
+
     /// To and from the coordinates of the root of the tree that the view stands in.
     CGPoint pointInRoot(CGPoint point) const;
     CGPoint pointFromRoot(CGPoint point) const;
@@ -126,7 +129,12 @@ private:
     void movedToWindow(UIWindow* former);
     void resizeSubviews(CGSize former);
 
+    /// The safe area of the view may be another one: it hears of it with its next layout.
+    void checkSafeArea();
+    void noticeSafeArea();
+
     Ref<CALayer> layer_ {};
+    UIEdgeInsets noticedSafeArea_ {};
     bool needsLayout_ = true;
 };
 

@@ -26,6 +26,7 @@ std::vector<Ref<UIWindow>> allWindows();
 struct ScreenFacts {
     CGSize size { 390, 844 };
     double scale = 3;
+    UIEdgeInsets safeArea { 47, 0, 34, 0 }; ///< what bars and round corners take
     InterfaceStyle style = InterfaceStyle::Light;
 };
 ScreenFacts& screenFacts() noexcept;
