@@ -6,6 +6,7 @@
 #include "icons/icon_store.h"
 #include "record/allocated_size.h"
 #include "record/app_ledger.h"
+#include "state/custom_toast_view.h"
 
 namespace appledger {
 
@@ -22,6 +23,7 @@ constexpr const ClassDefinition* classes[] {
     &ALHelper::definition,
     &ALIconStore::definition,
     &ALSettings::definition,
+    &CustomToastView_class,
     // end sorted
 };
 // clang-format on

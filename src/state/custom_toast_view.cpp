@@ -240,15 +240,17 @@ constexpr MethodDefinition methods[] {
     getter<"vStack", &ToastFields::vStack>(),
 };
 
-constexpr ClassDefinition definition { .name = "CustomToastView", .superclassName = "UIView", .methods = methods };
-
 } // namespace
+
+const ClassDefinition CustomToastView_class {
+    .name = "CustomToastView", .superclassName = "UIView", .methods = methods
+};
 
 Class customToastViewClass()
 {
     if (const Class present = classNamed<"CustomToastView">())
         return present;
-    return registerClass(definition);
+    return registerClass(CustomToastView_class);
 }
 
 } // namespace appledger

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/runtime/class.h"
+#include "platform/runtime/class_definition.h"
 
 namespace appledger {
 
@@ -13,7 +13,9 @@ namespace appledger {
 ///     getKeyWindow                            the window that it would take, or nil
 ///     titleLabel, subtitleLabel, containerView, hStack, vStack
 ///
-/// All on the main queue. Nil in a process without views.
+/// All on the main queue. The library registers it when it loads, so that whoever knows its name finds it. Nil in a
+/// process without views.
+extern const platform::ClassDefinition CustomToastView_class;
 platform::Class customToastViewClass();
 
 } // namespace appledger

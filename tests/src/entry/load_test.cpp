@@ -45,6 +45,14 @@ std::string replacedRoads(std::string_view processName, std::string_view version
     return text;
 }
 
+TEST(Load, RegistersTheClassesThatOthersKnowByName)
+{
+    Phone phone("SpringBoard", "16.0");
+    EXPECT_FALSE(objc_getClass("CustomToastView"));
+    phone.inject();
+    EXPECT_TRUE(isKindOfClass(send<"new">(id(objc_getClass("CustomToastView"))), objc_getClass("UIView")));
+}
+
 // The open service's methods stand in the table twice, for SpringBoard and for Spotlight.
 TEST(Load, ReplacesEveryRoadOfSpringBoard)
 {
