@@ -26,7 +26,7 @@ id bezierPathWithRect(const id&, SEL, CGRect rect)
 id bezierPathWithRoundedRect(const id&, SEL, CGRect rect, double radius)
 {
     const Ref<UIBezierPath> made = make<UIBezierPath>();
-    made->path.addRoundedRect(rect, radius);
+    made->path.addRoundedRect(rect, { .radius = radius });
     return made;
 }
 

@@ -12,6 +12,21 @@ struct _cairo; // NOLINT(bugprone-reserved-identifier): as the drawing library n
 
 namespace platform {
 
+/// Which corners of a rectangle are round, by the system's numbers.
+enum Corner : unsigned { TopLeft = 1, TopRight = 2, BottomLeft = 4, BottomRight = 8, AllCorners = 15 };
+
+enum class CornerCurve {
+    Circular,
+    Continuous ///< without a jump of the curvature where it leaves the sides
+};
+
+/// The corners of a box.
+struct RoundCorners {
+    double radius = 0; ///< held to half the shorter side; 0: none is round
+    unsigned corners = AllCorners;
+    CornerCurve curve = CornerCurve::Circular;
+};
+
 /// An outline of straight lines and cubic curves.
 class Path {
 public:
@@ -33,8 +48,7 @@ public:
         elements_.insert(elements_.end(), other.elements_.begin(), other.elements_.end());
     }
     void addRect(const CGRect& rect);
-    /// The radius is held to half the shorter side; 0 gives a plain rectangle.
-    void addRoundedRect(const CGRect& rect, double radius);
+    void addRoundedRect(const CGRect& rect, const RoundCorners& round);
     void addEllipse(const CGRect& rect);
     /// From `start` to `end` in radians, 0 to the right, growing clockwise on the screen.
     void addArc(CGPoint center, double radius, double start, double end);
@@ -42,7 +56,8 @@ public:
 
     const std::vector<Element>& elements() const noexcept { return elements_; }
 
-    static Path roundedRect(const CGRect& rect, double radius);
+    static Path roundedRect(const CGRect& rect, const RoundCorners& round);
+    static Path roundedRect(const CGRect& rect, double radius) { return roundedRect(rect, { .radius = radius }); }
 
 private:
     std::vector<Element> elements_;

@@ -1,6 +1,9 @@
 #include "platform/graphics/canvas.h"
 
+#include <algorithm>
+#include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace platform {
 
@@ -20,27 +23,76 @@ void Path::addRect(const CGRect& rect)
     close();
 }
 
-void Path::addRoundedRect(const CGRect& rect, double radius)
+namespace {
+
+/// A corner as three curves from one side to the other: its points in radii, along the side that it leaves and along
+/// the one that it reaches. The second half mirrors the first.
+struct CornerShape {
+    double reach; ///< how far from the corner it leaves the side
+    CGPoint points[5]; ///< two control points, an end, and the next two control points
+};
+
+// A circle's, cut at 20 and 70 degrees.
+constexpr CornerShape circular { 1,
+    { { 0.88335, 0 }, { 0.7676, 0.02041 }, { 0.65798, 0.06031 }, { 0.38021, 0.16141 }, { 0.16141, 0.38021 } } };
+// The curvature grows from nothing, and it falls to nothing.
+constexpr CornerShape continuous { 1.52866,
+    { { 1.08849, 0 }, { 0.8373, 0 }, { 0.63149, 0.07491 }, { 0.37282, 0.16906 }, { 0.16906, 0.37282 } } };
+
+/// Between the circle's corner and the continuous one, as far as the room on the sides allows, in radii.
+CornerShape cornerWithin(double room, CornerCurve curve)
 {
-    const double r = std::min({ radius, rect.size.width / 2, rect.size.height / 2 });
-    if (!(r > 0)) {
+    if (curve == CornerCurve::Circular)
+        return circular;
+    const double share = std::clamp((room - circular.reach) / (continuous.reach - circular.reach), 0.0, 1.0);
+    CornerShape shape { std::lerp(circular.reach, continuous.reach, share), {} };
+    for (std::size_t index = 0; index < std::size(shape.points); ++index)
+        shape.points[index] = { std::lerp(circular.points[index].x, continuous.points[index].x, share),
+            std::lerp(circular.points[index].y, continuous.points[index].y, share) };
+    return shape;
+}
+
+} // namespace
+
+void Path::addRoundedRect(const CGRect& rect, const RoundCorners& round)
+{
+    const double shorter = std::min(rect.size.width, rect.size.height);
+    const double r = std::min(round.radius, shorter / 2);
+    if (!(r > 0) || (round.corners & AllCorners) == 0) {
         addRect(rect);
         return;
     }
-    const double k = r * (1 - quarterCircle);
-    const double left = rect.origin.x;
-    const double top = rect.origin.y;
-    const double right = CGRectGetMaxX(rect);
-    const double bottom = CGRectGetMaxY(rect);
-    moveTo({ left + r, top });
-    lineTo({ right - r, top });
-    curveTo({ right, top + r }, { right - k, top }, { right, top + k });
-    lineTo({ right, bottom - r });
-    curveTo({ right - r, bottom }, { right, bottom - k }, { right - k, bottom });
-    lineTo({ left + r, bottom });
-    curveTo({ left, bottom - r }, { left + k, bottom }, { left, bottom - k });
-    lineTo({ left, top + r });
-    curveTo({ left + r, top }, { left, top + k }, { left + k, top });
+    const CornerShape shape = cornerWithin(shorter / 2 / r, round.curve);
+    // Clockwise; each corner with the way towards it and the way on.
+    const struct {
+        Corner corner;
+        CGPoint at;
+        CGPoint towards;
+        CGPoint onwards;
+    } corners[] {
+        { TopRight, { CGRectGetMaxX(rect), rect.origin.y }, { 1, 0 }, { 0, 1 } },
+        { BottomRight, { CGRectGetMaxX(rect), CGRectGetMaxY(rect) }, { 0, 1 }, { -1, 0 } },
+        { BottomLeft, { rect.origin.x, CGRectGetMaxY(rect) }, { -1, 0 }, { 0, -1 } },
+        { TopLeft, rect.origin, { 0, -1 }, { 1, 0 } },
+    };
+    bool first = true;
+    const auto reach = [&](CGPoint point) { std::exchange(first, false) ? moveTo(point) : lineTo(point); };
+    for (const auto& [corner, at, towards, onwards] : corners) {
+        if (!(round.corners & corner)) {
+            reach(at);
+            continue;
+        }
+        /// That far before the corner on the way towards it, and that far behind it on the way on.
+        const auto point = [&](double before, double behind) {
+            return CGPointMake(at.x + r * (behind * onwards.x - before * towards.x),
+                at.y + r * (behind * onwards.y - before * towards.y));
+        };
+        const auto& p = shape.points;
+        reach(point(shape.reach, 0));
+        curveTo(point(p[2].x, p[2].y), point(p[0].x, p[0].y), point(p[1].x, p[1].y));
+        curveTo(point(p[2].y, p[2].x), point(p[3].x, p[3].y), point(p[4].x, p[4].y));
+        curveTo(point(0, shape.reach), point(p[1].y, p[1].x), point(p[0].y, p[0].x));
+    }
     close();
 }
 
@@ -90,10 +142,10 @@ void Path::apply(const CGAffineTransform& transform)
             point = CGPointApplyAffineTransform(point, transform);
 }
 
-Path Path::roundedRect(const CGRect& rect, double radius)
+Path Path::roundedRect(const CGRect& rect, const RoundCorners& round)
 {
     Path path;
-    path.addRoundedRect(rect, radius);
+    path.addRoundedRect(rect, round);
     return path;
 }
 

@@ -53,6 +53,15 @@ void changed(CALayer&, Asks)
     noteDamage();
 }
 
+Path CALayer::outline(const CGRect& bounds, double radius) const
+{
+    const auto curve = asString(cornerCurve);
+    const bool isContinuous = curve && curve->view() == "continuous";
+    return Path::roundedRect(bounds,
+        { radius, static_cast<unsigned>(maskedCorners),
+            isContinuous ? CornerCurve::Continuous : CornerCurve::Circular });
+}
+
 CGRect CALayer::bounds() const
 {
     return view ? view->bounds : CGRect { {}, frame.size };
@@ -134,10 +143,12 @@ constexpr MethodDefinition methods[] {
     getter<"borderWidth", &CALayer::borderWidth>(),
     method<"bounds", &CALayer::bounds>(),
     getter<"contents", &CALayer::contents>(),
+    getter<"cornerCurve", &CALayer::cornerCurve>(),
     getter<"cornerRadius", &CALayer::cornerRadius>(),
     method<"frame", &frame>(),
     method<"insertSublayer:atIndex:", &CALayer::insertSublayer>(),
     classMethod<"layer", &layer>(),
+    getter<"maskedCorners", &CALayer::maskedCorners>(),
     getter<"masksToBounds", &CALayer::masksToBounds>(),
     method<"opacity", &opacity>(),
     method<"removeFromSuperlayer", &CALayer::removeFromSuperlayer>(),
@@ -146,9 +157,11 @@ constexpr MethodDefinition methods[] {
     setterThatAsks<"setBorderColor:", &CALayer::borderColor, Asks::Drawing>(),
     setterThatAsks<"setBorderWidth:", &CALayer::borderWidth, Asks::Drawing>(),
     setterThatAsks<"setContents:", &CALayer::contents, Asks::Drawing>(),
+    setterThatAsks<"setCornerCurve:", &CALayer::cornerCurve, Asks::Drawing>(),
     method<"setCornerRadius:", &CALayer::setCornerRadius>(),
     method<"setFrame:", &setFrame>(),
     setterThatAsks<"setHidden:", &CALayer::hidden, Asks::Drawing>(),
+    setterThatAsks<"setMaskedCorners:", &CALayer::maskedCorners, Asks::Drawing>(),
     setterThatAsks<"setMasksToBounds:", &CALayer::masksToBounds, Asks::Drawing>(),
     method<"setOpacity:", &setOpacity>(),
     setterThatAsks<"setShadowColor:", &CALayer::shadowColor, Asks::Drawing>(),
@@ -185,7 +198,7 @@ public:
             return CGPointMake(
                 bounds.origin.x + share.x * bounds.size.width, bounds.origin.y + share.y * bounds.size.height);
         };
-        canvas.fillGradient(Path::roundedRect(bounds, cornerRadius), at(startPoint), at(endPoint), stops);
+        canvas.fillGradient(outline(bounds, cornerRadius), at(startPoint), at(endPoint), stops);
     }
 };
 

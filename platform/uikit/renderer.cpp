@@ -29,7 +29,7 @@ void drawBorder(Canvas& canvas, const CALayer& layer, const CGRect& bounds, doub
     if (layer.borderWidth <= 0)
         return;
     const double inset = layer.borderWidth / 2;
-    canvas.stroke(Path::roundedRect(CGRectInset(bounds, inset, inset), cornerRadius - inset),
+    canvas.stroke(layer.outline(CGRectInset(bounds, inset, inset), cornerRadius - inset),
         asColor(layer.borderColor).value_or(Color {}), layer.borderWidth);
 }
 
@@ -42,11 +42,16 @@ void drawSublayers(Canvas& canvas, const CALayer& layer)
     }
 }
 
+Path outlineOf(const CALayer* layer, const Presentation& seen)
+{
+    return layer ? layer->outline(seen.bounds, seen.cornerRadius) : Path::roundedRect(seen.bounds, 0);
+}
+
 /// The view in its own coordinates, without its shadow and at full alpha.
 void drawBody(Canvas& canvas, const UIView& view, const Presentation& seen)
 {
     const CALayer* const layer = view.layerIfMade();
-    const Path outline = Path::roundedRect(seen.bounds, seen.cornerRadius);
+    const Path outline = outlineOf(layer, seen);
     if (seen.backgroundColor)
         canvas.fill(outline, *seen.backgroundColor);
     {
@@ -124,7 +129,7 @@ void drawShadow(Canvas& canvas, const UIView& view, const Presentation& seen)
     canvas.clip(Path::roundedRect(extentOf(view, seen), 0));
     canvas.beginGroup();
     if (seen.backgroundColor && seen.backgroundColor->alpha > 0)
-        canvas.fill(Path::roundedRect(seen.bounds, seen.cornerRadius), *seen.backgroundColor);
+        canvas.fill(outlineOf(layer, seen), *seen.backgroundColor);
     else
         drawBody(canvas, view, seen);
     Color color = asColor(layer->shadowColor).value_or(Color {});
@@ -162,7 +167,7 @@ void renderLayer(Canvas& canvas, const CALayer& layer, const CGRect& bounds)
         canvas.beginGroup();
     {
         const SavedState clipped(canvas);
-        const Path outline = Path::roundedRect(bounds, layer.cornerRadius);
+        const Path outline = layer.outline(bounds, layer.cornerRadius);
         if (const auto color = asColor(layer.backgroundColor))
             canvas.fill(outline, *color);
         if (layer.masksToBounds)

@@ -31,6 +31,8 @@ public:
     double opacity = 1; ///< likewise
     bool hidden = false; ///< likewise
     double cornerRadius = 0;
+    NSUInteger maskedCorners = AllCorners; ///< those that are round
+    id cornerCurve {}; ///< "continuous"; all else is circular
     bool masksToBounds = false;
     id borderColor {};
     double borderWidth = 0;
@@ -45,6 +47,8 @@ public:
     void insertSublayer(const id& sublayer, unsigned index);
     void removeFromSuperlayer();
     CGRect bounds() const;
+    /// Its box, were its bounds and its radius these.
+    Path outline(const CGRect& bounds, double radius) const;
 
     /// What the layer shows between its background and what stands on it.
     virtual void drawContents(Canvas& canvas, const CGRect& bounds) const;

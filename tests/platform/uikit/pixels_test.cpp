@@ -54,6 +54,38 @@ TEST_F(Pixels, AViewFillsItsFrameAndARoundCornerDoesNot)
     EXPECT_EQ(at({ 150, 52 }), red);
 }
 
+TEST_F(Pixels, CornersAreRoundByTheMaskAndTheirCurveIsALayersOwn)
+{
+    const id layer = send<"layer">(box);
+    send<"setCornerRadius:", void>(layer, 40.0);
+    /// Which corners show the box: top left, top right, bottom left, bottom right.
+    const auto corners = [] {
+        std::string square;
+        for (const CGPoint corner : { CGPoint { 102, 52 }, { 197, 52 }, { 102, 147 }, { 197, 147 } })
+            square += at(corner) == red ? 'x' : '.';
+        return square;
+    };
+    for (const auto& [mask, square] : std::initializer_list<std::pair<NSUInteger, const char*>> { { 15, "...." },
+             { 1, ".xxx" }, { 2, "x.xx" }, { 4, "xx.x" }, { 8, "xxx." }, { 3, "..xx" }, { 0, "xxxx" } }) {
+        send<"setMaskedCorners:", void>(layer, mask);
+        EXPECT_EQ(corners(), square) << mask;
+    }
+    send<"setMaskedCorners:", void>(layer, NSUInteger { 15 });
+    send<"setCornerRadius:", void>(layer, 30.0);
+    // Where a circle has already left the side, and where it stands at 45 degrees.
+    const CGPoint beside { 131, 50 };
+    const CGPoint diagonal { 109.5, 59.5 };
+    EXPECT_EQ(at(beside), red);
+    EXPECT_EQ(at(diagonal), red);
+    send<"setCornerCurve:", void>(layer, string("continuous"));
+    EXPECT_NE(at(beside), red) << "the curve begins further out";
+    EXPECT_EQ(at(diagonal), red) << "and is as round in its middle";
+    send<"setClipsToBounds:", void>(box, true);
+    send<"setCornerRadius:", void>(layer, 50.0);
+    EXPECT_EQ(at({ 150, 50 }), red) << "a circle where the sides leave no room";
+    EXPECT_EQ(at({ 112, 62 }), white);
+}
+
 TEST_F(Pixels, SubviewsAreCutOffOnlyWhereTheLayerMasks)
 {
     const id inner = makeView(CGRectMake(50, 0, 100, 20));
