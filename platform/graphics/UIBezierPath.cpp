@@ -6,33 +6,33 @@ namespace platform {
 
 namespace {
 
-UIBezierPath& pathIn(const id& self)
+BezierPathObject& pathIn(const id& self)
 {
-    return static_cast<UIBezierPath&>(*self);
+    return static_cast<BezierPathObject&>(*self);
 }
 
 id bezierPath(const id&, SEL)
 {
-    return make<UIBezierPath>();
+    return make<BezierPathObject>();
 }
 
 id bezierPathWithRect(const id&, SEL, CGRect rect)
 {
-    const Ref<UIBezierPath> made = make<UIBezierPath>();
+    const Ref<BezierPathObject> made = make<BezierPathObject>();
     made->path.addRect(rect);
     return made;
 }
 
 id bezierPathWithRoundedRect(const id&, SEL, CGRect rect, double radius)
 {
-    const Ref<UIBezierPath> made = make<UIBezierPath>();
+    const Ref<BezierPathObject> made = make<BezierPathObject>();
     made->path.addRoundedRect(rect, { .radius = radius });
     return made;
 }
 
 id bezierPathWithOval(const id&, SEL, CGRect rect)
 {
-    const Ref<UIBezierPath> made = make<UIBezierPath>();
+    const Ref<BezierPathObject> made = make<BezierPathObject>();
     made->path.addEllipse(rect);
     return made;
 }
@@ -82,7 +82,7 @@ void closePath(const id& self, SEL)
 
 void appendPath(const id& self, SEL, const id& other)
 {
-    if (const auto* const added = as<UIBezierPath>(other))
+    if (const auto* const added = as<BezierPathObject>(other))
         pathIn(self).path.append(added->path);
 }
 
@@ -123,16 +123,16 @@ constexpr MethodDefinition methods[] {
     classMethod<"bezierPathWithRoundedRect:cornerRadius:", &bezierPathWithRoundedRect>(),
     method<"closePath", &closePath>(),
     method<"fill", &fill>(),
-    getter<"lineWidth", &UIBezierPath::lineWidth>(),
+    getter<"lineWidth", &BezierPathObject::lineWidth>(),
     method<"moveToPoint:", &moveTo>(),
-    setter<"setLineWidth:", &UIBezierPath::lineWidth>(),
+    setter<"setLineWidth:", &BezierPathObject::lineWidth>(),
     method<"stroke", &stroke>(),
 };
 
 } // namespace
 
-const ClassDefinition UIBezierPath::definition {
-    .name = "UIBezierPath", .allocate = allocate<UIBezierPath>, .methods = methods
+const ClassDefinition BezierPathObject::definition {
+    .name = "UIBezierPath", .allocate = allocate<BezierPathObject>, .methods = methods
 };
 
 } // namespace platform

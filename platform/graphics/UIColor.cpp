@@ -5,27 +5,27 @@
 
 namespace platform {
 
-bool UIColor::isEqualTo(const NSObject& other) const noexcept
+bool ColorObject::isEqualTo(const NSObject& other) const noexcept
 {
-    const auto* const another = dynamic_cast<const UIColor*>(&other);
+    const auto* const another = dynamic_cast<const ColorObject*>(&other);
     return another && another->color == color;
 }
 
-std::size_t UIColor::hashValue() const noexcept
+std::size_t ColorObject::hashValue() const noexcept
 {
     return static_cast<std::size_t>((color.red * 256 + color.green) * 65536 + color.blue * 256 + color.alpha);
 }
 
 id colorObject(const Color& color)
 {
-    const Ref<UIColor> object = make<UIColor>();
+    const Ref<ColorObject> object = make<ColorObject>();
     object->color = color;
     return object;
 }
 
 std::optional<Color> asColor(const id& object)
 {
-    const auto* const color = as<UIColor>(object);
+    const auto* const color = as<ColorObject>(object);
     return color ? std::optional(color->color) : std::nullopt;
 }
 
@@ -156,6 +156,8 @@ constexpr MethodDefinition methods[] {
 
 } // namespace
 
-const ClassDefinition UIColor::definition { .name = "UIColor", .allocate = allocate<UIColor>, .methods = methods };
+const ClassDefinition ColorObject::definition {
+    .name = "UIColor", .allocate = allocate<ColorObject>, .methods = methods
+};
 
 } // namespace platform

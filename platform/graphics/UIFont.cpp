@@ -5,22 +5,22 @@
 
 namespace platform {
 
-bool UIFont::isEqualTo(const NSObject& other) const noexcept
+bool FontObject::isEqualTo(const NSObject& other) const noexcept
 {
-    const auto* const another = dynamic_cast<const UIFont*>(&other);
+    const auto* const another = dynamic_cast<const FontObject*>(&other);
     return another && another->font == font;
 }
 
 id fontObject(const Font& font)
 {
-    const Ref<UIFont> object = make<UIFont>();
+    const Ref<FontObject> object = make<FontObject>();
     object->font = font;
     return object;
 }
 
 std::optional<Font> asFont(const id& object)
 {
-    const auto* const font = as<UIFont>(object);
+    const auto* const font = as<FontObject>(object);
     return font ? std::optional(font->font) : std::nullopt;
 }
 
@@ -134,7 +134,7 @@ template <auto Function> void addToStrings(std::string_view selector)
 
 } // namespace
 
-const ClassDefinition UIFont::definition { .name = "UIFont", .allocate = allocate<UIFont>, .methods = methods };
+const ClassDefinition FontObject::definition { .name = "UIFont", .allocate = allocate<FontObject>, .methods = methods };
 
 void addStringDrawing()
 {

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-std::shared_ptr<const Bitmap> UIImage::bitmap() const
+std::shared_ptr<const Bitmap> ImageObject::bitmap() const
 {
     const std::lock_guard lock(mutex_);
     if (!bitmap_ && drawing) {
@@ -22,13 +22,13 @@ std::shared_ptr<const Bitmap> UIImage::bitmap() const
     return bitmap_;
 }
 
-void UIImage::setBitmap(Bitmap pixels)
+void ImageObject::setBitmap(Bitmap pixels)
 {
     size = { pixels.width / scale, pixels.height / scale };
     bitmap_ = std::make_shared<const Bitmap>(std::move(pixels));
 }
 
-void UIImage::copyTo(UIImage& other) const
+void ImageObject::copyTo(ImageObject& other) const
 {
     other.size = size;
     other.scale = scale;
@@ -42,7 +42,7 @@ void UIImage::copyTo(UIImage& other) const
 }
 
 /// When the copy has enough pixels for it, or is all there is.
-bool UIImage::drawSmallCopy(Canvas& canvas, const CGRect& rect, double alpha) const
+bool ImageObject::drawSmallCopy(Canvas& canvas, const CGRect& rect, double alpha) const
 {
     if (!file)
         return false;
@@ -55,7 +55,7 @@ bool UIImage::drawSmallCopy(Canvas& canvas, const CGRect& rect, double alpha) co
     return true;
 }
 
-void UIImage::draw(Canvas& canvas, const CGRect& rect, const Color& tintColor, double alpha) const
+void ImageObject::draw(Canvas& canvas, const CGRect& rect, const Color& tintColor, double alpha) const
 {
     if (CGRectIsEmpty(rect))
         return;
@@ -79,7 +79,7 @@ id imageObject(Bitmap bitmap, double scale)
 {
     if (bitmap.pixels.empty())
         return nil;
-    const Ref<UIImage> image = make<UIImage>();
+    const Ref<ImageObject> image = make<ImageObject>();
     image->scale = scale > 0 ? scale : 1;
     image->setBitmap(std::move(bitmap));
     return image;
@@ -87,7 +87,7 @@ id imageObject(Bitmap bitmap, double scale)
 
 id imageObject(std::shared_ptr<const PictureFile> file, double scale)
 {
-    const Ref<UIImage> image = make<UIImage>();
+    const Ref<ImageObject> image = make<ImageObject>();
     image->size = { file->width() / scale, file->height() / scale };
     image->scale = scale;
     image->file = std::move(file);
@@ -96,7 +96,7 @@ id imageObject(std::shared_ptr<const PictureFile> file, double scale)
 
 id imageObject(std::shared_ptr<const Recording> drawing, CGSize size, double scale)
 {
-    const Ref<UIImage> image = make<UIImage>();
+    const Ref<ImageObject> image = make<ImageObject>();
     image->size = size;
     image->scale = scale > 0 ? scale : 1;
     image->drawing = std::move(drawing);
@@ -178,18 +178,18 @@ id systemImageNamed(const id&, SEL, const id& name)
         return nil;
     constexpr double scale = 3;
     const id image = imageObject(std::move(symbol), size, scale);
-    as<UIImage>(image)->isSymbol = true;
+    as<ImageObject>(image)->isSymbol = true;
     return image;
 }
 
-UIImage& imageIn(const id& self)
+ImageObject& imageIn(const id& self)
 {
-    return static_cast<UIImage&>(*self);
+    return static_cast<ImageObject&>(*self);
 }
 
 id imageWithRenderingMode(const id& self, SEL, long mode)
 {
-    const Ref<UIImage> image = make<UIImage>();
+    const Ref<ImageObject> image = make<ImageObject>();
     imageIn(self).copyTo(*image);
     image->renderingMode = static_cast<RenderingMode>(mode);
     return image;
@@ -197,7 +197,7 @@ id imageWithRenderingMode(const id& self, SEL, long mode)
 
 id imageWithTintColor(const id& self, SEL, const id& color)
 {
-    const Ref<UIImage> image = make<UIImage>();
+    const Ref<ImageObject> image = make<ImageObject>();
     imageIn(self).copyTo(*image);
     image->tint = color;
     return image;
@@ -244,14 +244,16 @@ constexpr MethodDefinition methods[] {
     classMethod<"imageWithData:scale:", &imageWithDataAndScale>(),
     method<"imageWithRenderingMode:", &imageWithRenderingMode>(),
     method<"imageWithTintColor:", &imageWithTintColor>().since(13),
-    getter<"renderingMode", &UIImage::renderingMode>(),
-    getter<"scale", &UIImage::scale>(),
-    getter<"size", &UIImage::size>(),
+    getter<"renderingMode", &ImageObject::renderingMode>(),
+    getter<"scale", &ImageObject::scale>(),
+    getter<"size", &ImageObject::size>(),
     classMethod<"systemImageNamed:", &systemImageNamed>().since(13),
 };
 
 } // namespace
 
-const ClassDefinition UIImage::definition { .name = "UIImage", .allocate = allocate<UIImage>, .methods = methods };
+const ClassDefinition ImageObject::definition {
+    .name = "UIImage", .allocate = allocate<ImageObject>, .methods = methods
+};
 
 } // namespace platform

@@ -105,7 +105,7 @@ constexpr MethodDefinition functions[] {
 };
 
 /// Draws images that stay sharp at every scale.
-class UIGraphicsImageRenderer : public NSObject {
+class GraphicsImageRendererObject : public NSObject {
 public:
     CGSize size {};
 
@@ -128,8 +128,8 @@ public:
 };
 
 constexpr MethodDefinition rendererMethods[] {
-    method<"imageWithActions:", &UIGraphicsImageRenderer::imageWithActions>(),
-    method<"initWithSize:", &UIGraphicsImageRenderer::initWithSize>(),
+    method<"imageWithActions:", &GraphicsImageRendererObject::imageWithActions>(),
+    method<"initWithSize:", &GraphicsImageRendererObject::initWithSize>(),
 };
 
 void saveState(const id& self, SEL)
@@ -177,7 +177,7 @@ constexpr MethodDefinition contextMethods[] {
 
 const ClassDefinition UIGraphicsFunctions_class { .name = "UIGraphicsFunctions", .methods = functions };
 const ClassDefinition UIGraphicsImageRenderer_class {
-    .name = "UIGraphicsImageRenderer", .allocate = allocate<UIGraphicsImageRenderer>, .methods = rendererMethods
+    .name = "UIGraphicsImageRenderer", .allocate = allocate<GraphicsImageRendererObject>, .methods = rendererMethods
 };
 const ClassDefinition GraphicsContext::definition {
     .name = "UIGraphicsContext", .allocate = allocate<GraphicsContext>, .methods = contextMethods

@@ -13,7 +13,7 @@
 
 namespace platform {
 
-class UIColor final : public NSObject {
+class ColorObject final : public NSObject {
 public:
     static const ClassDefinition definition;
     Color color { 0, 0, 0, 1 };
@@ -26,7 +26,7 @@ id colorObject(const Color& color);
 /// Empty for nil and for what isn't a colour.
 std::optional<Color> asColor(const id& object);
 
-class UIFont final : public NSObject {
+class FontObject final : public NSObject {
 public:
     static const ClassDefinition definition;
     Font font;
@@ -42,7 +42,7 @@ enum class RenderingMode : long { Automatic = 0, Original = 1, Template = 2 };
 
 /// A picture: pixels; a drawing that can be made at any scale, of which pixels are made when they are asked for; or a
 /// file, which is read when it isn't enough to show the small copy that it brings.
-class UIImage : public NSObject {
+class ImageObject : public NSObject {
 public:
     static const ClassDefinition definition;
 
@@ -57,7 +57,7 @@ public:
     /// The pixels at the image's own scale; null for an image of no size, and for a file that turns out to be damaged.
     std::shared_ptr<const Bitmap> bitmap() const;
     void setBitmap(Bitmap pixels);
-    void copyTo(UIImage& other) const;
+    void copyTo(ImageObject& other) const;
 
     bool isTemplate() const noexcept
     {
@@ -79,7 +79,7 @@ id imageObject(Bitmap bitmap, double scale);
 id imageObject(std::shared_ptr<const PictureFile> file, double scale);
 id imageObject(std::shared_ptr<const Recording> drawing, CGSize size, double scale);
 
-class UIBezierPath final : public NSObject {
+class BezierPathObject final : public NSObject {
 public:
     static const ClassDefinition definition;
     Path path;

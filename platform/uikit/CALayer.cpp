@@ -7,13 +7,13 @@
 
 namespace platform {
 
-CALayer::~CALayer()
+LayerObject::~LayerObject()
 {
-    for (const Ref<CALayer>& sublayer : sublayers)
+    for (const Ref<LayerObject>& sublayer : sublayers)
         sublayer->superlayer = nullptr;
 }
 
-void CALayer::setCornerRadius(double radius)
+void LayerObject::setCornerRadius(double radius)
 {
     if (view)
         noteChange(*view, Animatable::CornerRadius, valuesOf(cornerRadius), valuesOf(radius));
@@ -21,9 +21,9 @@ void CALayer::setCornerRadius(double radius)
         changed(*this, Asks::Drawing);
 }
 
-void CALayer::insertSublayer(const id& sublayer, unsigned index)
+void LayerObject::insertSublayer(const id& sublayer, unsigned index)
 {
-    const Ref<CALayer> added(as<CALayer>(sublayer));
+    const Ref<LayerObject> added(as<LayerObject>(sublayer));
     if (!added || added.get() == this)
         return;
     added->removeFromSuperlayer();
@@ -33,14 +33,14 @@ void CALayer::insertSublayer(const id& sublayer, unsigned index)
     changed(*this, Asks::Drawing);
 }
 
-void CALayer::addSublayer(const id& sublayer)
+void LayerObject::addSublayer(const id& sublayer)
 {
     insertSublayer(sublayer, static_cast<unsigned>(sublayers.size()));
 }
 
-void CALayer::removeFromSuperlayer()
+void LayerObject::removeFromSuperlayer()
 {
-    const Ref<CALayer> self(this);
+    const Ref<LayerObject> self(this);
     if (!superlayer)
         return;
     std::erase(superlayer->sublayers, self);
@@ -48,12 +48,12 @@ void CALayer::removeFromSuperlayer()
     changed(*this, Asks::Drawing);
 }
 
-void changed(CALayer&, Asks)
+void changed(LayerObject&, Asks)
 {
     noteDamage();
 }
 
-Path CALayer::outline(const CGRect& bounds, double radius) const
+Path LayerObject::outline(const CGRect& bounds, double radius) const
 {
     const auto curve = asString(cornerCurve);
     const bool isContinuous = curve && curve->view() == "continuous";
@@ -62,22 +62,22 @@ Path CALayer::outline(const CGRect& bounds, double radius) const
             isContinuous ? CornerCurve::Continuous : CornerCurve::Circular });
 }
 
-CGRect CALayer::bounds() const
+CGRect LayerObject::bounds() const
 {
     return view ? view->bounds : CGRect { {}, frame.size };
 }
 
-void CALayer::drawContents(Canvas& canvas, const CGRect& bounds) const
+void LayerObject::drawContents(Canvas& canvas, const CGRect& bounds) const
 {
-    if (const auto* const image = as<UIImage>(contents))
+    if (const auto* const image = as<ImageObject>(contents))
         image->draw(canvas, bounds, Color {});
 }
 
 namespace {
 
-CALayer& layerIn(const id& self)
+LayerObject& layerIn(const id& self)
 {
-    return static_cast<CALayer&>(*self);
+    return static_cast<LayerObject&>(*self);
 }
 
 id layer(const id& self, SEL)
@@ -137,46 +137,46 @@ void renderInContext(const id& self, SEL, const id& context)
 }
 
 constexpr MethodDefinition methods[] {
-    method<"addSublayer:", &CALayer::addSublayer>(),
+    method<"addSublayer:", &LayerObject::addSublayer>(),
     method<"backgroundColor", &backgroundColor>(),
-    getter<"borderColor", &CALayer::borderColor>(),
-    getter<"borderWidth", &CALayer::borderWidth>(),
-    method<"bounds", &CALayer::bounds>(),
-    getter<"contents", &CALayer::contents>(),
-    getter<"cornerCurve", &CALayer::cornerCurve>(),
-    getter<"cornerRadius", &CALayer::cornerRadius>(),
+    getter<"borderColor", &LayerObject::borderColor>(),
+    getter<"borderWidth", &LayerObject::borderWidth>(),
+    method<"bounds", &LayerObject::bounds>(),
+    getter<"contents", &LayerObject::contents>(),
+    getter<"cornerCurve", &LayerObject::cornerCurve>(),
+    getter<"cornerRadius", &LayerObject::cornerRadius>(),
     method<"frame", &frame>(),
-    method<"insertSublayer:atIndex:", &CALayer::insertSublayer>(),
+    method<"insertSublayer:atIndex:", &LayerObject::insertSublayer>(),
     classMethod<"layer", &layer>(),
-    getter<"maskedCorners", &CALayer::maskedCorners>(),
-    getter<"masksToBounds", &CALayer::masksToBounds>(),
+    getter<"maskedCorners", &LayerObject::maskedCorners>(),
+    getter<"masksToBounds", &LayerObject::masksToBounds>(),
     method<"opacity", &opacity>(),
-    method<"removeFromSuperlayer", &CALayer::removeFromSuperlayer>(),
+    method<"removeFromSuperlayer", &LayerObject::removeFromSuperlayer>(),
     method<"renderInContext:", &renderInContext>(),
     method<"setBackgroundColor:", &setBackgroundColor>(),
-    setterThatAsks<"setBorderColor:", &CALayer::borderColor, Asks::Drawing>(),
-    setterThatAsks<"setBorderWidth:", &CALayer::borderWidth, Asks::Drawing>(),
-    setterThatAsks<"setContents:", &CALayer::contents, Asks::Drawing>(),
-    setterThatAsks<"setCornerCurve:", &CALayer::cornerCurve, Asks::Drawing>(),
-    method<"setCornerRadius:", &CALayer::setCornerRadius>(),
+    setterThatAsks<"setBorderColor:", &LayerObject::borderColor, Asks::Drawing>(),
+    setterThatAsks<"setBorderWidth:", &LayerObject::borderWidth, Asks::Drawing>(),
+    setterThatAsks<"setContents:", &LayerObject::contents, Asks::Drawing>(),
+    setterThatAsks<"setCornerCurve:", &LayerObject::cornerCurve, Asks::Drawing>(),
+    method<"setCornerRadius:", &LayerObject::setCornerRadius>(),
     method<"setFrame:", &setFrame>(),
-    setterThatAsks<"setHidden:", &CALayer::hidden, Asks::Drawing>(),
-    setterThatAsks<"setMaskedCorners:", &CALayer::maskedCorners, Asks::Drawing>(),
-    setterThatAsks<"setMasksToBounds:", &CALayer::masksToBounds, Asks::Drawing>(),
+    setterThatAsks<"setHidden:", &LayerObject::hidden, Asks::Drawing>(),
+    setterThatAsks<"setMaskedCorners:", &LayerObject::maskedCorners, Asks::Drawing>(),
+    setterThatAsks<"setMasksToBounds:", &LayerObject::masksToBounds, Asks::Drawing>(),
     method<"setOpacity:", &setOpacity>(),
-    setterThatAsks<"setShadowColor:", &CALayer::shadowColor, Asks::Drawing>(),
-    setterThatAsks<"setShadowOffset:", &CALayer::shadowOffset, Asks::Drawing>(),
-    setterThatAsks<"setShadowOpacity:", &CALayer::shadowOpacity, Asks::Drawing>(),
-    setterThatAsks<"setShadowRadius:", &CALayer::shadowRadius, Asks::Drawing>(),
-    getter<"shadowColor", &CALayer::shadowColor>(),
-    getter<"shadowOffset", &CALayer::shadowOffset>(),
-    getter<"shadowOpacity", &CALayer::shadowOpacity>(),
-    getter<"shadowRadius", &CALayer::shadowRadius>(),
+    setterThatAsks<"setShadowColor:", &LayerObject::shadowColor, Asks::Drawing>(),
+    setterThatAsks<"setShadowOffset:", &LayerObject::shadowOffset, Asks::Drawing>(),
+    setterThatAsks<"setShadowOpacity:", &LayerObject::shadowOpacity, Asks::Drawing>(),
+    setterThatAsks<"setShadowRadius:", &LayerObject::shadowRadius, Asks::Drawing>(),
+    getter<"shadowColor", &LayerObject::shadowColor>(),
+    getter<"shadowOffset", &LayerObject::shadowOffset>(),
+    getter<"shadowOpacity", &LayerObject::shadowOpacity>(),
+    getter<"shadowRadius", &LayerObject::shadowRadius>(),
     method<"sublayers", &sublayers>(),
 };
 
 /// Colours that run into each other, from the start point to the end point, in shares of the layer's sides.
-class CAGradientLayer : public CALayer {
+class GradientLayerObject : public LayerObject {
 public:
     id colors {};
     id locations {};
@@ -203,19 +203,21 @@ public:
 };
 
 constexpr MethodDefinition gradientMethods[] {
-    getter<"colors", &CAGradientLayer::colors>(),
-    setterThatAsks<"setColors:", &CAGradientLayer::colors, Asks::Drawing>(),
-    setterThatAsks<"setEndPoint:", &CAGradientLayer::endPoint, Asks::Drawing>(),
-    setterThatAsks<"setLocations:", &CAGradientLayer::locations, Asks::Drawing>(),
-    setterThatAsks<"setStartPoint:", &CAGradientLayer::startPoint, Asks::Drawing>(),
+    getter<"colors", &GradientLayerObject::colors>(),
+    setterThatAsks<"setColors:", &GradientLayerObject::colors, Asks::Drawing>(),
+    setterThatAsks<"setEndPoint:", &GradientLayerObject::endPoint, Asks::Drawing>(),
+    setterThatAsks<"setLocations:", &GradientLayerObject::locations, Asks::Drawing>(),
+    setterThatAsks<"setStartPoint:", &GradientLayerObject::startPoint, Asks::Drawing>(),
 };
 
 } // namespace
 
-const ClassDefinition CALayer::definition { .name = "CALayer", .allocate = allocate<CALayer>, .methods = methods };
+const ClassDefinition LayerObject::definition {
+    .name = "CALayer", .allocate = allocate<LayerObject>, .methods = methods
+};
 const ClassDefinition CAGradientLayer_class { .name = "CAGradientLayer",
-    .superclass = &CALayer::definition,
-    .allocate = allocate<CAGradientLayer>,
+    .superclass = &LayerObject::definition,
+    .allocate = allocate<GradientLayerObject>,
     .methods = gradientMethods };
 
 } // namespace platform

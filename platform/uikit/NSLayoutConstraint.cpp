@@ -5,33 +5,33 @@
 
 namespace platform {
 
-NSLayoutConstraint::~NSLayoutConstraint() = default;
+LayoutConstraintObject::~LayoutConstraintObject() = default;
 
 namespace {
 
-UIView* commonAncestor(UIView* left, UIView* right)
+ViewObject* commonAncestor(ViewObject* left, ViewObject* right)
 {
     if (!right)
         return left;
-    for (UIView* view = left; view; view = view->superview)
+    for (ViewObject* view = left; view; view = view->superview)
         if (right->isDescendantOf(*view))
             return view;
     return nullptr;
 }
 
-NSLayoutConstraint& constraintIn(const id& self)
+LayoutConstraintObject& constraintIn(const id& self)
 {
-    return static_cast<NSLayoutConstraint&>(*self);
+    return static_cast<LayoutConstraintObject&>(*self);
 }
 
 id makeConstraint(const id&, SEL, const id& first, NSInteger firstAttribute, NSInteger relation, const id& second,
     NSInteger secondAttribute, double multiplier, double constant)
 {
-    const Ref<NSLayoutConstraint> constraint = make<NSLayoutConstraint>();
-    constraint->first = Ref<UIView>(asView(first));
+    const Ref<LayoutConstraintObject> constraint = make<LayoutConstraintObject>();
+    constraint->first = Ref<ViewObject>(asViewObject(first));
     constraint->firstAttribute = static_cast<LayoutAttribute>(firstAttribute);
     constraint->relation = static_cast<LayoutRelation>(relation);
-    constraint->second = Ref<UIView>(asView(second));
+    constraint->second = Ref<ViewObject>(asViewObject(second));
     constraint->secondAttribute = second ? static_cast<LayoutAttribute>(secondAttribute) : LayoutAttribute::None;
     constraint->multiplier = multiplier;
     constraint->constant = constant;
@@ -61,29 +61,29 @@ id secondItem(const id& self, SEL)
 
 constexpr MethodDefinition methods[] {
     classMethod<"activateConstraints:", &setAllActive<true>>(),
-    getter<"constant", &NSLayoutConstraint::constant>(),
+    getter<"constant", &LayoutConstraintObject::constant>(),
     classMethod<"constraintWithItem:attribute:relatedBy:toItem:attribute:multiplier:constant:", &makeConstraint>(),
     classMethod<"deactivateConstraints:", &setAllActive<false>>(),
-    getter<"firstAttribute", &NSLayoutConstraint::firstAttribute>(),
+    getter<"firstAttribute", &LayoutConstraintObject::firstAttribute>(),
     method<"firstItem", &firstItem>(),
     method<"isActive", &isActive>(),
-    getter<"priority", &NSLayoutConstraint::priority>(),
-    getter<"secondAttribute", &NSLayoutConstraint::secondAttribute>(),
+    getter<"priority", &LayoutConstraintObject::priority>(),
+    getter<"secondAttribute", &LayoutConstraintObject::secondAttribute>(),
     method<"secondItem", &secondItem>(),
-    method<"setActive:", &NSLayoutConstraint::setActive>(),
-    method<"setConstant:", &NSLayoutConstraint::setConstant>(),
-    method<"setPriority:", &NSLayoutConstraint::setPriority>(),
+    method<"setActive:", &LayoutConstraintObject::setActive>(),
+    method<"setConstant:", &LayoutConstraintObject::setConstant>(),
+    method<"setPriority:", &LayoutConstraintObject::setPriority>(),
 };
 
 } // namespace
 
-const ClassDefinition NSLayoutConstraint::definition {
-    .name = "NSLayoutConstraint", .allocate = allocate<NSLayoutConstraint>, .methods = methods
+const ClassDefinition LayoutConstraintObject::definition {
+    .name = "NSLayoutConstraint", .allocate = allocate<LayoutConstraintObject>, .methods = methods
 };
 
-void NSLayoutConstraint::setActive(bool active)
+void LayoutConstraintObject::setActive(bool active)
 {
-    const Ref<UIView> present = owner;
+    const Ref<ViewObject> present = owner;
     if (active == static_cast<bool>(present))
         return;
     const id self(this);
@@ -93,11 +93,11 @@ void NSLayoutConstraint::setActive(bool active)
         send<"removeObject:", void>(present->constraints, self);
         return;
     }
-    const Ref<UIView> from = first;
-    const Ref<UIView> to = second;
+    const Ref<ViewObject> from = first;
+    const Ref<ViewObject> to = second;
     if (!from || (!to && secondAttribute != LayoutAttribute::None))
         return;
-    const Ref<UIView> ancestor(commonAncestor(from.get(), to.get()));
+    const Ref<ViewObject> ancestor(commonAncestor(from.get(), to.get()));
     if (!ancestor)
         throw NSException("NSGenericException", "a constraint can't be activated between views of two trees");
     if (!ancestor->constraints)
@@ -107,30 +107,30 @@ void NSLayoutConstraint::setActive(bool active)
     ancestor->setNeedsLayout();
 }
 
-void NSLayoutConstraint::setConstant(double newConstant)
+void LayoutConstraintObject::setConstant(double newConstant)
 {
     change(constant, newConstant);
 }
 
-void NSLayoutConstraint::setPriority(float newPriority)
+void LayoutConstraintObject::setPriority(float newPriority)
 {
     change(priority, newPriority);
 }
 
-template <class T> void NSLayoutConstraint::change(T& field, T value)
+template <class T> void LayoutConstraintObject::change(T& field, T value)
 {
     if (std::exchange(field, value) == value)
         return;
-    if (const Ref<UIView> present = owner)
+    if (const Ref<ViewObject> present = owner)
         present->setNeedsLayout();
 }
 
 namespace {
 
 /// One edge, centre or side of a view.
-class NSLayoutAnchor : public NSObject {
+class LayoutAnchorObject : public NSObject {
 public:
-    UIView* view = nullptr;
+    ViewObject* view = nullptr;
     id keepsView {};
     LayoutAttribute attribute = LayoutAttribute::None;
 };
@@ -138,8 +138,8 @@ public:
 template <LayoutAttribute Attribute> id anchor(const id& self, SEL)
 {
     id made = send<"new">(id(classNamed<"NSLayoutAnchor">()));
-    auto& fields = static_cast<NSLayoutAnchor&>(*made);
-    fields.view = asView(self);
+    auto& fields = static_cast<LayoutAnchorObject&>(*made);
+    fields.view = asViewObject(self);
     fields.keepsView = self;
     fields.attribute = Attribute;
     return made;
@@ -147,8 +147,8 @@ template <LayoutAttribute Attribute> id anchor(const id& self, SEL)
 
 id constraintTo(const id& self, LayoutRelation relation, const id& other, double multiplier, double constant)
 {
-    const auto& from = static_cast<const NSLayoutAnchor&>(*self);
-    const auto* const to = as<NSLayoutAnchor>(other);
+    const auto& from = static_cast<const LayoutAnchorObject&>(*self);
+    const auto* const to = as<LayoutAnchorObject>(other);
     return makeConstraint(nil, nullptr, id(from.view), static_cast<long>(from.attribute), static_cast<long>(relation),
         to ? id(to->view) : nil, static_cast<long>(to ? to->attribute : LayoutAttribute::None), multiplier, constant);
 }
@@ -207,7 +207,7 @@ void removeConstraint(const id&, SEL, const id& constraint)
 
 id constraints(const id& self, SEL)
 {
-    const ArrayValue items = itemsOf(static_cast<UIView&>(*self).constraints);
+    const ArrayValue items = itemsOf(static_cast<ViewObject&>(*self).constraints);
     return array({ items.begin(), items.end() });
 }
 
@@ -238,7 +238,7 @@ constexpr MethodDefinition viewRows[] {
 
 constinit const std::span<const MethodDefinition> constraintMethods { viewRows };
 const ClassDefinition NSLayoutAnchor_class {
-    .name = "NSLayoutAnchor", .allocate = allocate<NSLayoutAnchor>, .methods = anchorRows
+    .name = "NSLayoutAnchor", .allocate = allocate<LayoutAnchorObject>, .methods = anchorRows
 };
 
 } // namespace platform

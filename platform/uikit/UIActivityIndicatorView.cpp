@@ -17,7 +17,7 @@ constexpr Color gray { 0.6, 0.6, 0.6, 1 };
 constexpr Color white { 1, 1, 1, 1 };
 
 /// A wheel of spokes that says that something is under way. It is drawn as it stands: nothing turns.
-class UIActivityIndicatorView : public UIView {
+class ActivityIndicatorViewObject : public ViewObject {
 public:
     bool isAnimating = false;
     bool hidesWhenStopped = true;
@@ -77,22 +77,22 @@ private:
 };
 
 constexpr MethodDefinition methods[] {
-    method<"activityIndicatorViewStyle", &UIActivityIndicatorView::style>(),
-    getter<"color", &UIActivityIndicatorView::color>(),
-    getter<"hidesWhenStopped", &UIActivityIndicatorView::hidesWhenStopped>(),
-    method<"initWithActivityIndicatorStyle:", &UIActivityIndicatorView::initWithStyle>(),
-    getter<"isAnimating", &UIActivityIndicatorView::isAnimating>(),
-    setterThatAsks<"setColor:", &UIActivityIndicatorView::color, Asks::Drawing>(),
-    setterThatAsks<"setHidesWhenStopped:", &UIActivityIndicatorView::hidesWhenStopped, Asks::Drawing>(),
-    method<"startAnimating", &UIActivityIndicatorView::startAnimating>(),
-    method<"stopAnimating", &UIActivityIndicatorView::stopAnimating>(),
+    method<"activityIndicatorViewStyle", &ActivityIndicatorViewObject::style>(),
+    getter<"color", &ActivityIndicatorViewObject::color>(),
+    getter<"hidesWhenStopped", &ActivityIndicatorViewObject::hidesWhenStopped>(),
+    method<"initWithActivityIndicatorStyle:", &ActivityIndicatorViewObject::initWithStyle>(),
+    getter<"isAnimating", &ActivityIndicatorViewObject::isAnimating>(),
+    setterThatAsks<"setColor:", &ActivityIndicatorViewObject::color, Asks::Drawing>(),
+    setterThatAsks<"setHidesWhenStopped:", &ActivityIndicatorViewObject::hidesWhenStopped, Asks::Drawing>(),
+    method<"startAnimating", &ActivityIndicatorViewObject::startAnimating>(),
+    method<"stopAnimating", &ActivityIndicatorViewObject::stopAnimating>(),
 };
 
 } // namespace
 
 const ClassDefinition UIActivityIndicatorView_class { .name = "UIActivityIndicatorView",
-    .superclass = &UIView::definition,
-    .allocate = allocate<UIActivityIndicatorView>,
+    .superclass = &ViewObject::definition,
+    .allocate = allocate<ActivityIndicatorViewObject>,
     .methods = methods };
 
 } // namespace platform

@@ -23,7 +23,7 @@ constexpr double hairline = 0.5;
 constexpr double unlimited = 10000;
 
 /// A choice in an alert.
-class UIAlertAction : public NSObject {
+class AlertActionObject : public NSObject {
 public:
     id title {};
     id handler {}; ///< a block of the action, or nil
@@ -36,7 +36,7 @@ public:
 id actionWithTitle(const id& self, SEL, const id& title, NSInteger style, const id& handler)
 {
     id action = send<"new">(self);
-    auto& fields = static_cast<UIAlertAction&>(*action);
+    auto& fields = static_cast<AlertActionObject&>(*action);
     fields.title = title;
     fields.style = static_cast<ActionStyle>(style);
     fields.handler = handler;
@@ -45,10 +45,10 @@ id actionWithTitle(const id& self, SEL, const id& title, NSInteger style, const 
 
 constexpr MethodDefinition actionMethods[] {
     classMethod<"actionWithTitle:style:handler:", &actionWithTitle>(),
-    getter<"isEnabled", &UIAlertAction::enabled>(),
-    setter<"setEnabled:", &UIAlertAction::enabled>(),
-    method<"style", &UIAlertAction::styleNumber>(),
-    getter<"title", &UIAlertAction::title>(),
+    getter<"isEnabled", &AlertActionObject::enabled>(),
+    setter<"setEnabled:", &AlertActionObject::enabled>(),
+    method<"style", &AlertActionObject::styleNumber>(),
+    getter<"title", &AlertActionObject::title>(),
 };
 
 id makeLabel(const id& text, double size, bool isBold)
@@ -64,7 +64,7 @@ id makeLabel(const id& text, double size, bool isBold)
 }
 
 /// A question or a piece of news over everything else, with a button for each answer.
-class UIAlertController : public UIViewController {
+class AlertControllerObject : public ViewControllerObject {
 public:
     id message {};
     NSInteger preferredStyle = 0;
@@ -75,7 +75,7 @@ public:
     /// Goes away, and has the action's handler told. The host's and a finger's way to answer.
     void choose(const id& action)
     {
-        const auto* const known = as<UIAlertAction>(action);
+        const auto* const known = as<AlertActionObject>(action);
         if (!known || !known->enabled || std::ranges::find(actions_, action) == actions_.end())
             return;
         const id self(this); // it may be kept by nothing but its presentation
@@ -94,9 +94,9 @@ public:
 protected:
     id loadView() override
     {
-        id shade = UIViewController::loadView();
-        asView(shade)->setBackgroundColor(colorObject({ 0, 0, 0, 0.2 }));
-        const Ref<UIView> box = make<UIView>();
+        id shade = ViewControllerObject::loadView();
+        asViewObject(shade)->setBackgroundColor(colorObject({ 0, 0, 0, 0.2 }));
+        const Ref<ViewObject> box = make<ViewObject>();
         double y = margin;
         y = addText(*box, makeLabel(title, 17, true), y);
         y = addText(*box, makeLabel(message, 13, false), y) + margin - gap;
@@ -119,28 +119,28 @@ private:
         send<"setTextColor:", void>(label, colorObject(isDark ? Color { 1, 1, 1, 1 } : Color { 0, 0, 0, 1 }));
     }
 
-    static double addText(UIView& box, const id& label, double y)
+    static double addText(ViewObject& box, const id& label, double y)
     {
         color(label);
         const CGSize size = send<"sizeThatFits:", CGSize>(label, CGSize { alertWidth - 2 * margin, unlimited });
-        asView(label)->setFrame({ { margin, y }, { alertWidth - 2 * margin, size.height } });
+        asViewObject(label)->setFrame({ { margin, y }, { alertWidth - 2 * margin, size.height } });
         send<"addSubview:", void>(id(&box), label);
         return size.height > 0 ? y + size.height + gap : y;
     }
 
-    double addButton(UIView& box, const id& action, double y)
+    double addButton(ViewObject& box, const id& action, double y)
     {
-        const auto& fields = static_cast<const UIAlertAction&>(*action);
-        const Ref<UIView> line = make<UIView>();
+        const auto& fields = static_cast<const AlertActionObject&>(*action);
+        const Ref<ViewObject> line = make<ViewObject>();
         line->setFrame({ { 0, y }, { alertWidth, hairline } });
         line->setBackgroundColor(colorObject({ 0.5, 0.5, 0.5, 0.4 }));
-        const Ref<UIView> button = make<UIView>();
+        const Ref<ViewObject> button = make<ViewObject>();
         button->setFrame({ { 0, y }, { alertWidth, buttonHeight } });
         const id label = makeLabel(fields.title, 17, fields.style == ActionStyle::Cancel);
         const Color blue { 0, 0.48, 1, fields.enabled ? 1 : 0.4 };
         const Color red { 1, 0.23, 0.19, fields.enabled ? 1 : 0.4 };
         send<"setTextColor:", void>(label, colorObject(fields.style == ActionStyle::Destructive ? red : blue));
-        asView(label)->setFrame({ {}, { alertWidth, buttonHeight } });
+        asViewObject(label)->setFrame({ {}, { alertWidth, buttonHeight } });
         send<"addSubview:", void>(id(button), label);
         const id tap = send<"initWithTarget:action:">(
             send<"alloc">(id(classNamed<"UITapGestureRecognizer">())), id(this), sel_registerName("_didTapButton:"));
@@ -158,7 +158,7 @@ private:
 id alertWithTitle(const id& self, SEL, const id& title, const id& message, NSInteger style)
 {
     id alert = send<"new">(self);
-    auto& fields = static_cast<UIAlertController&>(*alert);
+    auto& fields = static_cast<AlertControllerObject&>(*alert);
     fields.title = title;
     fields.message = message;
     fields.preferredStyle = style;
@@ -166,25 +166,25 @@ id alertWithTitle(const id& self, SEL, const id& title, const id& message, NSInt
 }
 
 constexpr MethodDefinition methods[] {
-    method<"_choose:", &UIAlertController::choose>(),
-    method<"_didTapButton:", &UIAlertController::didTap>(),
-    method<"actions", &UIAlertController::actions>(),
-    method<"addAction:", &UIAlertController::addAction>(),
+    method<"_choose:", &AlertControllerObject::choose>(),
+    method<"_didTapButton:", &AlertControllerObject::didTap>(),
+    method<"actions", &AlertControllerObject::actions>(),
+    method<"addAction:", &AlertControllerObject::addAction>(),
     classMethod<"alertControllerWithTitle:message:preferredStyle:", &alertWithTitle>(),
-    getter<"message", &UIAlertController::message>(),
-    getter<"preferredStyle", &UIAlertController::preferredStyle>(),
-    setter<"setMessage:", &UIAlertController::message>(),
+    getter<"message", &AlertControllerObject::message>(),
+    getter<"preferredStyle", &AlertControllerObject::preferredStyle>(),
+    setter<"setMessage:", &AlertControllerObject::message>(),
 };
 
 } // namespace
 
 const ClassDefinition UIAlertAction_class {
-    .name = "UIAlertAction", .allocate = allocate<UIAlertAction>, .methods = actionMethods
+    .name = "UIAlertAction", .allocate = allocate<AlertActionObject>, .methods = actionMethods
 };
 
 const ClassDefinition UIAlertController_class { .name = "UIAlertController",
-    .superclass = &UIViewController::definition,
-    .allocate = allocate<UIAlertController>,
+    .superclass = &ViewControllerObject::definition,
+    .allocate = allocate<AlertControllerObject>,
     .methods = methods };
 
 } // namespace platform

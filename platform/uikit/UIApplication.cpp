@@ -72,7 +72,7 @@ constexpr MethodDefinition applicationMethods[] {
     method<"windows", &windows>(),
 };
 
-class UIScreen : public NSObject {
+class ScreenObject : public NSObject {
 public:
     CGRect bounds() const { return { {}, screenFacts().size }; }
     double scale() const { return screenFacts().scale; }
@@ -87,12 +87,12 @@ id mainScreen(const id& self, SEL)
 }
 
 constexpr MethodDefinition screenMethods[] {
-    method<"bounds", &UIScreen::bounds>(),
-    method<"brightness", &UIScreen::brightness>(),
+    method<"bounds", &ScreenObject::bounds>(),
+    method<"brightness", &ScreenObject::brightness>(),
     classMethod<"mainScreen", &mainScreen>(),
-    method<"nativeScale", &UIScreen::scale>(),
-    method<"scale", &UIScreen::scale>(),
-    method<"setBrightness:", &UIScreen::setBrightness>(),
+    method<"nativeScale", &ScreenObject::scale>(),
+    method<"scale", &ScreenObject::scale>(),
+    method<"setBrightness:", &ScreenObject::setBrightness>(),
 };
 
 } // namespace
@@ -100,7 +100,9 @@ constexpr MethodDefinition screenMethods[] {
 const ClassDefinition UIApplication_class {
     .name = "UIApplication", .superclass = &UIResponder_class, .methods = applicationMethods
 };
-const ClassDefinition UIScreen_class { .name = "UIScreen", .allocate = allocate<UIScreen>, .methods = screenMethods };
+const ClassDefinition UIScreen_class {
+    .name = "UIScreen", .allocate = allocate<ScreenObject>, .methods = screenMethods
+};
 
 ScreenFacts& screenFacts() noexcept
 {

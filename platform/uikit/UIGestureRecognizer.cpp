@@ -7,20 +7,20 @@ namespace platform {
 
 namespace {
 
-UIGestureRecognizer& gestureIn(const id& object)
+GestureRecognizerObject& gestureIn(const id& object)
 {
-    return static_cast<UIGestureRecognizer&>(*object);
+    return static_cast<GestureRecognizerObject&>(*object);
 }
 
 /// What a class makes of touches that says nothing about it.
-class PlainGesture final : public UIGestureRecognizer {
-    void began(const UITouch&) override { }
-    void moved(const UITouch&) override { }
-    void ended(const UITouch&) override { fail(); }
+class PlainGesture final : public GestureRecognizerObject {
+    void began(const TouchObject&) override { }
+    void moved(const TouchObject&) override { }
+    void ended(const TouchObject&) override { fail(); }
 };
 
 /// Of the view and of those that it stands in, before anyone is asked: a delegate may take any of them away.
-std::vector<id> gesturesAround(const UIView* view)
+std::vector<id> gesturesAround(const ViewObject* view)
 {
     std::vector<id> gestures;
     for (; view; view = view->superview)
@@ -31,7 +31,7 @@ std::vector<id> gesturesAround(const UIView* view)
 
 } // namespace
 
-void beginGestures(UITouch& touch)
+void beginGestures(TouchObject& touch)
 {
     for (const id& gesture : gesturesAround(touch.view.get()))
         if (gestureIn(gesture).isEnabled()
@@ -40,7 +40,7 @@ void beginGestures(UITouch& touch)
             gestureIn(gesture).begin(touch);
 }
 
-void abandonGestures(const UIView& view)
+void abandonGestures(const ViewObject& view)
 {
     const ArrayValue present = itemsOf(view.gestureRecognizers);
     const std::vector<id> gestures(present.begin(), present.end());
@@ -64,7 +64,7 @@ id view(const id& self, SEL)
 
 CGPoint locationInView(const id& self, SEL, const id& view)
 {
-    const auto* const target = asView(view);
+    const auto* const target = asViewObject(view);
     return target ? target->pointFromRoot(gestureIn(self).location()) : gestureIn(self).location();
 }
 
@@ -79,40 +79,40 @@ GestureState state(const id& self, SEL)
 }
 
 constexpr MethodDefinition methods[] {
-    method<"addTarget:action:", &UIGestureRecognizer::addTarget>(),
-    getter<"cancelsTouchesInView", &UIGestureRecognizer::cancelsTouchesInView>(),
-    getter<"delegate", &UIGestureRecognizer::delegate>(),
+    method<"addTarget:action:", &GestureRecognizerObject::addTarget>(),
+    getter<"cancelsTouchesInView", &GestureRecognizerObject::cancelsTouchesInView>(),
+    getter<"delegate", &GestureRecognizerObject::delegate>(),
     method<"initWithTarget:action:", &initWithTarget>(),
     method<"isEnabled", &isEnabled>(),
     method<"locationInView:", &locationInView>(),
-    method<"removeTarget:action:", &UIGestureRecognizer::removeTarget>(),
-    method<"requireGestureRecognizerToFail:", &UIGestureRecognizer::requireToFail>(),
-    setter<"setCancelsTouchesInView:", &UIGestureRecognizer::cancelsTouchesInView>(),
-    setter<"setDelegate:", &UIGestureRecognizer::delegate>(),
-    method<"setEnabled:", &UIGestureRecognizer::setEnabled>(),
+    method<"removeTarget:action:", &GestureRecognizerObject::removeTarget>(),
+    method<"requireGestureRecognizerToFail:", &GestureRecognizerObject::requireToFail>(),
+    setter<"setCancelsTouchesInView:", &GestureRecognizerObject::cancelsTouchesInView>(),
+    setter<"setDelegate:", &GestureRecognizerObject::delegate>(),
+    method<"setEnabled:", &GestureRecognizerObject::setEnabled>(),
     method<"state", &state>(),
     method<"view", &view>(),
 };
 
 void removeGesture(const id& self, SEL, const id& gesture)
 {
-    auto* const recognizer = as<UIGestureRecognizer>(gesture);
+    auto* const recognizer = as<GestureRecognizerObject>(gesture);
     if (!recognizer || id(recognizer->view) != self)
         return;
     const id kept = gesture;
     recognizer->abandon();
     recognizer->view = {};
-    send<"removeObject:", void>(asView(self)->gestureRecognizers, kept);
+    send<"removeObject:", void>(asViewObject(self)->gestureRecognizers, kept);
 }
 
 void addGesture(const id& self, SEL cmd, const id& gesture)
 {
-    auto* const recognizer = as<UIGestureRecognizer>(gesture);
+    auto* const recognizer = as<GestureRecognizerObject>(gesture);
     if (!recognizer)
         return;
     if (const id former = recognizer->view)
         removeGesture(former, cmd, gesture);
-    const Ref<UIView> view(asView(self));
+    const Ref<ViewObject> view(asViewObject(self));
     recognizer->view = view;
     if (!view->gestureRecognizers)
         view->gestureRecognizers = mutableArray();
@@ -121,7 +121,7 @@ void addGesture(const id& self, SEL cmd, const id& gesture)
 
 id gestures(const id& self, SEL)
 {
-    const ArrayValue items = itemsOf(asView(self)->gestureRecognizers);
+    const ArrayValue items = itemsOf(asViewObject(self)->gestureRecognizers);
     return array({ items.begin(), items.end() });
 }
 
@@ -135,7 +135,7 @@ constexpr MethodDefinition viewRows[] {
 
 constinit const std::span<const MethodDefinition> gestureMethods { viewRows };
 
-const ClassDefinition UIGestureRecognizer::definition {
+const ClassDefinition GestureRecognizerObject::definition {
     .name = "UIGestureRecognizer", .allocate = allocate<PlainGesture>, .methods = methods
 };
 

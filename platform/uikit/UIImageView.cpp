@@ -48,11 +48,11 @@ CGRect pictureRect(ContentMode mode, CGSize picture, const CGRect& box)
         size };
 }
 
-class UIImageView : public UIView {
+class ImageViewObject : public ViewObject {
 public:
     id image {};
 
-    UIImageView() { userInteractionEnabled = false; }
+    ImageViewObject() { userInteractionEnabled = false; }
 
     void setImage(const id& newImage)
     {
@@ -69,7 +69,7 @@ public:
 
     CGSize sizeThatFits(CGSize) const override
     {
-        const auto* const shown = as<UIImage>(image);
+        const auto* const shown = as<ImageObject>(image);
         return shown ? shown->size : CGSize {};
     }
 
@@ -77,21 +77,22 @@ public:
 
     void drawContent(Canvas& canvas, const CGRect& seen) const override
     {
-        if (const auto* const shown = as<UIImage>(image))
+        if (const auto* const shown = as<ImageObject>(image))
             shown->draw(canvas, pictureRect(static_cast<ContentMode>(contentMode), shown->size, seen), effectiveTint());
     }
 };
 
 constexpr MethodDefinition methods[] {
-    getter<"image", &UIImageView::image>(),
-    method<"initWithImage:", &UIImageView::initWithImage>(),
-    method<"setImage:", &UIImageView::setImage>(),
+    getter<"image", &ImageViewObject::image>(),
+    method<"initWithImage:", &ImageViewObject::initWithImage>(),
+    method<"setImage:", &ImageViewObject::setImage>(),
 };
 
 } // namespace
 
-const ClassDefinition UIImageView_class {
-    .name = "UIImageView", .superclass = &UIView::definition, .allocate = allocate<UIImageView>, .methods = methods
-};
+const ClassDefinition UIImageView_class { .name = "UIImageView",
+    .superclass = &ViewObject::definition,
+    .allocate = allocate<ImageViewObject>,
+    .methods = methods };
 
 } // namespace platform

@@ -9,7 +9,7 @@ namespace {
 constexpr double defaultFontSize = 17;
 
 /// A text, centred upright in its box.
-class UILabel : public UIView {
+class LabelObject : public ViewObject {
 public:
     id text {};
     id font {};
@@ -23,7 +23,7 @@ public:
     double minimumScaleFactor = 0;
     bool enabled = true;
 
-    UILabel() { userInteractionEnabled = false; }
+    LabelObject() { userInteractionEnabled = false; }
 
     id currentFont() const { return font ? font : fontObject({ .size = defaultFontSize }); }
     id currentColor() const { return textColor ? textColor : colorObject({}); }
@@ -99,30 +99,30 @@ private:
 };
 
 constexpr MethodDefinition methods[] {
-    getter<"adjustsFontSizeToFitWidth", &UILabel::adjustsFontSizeToFitWidth>(),
-    method<"font", &UILabel::currentFont>(),
-    getter<"lineBreakMode", &UILabel::lineBreakMode>(),
-    getter<"numberOfLines", &UILabel::numberOfLines>(),
-    setterThatAsks<"setAdjustsFontSizeToFitWidth:", &UILabel::adjustsFontSizeToFitWidth, Asks::Drawing>(),
-    setter<"setEnabled:", &UILabel::enabled>(),
-    method<"setFont:", &UILabel::setFont>(),
-    setterThatAsks<"setLineBreakMode:", &UILabel::lineBreakMode, Asks::Size>(),
-    setterThatAsks<"setMinimumScaleFactor:", &UILabel::minimumScaleFactor, Asks::Drawing>(),
-    setterThatAsks<"setNumberOfLines:", &UILabel::numberOfLines, Asks::Size>(),
-    setterThatAsks<"setShadowColor:", &UILabel::shadowColor, Asks::Drawing>(),
-    setterThatAsks<"setShadowOffset:", &UILabel::shadowOffset, Asks::Drawing>(),
-    method<"setText:", &UILabel::setText>(),
-    setterThatAsks<"setTextAlignment:", &UILabel::textAlignment, Asks::Drawing>(),
-    setterThatAsks<"setTextColor:", &UILabel::textColor, Asks::Drawing>(),
-    getter<"text", &UILabel::text>(),
-    getter<"textAlignment", &UILabel::textAlignment>(),
-    method<"textColor", &UILabel::currentColor>(),
+    getter<"adjustsFontSizeToFitWidth", &LabelObject::adjustsFontSizeToFitWidth>(),
+    method<"font", &LabelObject::currentFont>(),
+    getter<"lineBreakMode", &LabelObject::lineBreakMode>(),
+    getter<"numberOfLines", &LabelObject::numberOfLines>(),
+    setterThatAsks<"setAdjustsFontSizeToFitWidth:", &LabelObject::adjustsFontSizeToFitWidth, Asks::Drawing>(),
+    setter<"setEnabled:", &LabelObject::enabled>(),
+    method<"setFont:", &LabelObject::setFont>(),
+    setterThatAsks<"setLineBreakMode:", &LabelObject::lineBreakMode, Asks::Size>(),
+    setterThatAsks<"setMinimumScaleFactor:", &LabelObject::minimumScaleFactor, Asks::Drawing>(),
+    setterThatAsks<"setNumberOfLines:", &LabelObject::numberOfLines, Asks::Size>(),
+    setterThatAsks<"setShadowColor:", &LabelObject::shadowColor, Asks::Drawing>(),
+    setterThatAsks<"setShadowOffset:", &LabelObject::shadowOffset, Asks::Drawing>(),
+    method<"setText:", &LabelObject::setText>(),
+    setterThatAsks<"setTextAlignment:", &LabelObject::textAlignment, Asks::Drawing>(),
+    setterThatAsks<"setTextColor:", &LabelObject::textColor, Asks::Drawing>(),
+    getter<"text", &LabelObject::text>(),
+    getter<"textAlignment", &LabelObject::textAlignment>(),
+    method<"textColor", &LabelObject::currentColor>(),
 };
 
 } // namespace
 
 const ClassDefinition UILabel_class {
-    .name = "UILabel", .superclass = &UIView::definition, .allocate = allocate<UILabel>, .methods = methods
+    .name = "UILabel", .superclass = &ViewObject::definition, .allocate = allocate<LabelObject>, .methods = methods
 };
 
 } // namespace platform

@@ -11,7 +11,7 @@ enum class StackAlignment : long { Fill = 0, Leading = 1, Center = 3, Trailing =
 enum class StackDistribution : long { Fill = 0, FillEqually = 1, FillProportionally = 2, EqualSpacing = 3 };
 
 /// Views in a row or a column.
-class UIStackView : public UIView {
+class StackViewObject : public ViewObject {
 public:
     StackAxis axis = StackAxis::Horizontal;
     StackAlignment alignment = StackAlignment::Fill;
@@ -19,7 +19,7 @@ public:
     double spacing = 0;
     UIEdgeInsets layoutMargins {};
     bool layoutMarginsRelativeArrangement = false;
-    std::vector<Ref<UIView>> arranged {};
+    std::vector<Ref<ViewObject>> arranged {};
 
     id initWithArrangedSubviews(const id& views)
     {
@@ -31,7 +31,7 @@ public:
 
     void insertArrangedSubview(const id& view, NSUInteger index)
     {
-        const Ref<UIView> added(asView(view));
+        const Ref<ViewObject> added(asViewObject(view));
         if (!added)
             return;
         std::erase(arranged, added);
@@ -46,7 +46,7 @@ public:
 
     void removeArrangedSubview(const id& view)
     {
-        if (std::erase_if(arranged, [&](const Ref<UIView>& present) { return id(present) == view; }) > 0)
+        if (std::erase_if(arranged, [&](const Ref<ViewObject>& present) { return id(present) == view; }) > 0)
             changed();
     }
 
@@ -64,9 +64,9 @@ public:
     void setLayoutMargins(UIEdgeInsets margins) { change(layoutMargins, margins); }
     void setRelative(bool relative) { change(layoutMarginsRelativeArrangement, relative); }
 
-    bool constrainsSubview(const UIView& view) const noexcept override
+    bool constrainsSubview(const ViewObject& view) const noexcept override
     {
-        return std::ranges::none_of(arranged, [&](const Ref<UIView>& item) { return item.get() == &view; });
+        return std::ranges::none_of(arranged, [&](const Ref<ViewObject>& item) { return item.get() == &view; });
     }
 
     CGSize intrinsicContentSize() const override { return sizeThatFits({ unlimitedWidth, unlimitedWidth }); }
@@ -78,7 +78,7 @@ public:
         double length = 0;
         double breadth = 0;
         std::size_t count = 0;
-        for (const Ref<UIView>& view : arranged) {
+        for (const Ref<ViewObject>& view : arranged) {
             if (view->hidden)
                 continue;
             const CGSize size = fittingSize(*view, width);
@@ -94,15 +94,15 @@ public:
     void layoutSubviews()
     {
         const CGRect box = UIEdgeInsetsInsetRect(bounds, activeMargins());
-        std::vector<UIView*> views;
-        for (const Ref<UIView>& view : arranged)
+        std::vector<ViewObject*> views;
+        for (const Ref<ViewObject>& view : arranged)
             if (!view->hidden)
                 views.push_back(view.get());
         if (views.empty())
             return;
         std::vector<CGSize> sizes;
         double length = 0;
-        for (UIView* const view : views) {
+        for (ViewObject* const view : views) {
             sizes.push_back(fittingSize(*view, box.size.width));
             length += along(sizes.back());
         }
@@ -147,14 +147,14 @@ private:
 
     /// What is over goes to the view that hugs its content least, the first of equals; what is missing is taken from
     /// the longest.
-    void give(double over, const std::vector<UIView*>& views, std::vector<double>& lengths) const
+    void give(double over, const std::vector<ViewObject*>& views, std::vector<double>& lengths) const
     {
         const auto hugging
-            = [&](const UIView* view) { return horizontal() ? view->horizontalHugging : view->verticalHugging; };
+            = [&](const ViewObject* view) { return horizontal() ? view->horizontalHugging : view->verticalHugging; };
         if (over >= 0) {
-            const auto loosest = std::ranges::min_element(views, {}, [&](const UIView* view) {
+            const auto loosest = std::ranges::min_element(views, {}, [&](const ViewObject* view) {
                 // Who has a length of its own keeps it.
-                const bool fixed = dynamic_cast<const UIStackView*>(view) == nullptr && !hasText(*view);
+                const bool fixed = dynamic_cast<const StackViewObject*>(view) == nullptr && !hasText(*view);
                 return hugging(view) + (fixed ? 1000.0F : 0.0F);
             });
             lengths[static_cast<std::size_t>(loosest - views.begin())] += over;
@@ -164,7 +164,7 @@ private:
         *longest = std::max(*longest + over, 0.0);
     }
 
-    static bool hasText(const UIView& view) { return view.shownText().has_value(); }
+    static bool hasText(const ViewObject& view) { return view.shownText().has_value(); }
 
     template <class T> void change(T& field, T value)
     {
@@ -176,31 +176,32 @@ private:
 };
 
 constexpr MethodDefinition methods[] {
-    method<"addArrangedSubview:", &UIStackView::addArrangedSubview>(),
-    getter<"alignment", &UIStackView::alignment>(),
-    method<"arrangedSubviews", &UIStackView::arrangedSubviews>(),
-    getter<"axis", &UIStackView::axis>(),
-    getter<"distribution", &UIStackView::distribution>(),
-    method<"initWithArrangedSubviews:", &UIStackView::initWithArrangedSubviews>(),
-    method<"insertArrangedSubview:atIndex:", &UIStackView::insertArrangedSubview>(),
-    getter<"isLayoutMarginsRelativeArrangement", &UIStackView::layoutMarginsRelativeArrangement>(),
-    getter<"layoutMargins", &UIStackView::layoutMargins>(),
-    method<"layoutSubviews", &UIStackView::layoutSubviews>(),
-    method<"removeArrangedSubview:", &UIStackView::removeArrangedSubview>(),
-    method<"setAlignment:", &UIStackView::setAlignment>(),
-    method<"setAxis:", &UIStackView::setAxis>(),
-    method<"setDistribution:", &UIStackView::setDistribution>(),
-    method<"setLayoutMargins:", &UIStackView::setLayoutMargins>(),
-    method<"setLayoutMarginsRelativeArrangement:", &UIStackView::setRelative>(),
-    method<"setSpacing:", &UIStackView::setSpacing>(),
-    getter<"spacing", &UIStackView::spacing>(),
-    method<"willRemoveSubview:", &UIStackView::willRemoveSubview>(),
+    method<"addArrangedSubview:", &StackViewObject::addArrangedSubview>(),
+    getter<"alignment", &StackViewObject::alignment>(),
+    method<"arrangedSubviews", &StackViewObject::arrangedSubviews>(),
+    getter<"axis", &StackViewObject::axis>(),
+    getter<"distribution", &StackViewObject::distribution>(),
+    method<"initWithArrangedSubviews:", &StackViewObject::initWithArrangedSubviews>(),
+    method<"insertArrangedSubview:atIndex:", &StackViewObject::insertArrangedSubview>(),
+    getter<"isLayoutMarginsRelativeArrangement", &StackViewObject::layoutMarginsRelativeArrangement>(),
+    getter<"layoutMargins", &StackViewObject::layoutMargins>(),
+    method<"layoutSubviews", &StackViewObject::layoutSubviews>(),
+    method<"removeArrangedSubview:", &StackViewObject::removeArrangedSubview>(),
+    method<"setAlignment:", &StackViewObject::setAlignment>(),
+    method<"setAxis:", &StackViewObject::setAxis>(),
+    method<"setDistribution:", &StackViewObject::setDistribution>(),
+    method<"setLayoutMargins:", &StackViewObject::setLayoutMargins>(),
+    method<"setLayoutMarginsRelativeArrangement:", &StackViewObject::setRelative>(),
+    method<"setSpacing:", &StackViewObject::setSpacing>(),
+    getter<"spacing", &StackViewObject::spacing>(),
+    method<"willRemoveSubview:", &StackViewObject::willRemoveSubview>(),
 };
 
 } // namespace
 
-const ClassDefinition UIStackView_class {
-    .name = "UIStackView", .superclass = &UIView::definition, .allocate = allocate<UIStackView>, .methods = methods
-};
+const ClassDefinition UIStackView_class { .name = "UIStackView",
+    .superclass = &ViewObject::definition,
+    .allocate = allocate<StackViewObject>,
+    .methods = methods };
 
 } // namespace platform

@@ -7,7 +7,7 @@ namespace platform {
 namespace {
 
 /// The environment in which things are shown: here the screen's, the same for all.
-class UITraitCollection : public NSObject {
+class TraitCollectionObject : public NSObject {
 public:
     NSInteger userInterfaceStyle() const { return static_cast<NSInteger>(screenFacts().style); }
     double displayScale() const { return screenFacts().scale; }
@@ -21,14 +21,14 @@ id currentTraitCollection(const id& self, SEL)
 
 constexpr MethodDefinition methods[] {
     classMethod<"currentTraitCollection", &currentTraitCollection>(),
-    method<"displayScale", &UITraitCollection::displayScale>(),
-    method<"userInterfaceStyle", &UITraitCollection::userInterfaceStyle>().since(12),
+    method<"displayScale", &TraitCollectionObject::displayScale>(),
+    method<"userInterfaceStyle", &TraitCollectionObject::userInterfaceStyle>().since(12),
 };
 
 } // namespace
 
 const ClassDefinition UITraitCollection_class {
-    .name = "UITraitCollection", .allocate = allocate<UITraitCollection>, .methods = methods
+    .name = "UITraitCollection", .allocate = allocate<TraitCollectionObject>, .methods = methods
 };
 
 } // namespace platform

@@ -9,32 +9,32 @@
 
 namespace platform {
 
-UIView::~UIView()
+ViewObject::~ViewObject()
 {
     forgetAnimations(*this);
     if (layer_)
         layer_->view = nullptr;
-    for (const Ref<UIView>& subview : subviews)
+    for (const Ref<ViewObject>& subview : subviews)
         subview->superview = nullptr;
 }
 
-CALayer& UIView::layer()
+LayerObject& ViewObject::layer()
 {
     if (!layer_) {
         const id made = send<"new">(id(ask<"layerClass", Class>(id(isa())).value_or(nullptr)));
-        auto* const own = as<CALayer>(made);
-        layer_ = own ? Ref<CALayer>(own) : make<CALayer>();
+        auto* const own = as<LayerObject>(made);
+        layer_ = own ? Ref<LayerObject>(own) : make<LayerObject>();
         layer_->view = this;
     }
     return *layer_;
 }
 
-CGRect UIView::frame() const
+CGRect ViewObject::frame() const
 {
     return Presentation { bounds, center, transform, 1, std::nullopt, 0 }.frame();
 }
 
-void UIView::setFrame(CGRect frame)
+void ViewObject::setFrame(CGRect frame)
 {
     CGRect sized = bounds;
     sized.size = frame.size;
@@ -46,7 +46,7 @@ void UIView::setFrame(CGRect frame)
     setCenter({ CGRectGetMidX(frame), CGRectGetMidY(frame) });
 }
 
-void UIView::setBounds(CGRect newBounds)
+void ViewObject::setBounds(CGRect newBounds)
 {
     if (newBounds == bounds)
         return;
@@ -58,33 +58,33 @@ void UIView::setBounds(CGRect newBounds)
     setNeedsLayout();
 }
 
-void UIView::setCenter(CGPoint newCenter)
+void ViewObject::setCenter(CGPoint newCenter)
 {
     noteChange(*this, Animatable::Center, valuesOf(center), valuesOf(newCenter));
     center = newCenter;
     checkSafeArea();
 }
 
-void UIView::setTransform(CGAffineTransform newTransform)
+void ViewObject::setTransform(CGAffineTransform newTransform)
 {
     noteChange(*this, Animatable::Transform, valuesOf(transform), valuesOf(newTransform));
     transform = newTransform;
 }
 
-void UIView::setAlpha(double newAlpha)
+void ViewObject::setAlpha(double newAlpha)
 {
     newAlpha = newAlpha > 0 ? std::min(newAlpha, 1.0) : 0;
     noteChange(*this, Animatable::Alpha, valuesOf(alpha), valuesOf(newAlpha));
     alpha = newAlpha;
 }
 
-void UIView::setBackgroundColor(const id& color)
+void ViewObject::setBackgroundColor(const id& color)
 {
     noteChange(*this, Animatable::BackgroundColor, valuesOfColor(backgroundColor), valuesOfColor(color));
     backgroundColor = color;
 }
 
-void UIView::resizeSubviews(CGSize former)
+void ViewObject::resizeSubviews(CGSize former)
 {
     enum : unsigned long { Left = 1, Width = 2, Right = 4, Top = 8, Height = 16, Bottom = 32 };
     const auto share = [](double change, unsigned long mask, unsigned long before, unsigned long size,
@@ -97,7 +97,7 @@ void UIView::resizeSubviews(CGSize former)
         if (mask & size)
             extent += change / parts;
     };
-    for (const Ref<UIView>& subview : subviews) {
+    for (const Ref<ViewObject>& subview : subviews) {
         const unsigned long mask = subview->autoresizingMask;
         if (mask == 0 || !subview->translatesAutoresizingMaskIntoConstraints)
             continue;
@@ -108,22 +108,22 @@ void UIView::resizeSubviews(CGSize former)
     }
 }
 
-void UIView::setNeedsLayout()
+void ViewObject::setNeedsLayout()
 {
     needsLayout_ = true;
     if (window())
         scheduleLayoutPass();
 }
 
-void UIView::contentSizeChanged()
+void ViewObject::contentSizeChanged()
 {
     changed(*this, Asks::Drawing);
     setNeedsLayout();
-    for (UIView* view = this; view->superview; view = view->superview) {
+    for (ViewObject* view = this; view->superview; view = view->superview) {
         const bool isPlaced
             = !view->superview->constrainsSubview(*view) || !view->translatesAutoresizingMaskIntoConstraints;
         bool matters = isPlaced && !hasFixedSize(*view);
-        for (const UIView* ancestor = view->superview; ancestor && !matters; ancestor = ancestor->superview)
+        for (const ViewObject* ancestor = view->superview; ancestor && !matters; ancestor = ancestor->superview)
             matters = constrainsInside(*ancestor, *view);
         if (!matters)
             return;
@@ -131,7 +131,7 @@ void UIView::contentSizeChanged()
     }
 }
 
-void UIView::layoutTree()
+void ViewObject::layoutTree()
 {
     const id self(this);
     if (needsLayout_) {
@@ -141,13 +141,13 @@ void UIView::layoutTree()
         send<"layoutSubviews", void>(self);
     }
     // A layout may add and remove views.
-    const std::vector<Ref<UIView>> present = subviews;
-    for (const Ref<UIView>& subview : present)
+    const std::vector<Ref<ViewObject>> present = subviews;
+    for (const Ref<ViewObject>& subview : present)
         if (subview->superview == this)
             subview->layoutTree();
 }
 
-void UIView::insertSubview(const Ref<UIView>& view, std::size_t index)
+void ViewObject::insertSubview(const Ref<ViewObject>& view, std::size_t index)
 {
     if (!view || isDescendantOf(*view))
         return;
@@ -165,7 +165,7 @@ void UIView::insertSubview(const Ref<UIView>& view, std::size_t index)
     }
     const id self(this);
     send<"willMoveToSuperview:", void>(view, self);
-    UIWindow* const former = view->window();
+    WindowObject* const former = view->window();
     if (view->superview)
         view->removeFromSuperview();
     view->superview = this;
@@ -176,13 +176,13 @@ void UIView::insertSubview(const Ref<UIView>& view, std::size_t index)
     changed(*this, Asks::Layout);
 }
 
-void UIView::removeFromSuperview()
+void ViewObject::removeFromSuperview()
 {
     if (!superview)
         return;
-    const Ref<UIView> self(this);
-    const Ref<UIView> former(superview);
-    UIWindow* const formerWindow = window();
+    const Ref<ViewObject> self(this);
+    const Ref<ViewObject> former(superview);
+    WindowObject* const formerWindow = window();
     cancelAnimations(*this);
     send<"willMoveToSuperview:", void>(self, nil);
     send<"willRemoveSubview:", void>(former, id(self));
@@ -194,7 +194,7 @@ void UIView::removeFromSuperview()
     changed(*former, Asks::Layout);
 }
 
-void UIView::movedToWindow(UIWindow* former)
+void ViewObject::movedToWindow(WindowObject* former)
 {
     if (former == window())
         return;
@@ -205,22 +205,22 @@ void UIView::movedToWindow(UIWindow* former)
     checkSafeArea();
     if (needsLayout_)
         setNeedsLayout();
-    const std::vector<Ref<UIView>> present = subviews;
-    for (const Ref<UIView>& subview : present)
+    const std::vector<Ref<ViewObject>> present = subviews;
+    for (const Ref<ViewObject>& subview : present)
         subview->movedToWindow(former);
 }
 
-bool UIView::isDescendantOf(const UIView& other) const noexcept
+bool ViewObject::isDescendantOf(const ViewObject& other) const noexcept
 {
-    for (const UIView* view = this; view; view = view->superview)
+    for (const ViewObject* view = this; view; view = view->superview)
         if (view == &other)
             return true;
     return false;
 }
 
-UIEdgeInsets UIView::safeArea() const
+UIEdgeInsets ViewObject::safeArea() const
 {
-    const UIWindow* const window = const_cast<UIView*>(this)->window();
+    const WindowObject* const window = const_cast<ViewObject*>(this)->window();
     if (!window)
         return {};
     const CGPoint origin = window->frame().origin;
@@ -235,28 +235,28 @@ UIEdgeInsets UIView::safeArea() const
         std::clamp(right - (screen.width - most.right), 0.0, most.right));
 }
 
-void UIView::checkSafeArea()
+void ViewObject::checkSafeArea()
 {
     if (safeArea() != noticedSafeArea_)
         setNeedsLayout();
 }
 
-void UIView::noticeSafeArea()
+void ViewObject::noticeSafeArea()
 {
     const UIEdgeInsets present = safeArea();
     if (std::exchange(noticedSafeArea_, present) == present)
         return;
     send<"safeAreaInsetsDidChange", void>(id(this));
-    for (const Ref<UIView>& subview : subviews)
+    for (const Ref<ViewObject>& subview : subviews)
         subview->checkSafeArea();
 }
 
-UIWindow* UIView::window() noexcept
+WindowObject* ViewObject::window() noexcept
 {
     return superview ? superview->window() : nullptr;
 }
 
-const UIView& UIView::root() const noexcept
+const ViewObject& ViewObject::root() const noexcept
 {
     return superview ? superview->root() : *this;
 }
@@ -264,7 +264,7 @@ const UIView& UIView::root() const noexcept
 namespace {
 
 /// From the view's own coordinates to its superview's.
-CGAffineTransform outwards(const UIView& view)
+CGAffineTransform outwards(const ViewObject& view)
 {
     const CGAffineTransform toCenter
         = CGAffineTransformMakeTranslation(-CGRectGetMidX(view.bounds), -CGRectGetMidY(view.bounds));
@@ -274,28 +274,28 @@ CGAffineTransform outwards(const UIView& view)
 
 } // namespace
 
-CGPoint UIView::pointInRoot(CGPoint point) const
+CGPoint ViewObject::pointInRoot(CGPoint point) const
 {
     return superview ? superview->pointInRoot(CGPointApplyAffineTransform(point, outwards(*this))) : point;
 }
 
-CGPoint UIView::pointFromRoot(CGPoint point) const
+CGPoint ViewObject::pointFromRoot(CGPoint point) const
 {
     return superview
         ? CGPointApplyAffineTransform(superview->pointFromRoot(point), CGAffineTransformInvert(outwards(*this)))
         : point;
 }
 
-Color UIView::effectiveTint() const
+Color ViewObject::effectiveTint() const
 {
     constexpr Color systemBlue { 0, 122 / 255.0, 1, 1 };
-    for (const UIView* view = this; view; view = view->superview)
+    for (const ViewObject* view = this; view; view = view->superview)
         if (const auto tint = asColor(view->tintColor))
             return *tint;
     return systemBlue;
 }
 
-void changed(UIView& view, Asks what)
+void changed(ViewObject& view, Asks what)
 {
     noteDamage();
     if (what == Asks::Layout)
@@ -304,13 +304,13 @@ void changed(UIView& view, Asks what)
         send<"invalidateIntrinsicContentSize", void>(id(&view));
 }
 
-void place(UIView& view, const CGRect& frame)
+void place(ViewObject& view, const CGRect& frame)
 {
     if (view.frame() != frame)
         send<"setFrame:", void>(id(&view), frame);
 }
 
-void place(UIView& view, const CGRect& bounds, CGPoint center)
+void place(ViewObject& view, const CGRect& bounds, CGPoint center)
 {
     const id self(&view);
     if (view.bounds != bounds)
@@ -319,9 +319,9 @@ void place(UIView& view, const CGRect& bounds, CGPoint center)
         send<"setCenter:", void>(self, center);
 }
 
-void UIView::drawContent(Canvas&, const CGRect&) const { }
+void ViewObject::drawContent(Canvas&, const CGRect&) const { }
 
-CGSize UIView::sizeThatFits(CGSize) const
+CGSize ViewObject::sizeThatFits(CGSize) const
 {
     return bounds.size;
 }

@@ -10,44 +10,44 @@ namespace {
 constexpr double levelOfPresented = 2000; // where the system has its alerts
 
 constexpr MethodDefinition methods[] {
-    method<"dismissViewControllerAnimated:completion:", &UIViewController::dismiss>(),
-    method<"presentViewController:animated:completion:", &UIViewController::present>(),
-    getter<"presentedViewController", &UIViewController::presentedViewController>(),
-    setter<"setTitle:", &UIViewController::title>(),
-    method<"setView:", &UIViewController::setView>(),
-    getter<"title", &UIViewController::title>(),
-    method<"view", &UIViewController::view>(),
+    method<"dismissViewControllerAnimated:completion:", &ViewControllerObject::dismiss>(),
+    method<"presentViewController:animated:completion:", &ViewControllerObject::present>(),
+    getter<"presentedViewController", &ViewControllerObject::presentedViewController>(),
+    setter<"setTitle:", &ViewControllerObject::title>(),
+    method<"setView:", &ViewControllerObject::setView>(),
+    getter<"title", &ViewControllerObject::title>(),
+    method<"view", &ViewControllerObject::view>(),
 };
 
 } // namespace
 
-const ClassDefinition UIViewController::definition { .name = "UIViewController",
+const ClassDefinition ViewControllerObject::definition { .name = "UIViewController",
     .superclass = &UIResponder_class,
-    .allocate = allocate<UIViewController>,
+    .allocate = allocate<ViewControllerObject>,
     .methods = methods };
 
-id UIViewController::loadView()
+id ViewControllerObject::loadView()
 {
-    const Ref<UIView> whole = make<UIView>();
+    const Ref<ViewObject> whole = make<ViewObject>();
     whole->setFrame({ {}, screenFacts().size });
     return whole;
 }
 
-id UIViewController::view()
+id ViewControllerObject::view()
 {
     if (!view_)
         view_ = loadView();
     return view_;
 }
 
-void UIViewController::present(const id& controller, bool, const id& completion)
+void ViewControllerObject::present(const id& controller, bool, const id& completion)
 {
-    auto* const other = as<UIViewController>(controller);
+    auto* const other = as<ViewControllerObject>(controller);
     if (!other || presentedViewController || other->presentingViewController)
         return;
-    presentedViewController = Ref<UIViewController>(other);
+    presentedViewController = Ref<ViewControllerObject>(other);
     other->presentingViewController = this;
-    other->window_ = make<UIWindow>();
+    other->window_ = make<WindowObject>();
     other->window_->setFrame({ {}, screenFacts().size });
     other->window_->windowLevel = levelOfPresented;
     send<"addSubview:", void>(id(other->window_), other->view());
@@ -55,14 +55,14 @@ void UIViewController::present(const id& controller, bool, const id& completion)
     callBlock(completion);
 }
 
-void UIViewController::dismiss(bool animated, const id& completion)
+void ViewControllerObject::dismiss(bool animated, const id& completion)
 {
     if (!presentedViewController) {
         if (presentingViewController)
             presentingViewController->dismiss(animated, completion);
         return;
     }
-    const Ref<UIViewController> gone = std::exchange(presentedViewController, nullptr);
+    const Ref<ViewControllerObject> gone = std::exchange(presentedViewController, nullptr);
     if (gone->presentedViewController)
         gone->dismiss(false, nil);
     gone->presentingViewController = nullptr;

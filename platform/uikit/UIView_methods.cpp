@@ -11,9 +11,9 @@ namespace platform {
 
 namespace {
 
-UIView& viewIn(const id& self)
+ViewObject& viewIn(const id& self)
 {
-    return static_cast<UIView&>(*self);
+    return static_cast<ViewObject&>(*self);
 }
 
 id init(const id& self, SEL)
@@ -54,41 +54,41 @@ id window(const id& self, SEL)
 
 void addSubview(const id& self, SEL, const id& subview)
 {
-    viewIn(self).insertSubview(Ref<UIView>(asView(subview)), viewIn(self).subviews.size());
+    viewIn(self).insertSubview(Ref<ViewObject>(asViewObject(subview)), viewIn(self).subviews.size());
 }
 
 void insertAtIndex(const id& self, SEL, const id& subview, NSInteger index)
 {
-    viewIn(self).insertSubview(
-        Ref<UIView>(asView(subview)), index < 0 ? viewIn(self).subviews.size() : static_cast<std::size_t>(index));
+    viewIn(self).insertSubview(Ref<ViewObject>(asViewObject(subview)),
+        index < 0 ? viewIn(self).subviews.size() : static_cast<std::size_t>(index));
 }
 
-std::size_t indexOf(const UIView& view, const id& subview)
+std::size_t indexOf(const ViewObject& view, const id& subview)
 {
     const auto found
-        = std::ranges::find(view.subviews, subview, [](const Ref<UIView>& present) { return id(present); });
+        = std::ranges::find(view.subviews, subview, [](const Ref<ViewObject>& present) { return id(present); });
     return static_cast<std::size_t>(found - view.subviews.begin());
 }
 
 void insertBelow(const id& self, SEL, const id& subview, const id& sibling)
 {
-    viewIn(self).insertSubview(Ref<UIView>(asView(subview)), indexOf(viewIn(self), sibling));
+    viewIn(self).insertSubview(Ref<ViewObject>(asViewObject(subview)), indexOf(viewIn(self), sibling));
 }
 
 void insertAbove(const id& self, SEL, const id& subview, const id& sibling)
 {
-    viewIn(self).insertSubview(Ref<UIView>(asView(subview)), indexOf(viewIn(self), sibling) + 1);
+    viewIn(self).insertSubview(Ref<ViewObject>(asViewObject(subview)), indexOf(viewIn(self), sibling) + 1);
 }
 
 void bringToFront(const id& self, SEL, const id& subview)
 {
-    if (const auto* const view = asView(subview); view && view->superview == &viewIn(self))
+    if (const auto* const view = asViewObject(subview); view && view->superview == &viewIn(self))
         addSubview(self, nullptr, subview);
 }
 
 void sendToBack(const id& self, SEL, const id& subview)
 {
-    if (const auto* const view = asView(subview); view && view->superview == &viewIn(self))
+    if (const auto* const view = asViewObject(subview); view && view->superview == &viewIn(self))
         insertAtIndex(self, nullptr, subview, 0);
 }
 
@@ -99,7 +99,7 @@ void removeFromSuperview(const id& self, SEL)
 
 bool isDescendantOfView(const id& self, SEL, const id& other)
 {
-    const auto* const view = asView(other);
+    const auto* const view = asViewObject(other);
     return view && viewIn(self).isDescendantOf(*view);
 }
 
@@ -109,7 +109,7 @@ void doNothingWith(const id&, SEL, const id&) { }
 
 void setHidden(const id& self, SEL, bool hidden)
 {
-    UIView& view = viewIn(self);
+    ViewObject& view = viewIn(self);
     if (std::exchange(view.hidden, hidden) == hidden)
         return;
     changed(view, Asks::Drawing);
@@ -120,7 +120,7 @@ void setHidden(const id& self, SEL, bool hidden)
 
 bool clipsToBounds(const id& self, SEL)
 {
-    const CALayer* const layer = viewIn(self).layerIfMade();
+    const LayerObject* const layer = viewIn(self).layerIfMade();
     return layer && layer->masksToBounds;
 }
 
@@ -143,7 +143,7 @@ void setNeedsDisplay(const id& self, SEL)
 /// Whether it is placed by its frame or by constraints is its superview's layout.
 void setTranslates(const id& self, SEL, bool translates)
 {
-    UIView& view = viewIn(self);
+    ViewObject& view = viewIn(self);
     if (std::exchange(view.translatesAutoresizingMaskIntoConstraints, translates) != translates && view.superview)
         changed(*view.superview, Asks::Layout);
 }
@@ -156,8 +156,8 @@ void setNeedsLayout(const id& self, SEL)
 /// From the outermost view that has asked for it, since it decides where this one stands.
 void layoutIfNeeded(const id& self, SEL)
 {
-    UIView* outermost = &viewIn(self);
-    for (UIView* view = outermost; view; view = view->superview)
+    ViewObject* outermost = &viewIn(self);
+    for (ViewObject* view = outermost; view; view = view->superview)
         if (view->needsLayout())
             outermost = view;
     outermost->layoutTree();
@@ -167,7 +167,7 @@ id viewWithTag(const id& self, SEL cmd, NSInteger tag)
 {
     if (viewIn(self).tag == tag)
         return self;
-    for (const Ref<UIView>& subview : viewIn(self).subviews)
+    for (const Ref<ViewObject>& subview : viewIn(self).subviews)
         if (id found = viewWithTag(subview, cmd, tag))
             return found;
     return nil;
@@ -180,13 +180,13 @@ bool pointInside(const id& self, SEL, CGPoint point, const id&)
 
 id hitTest(const id& self, SEL, CGPoint point, const id& event)
 {
-    const UIView& view = viewIn(self);
+    const ViewObject& view = viewIn(self);
     constexpr double leastAlpha = 0.01;
     if (view.hidden || !view.userInteractionEnabled || view.alpha < leastAlpha
         || !send<"pointInside:withEvent:", bool>(self, point, event))
         return nil;
     const CGPoint inRoot = view.pointInRoot(point);
-    const std::vector<Ref<UIView>> present = view.subviews;
+    const std::vector<Ref<ViewObject>> present = view.subviews;
     for (auto subview = present.rbegin(); subview != present.rend(); ++subview)
         if (id hit = send<"hitTest:withEvent:">(*subview, (*subview)->pointFromRoot(inRoot), event))
             return hit;
@@ -196,13 +196,13 @@ id hitTest(const id& self, SEL, CGPoint point, const id& event)
 CGPoint convertPointToView(const id& self, SEL, CGPoint point, const id& other)
 {
     const CGPoint inRoot = viewIn(self).pointInRoot(point);
-    const auto* const view = asView(other);
+    const auto* const view = asViewObject(other);
     return view ? view->pointFromRoot(inRoot) : inRoot;
 }
 
 CGPoint convertPointFromView(const id& self, SEL, CGPoint point, const id& other)
 {
-    const auto* const view = asView(other);
+    const auto* const view = asViewObject(other);
     return viewIn(self).pointFromRoot(view ? view->pointInRoot(point) : point);
 }
 
@@ -262,17 +262,17 @@ UIEdgeInsets safeAreaInsets(const id& self, SEL)
 }
 
 constexpr MethodDefinition methods[] {
-    getter<"accessibilityIdentifier", &UIView::accessibilityIdentifier>(),
-    getter<"accessibilityLabel", &UIView::accessibilityLabel>(),
+    getter<"accessibilityIdentifier", &ViewObject::accessibilityIdentifier>(),
+    getter<"accessibilityLabel", &ViewObject::accessibilityLabel>(),
     method<"addSubview:", &addSubview>(),
-    getter<"alpha", &UIView::alpha>(),
-    getter<"autoresizingMask", &UIView::autoresizingMask>(),
-    getter<"backgroundColor", &UIView::backgroundColor>(),
-    getter<"bounds", &UIView::bounds>(),
+    getter<"alpha", &ViewObject::alpha>(),
+    getter<"autoresizingMask", &ViewObject::autoresizingMask>(),
+    getter<"backgroundColor", &ViewObject::backgroundColor>(),
+    getter<"bounds", &ViewObject::bounds>(),
     method<"bringSubviewToFront:", &bringToFront>(),
-    getter<"center", &UIView::center>(),
+    getter<"center", &ViewObject::center>(),
     method<"clipsToBounds", &clipsToBounds>(),
-    getter<"contentMode", &UIView::contentMode>(),
+    getter<"contentMode", &ViewObject::contentMode>(),
     method<"convertPoint:fromView:", &convertPointFromView>(),
     method<"convertPoint:toView:", &convertPointToView>(),
     method<"convertRect:fromView:", &convertRect<convertPointFromView>>(),
@@ -280,7 +280,7 @@ constexpr MethodDefinition methods[] {
     method<"didAddSubview:", &doNothingWith>(),
     method<"didMoveToSuperview", &doNothing>(),
     method<"didMoveToWindow", &doNothing>(),
-    method<"frame", &UIView::frame>(),
+    method<"frame", &ViewObject::frame>(),
     method<"hitTest:withEvent:", &hitTest>(),
     method<"init", &init>(),
     method<"initWithFrame:", &initWithFrame>(),
@@ -290,9 +290,9 @@ constexpr MethodDefinition methods[] {
     method<"intrinsicContentSize", &intrinsicContentSize>(),
     method<"invalidateIntrinsicContentSize", &invalidateIntrinsicContentSize>(),
     method<"isDescendantOfView:", &isDescendantOfView>(),
-    getter<"isHidden", &UIView::hidden>(),
-    getter<"isOpaque", &UIView::opaque>(),
-    getter<"isUserInteractionEnabled", &UIView::userInteractionEnabled>(),
+    getter<"isHidden", &ViewObject::hidden>(),
+    getter<"isOpaque", &ViewObject::opaque>(),
+    getter<"isUserInteractionEnabled", &ViewObject::userInteractionEnabled>(),
     method<"layer", &layer>(),
     classMethod<"layerClass", &layerClass>(),
     method<"layoutIfNeeded", &layoutIfNeeded>(),
@@ -302,36 +302,36 @@ constexpr MethodDefinition methods[] {
     method<"safeAreaInsets", &safeAreaInsets>(),
     method<"safeAreaInsetsDidChange", &doNothing>(),
     method<"sendSubviewToBack:", &sendToBack>(),
-    setter<"setAccessibilityIdentifier:", &UIView::accessibilityIdentifier>(),
-    setter<"setAccessibilityLabel:", &UIView::accessibilityLabel>(),
-    method<"setAlpha:", &UIView::setAlpha>(),
-    setter<"setAutoresizingMask:", &UIView::autoresizingMask>(),
-    method<"setBackgroundColor:", &UIView::setBackgroundColor>(),
-    method<"setBounds:", &UIView::setBounds>(),
-    method<"setCenter:", &UIView::setCenter>(),
+    setter<"setAccessibilityIdentifier:", &ViewObject::accessibilityIdentifier>(),
+    setter<"setAccessibilityLabel:", &ViewObject::accessibilityLabel>(),
+    method<"setAlpha:", &ViewObject::setAlpha>(),
+    setter<"setAutoresizingMask:", &ViewObject::autoresizingMask>(),
+    method<"setBackgroundColor:", &ViewObject::setBackgroundColor>(),
+    method<"setBounds:", &ViewObject::setBounds>(),
+    method<"setCenter:", &ViewObject::setCenter>(),
     method<"setClipsToBounds:", &setClipsToBounds>(),
     method<"setContentCompressionResistancePriority:forAxis:", &setCompressionResistance>(),
     method<"setContentHuggingPriority:forAxis:", &setHuggingPriority>(),
-    setterThatAsks<"setContentMode:", &UIView::contentMode, Asks::Drawing>(),
-    method<"setFrame:", &UIView::setFrame>(),
+    setterThatAsks<"setContentMode:", &ViewObject::contentMode, Asks::Drawing>(),
+    method<"setFrame:", &ViewObject::setFrame>(),
     method<"setHidden:", &setHidden>(),
     method<"setNeedsDisplay", &setNeedsDisplay>(),
     method<"setNeedsLayout", &setNeedsLayout>(),
-    setter<"setOpaque:", &UIView::opaque>(),
-    setter<"setTag:", &UIView::tag>(),
-    setterThatAsks<"setTintColor:", &UIView::tintColor, Asks::Drawing>(),
-    method<"setTransform:", &UIView::setTransform>(),
+    setter<"setOpaque:", &ViewObject::opaque>(),
+    setter<"setTag:", &ViewObject::tag>(),
+    setterThatAsks<"setTintColor:", &ViewObject::tintColor, Asks::Drawing>(),
+    method<"setTransform:", &ViewObject::setTransform>(),
     method<"setTranslatesAutoresizingMaskIntoConstraints:", &setTranslates>(),
-    setter<"setUserInteractionEnabled:", &UIView::userInteractionEnabled>(),
+    setter<"setUserInteractionEnabled:", &ViewObject::userInteractionEnabled>(),
     method<"sizeThatFits:", &sizeThatFits>(),
     method<"sizeToFit", &sizeToFit>(),
     method<"subviews", &subviews>(),
     method<"superview", &superview>(),
     method<"systemLayoutSizeFittingSize:", &systemLayoutSizeFitting>(),
-    getter<"tag", &UIView::tag>(),
+    getter<"tag", &ViewObject::tag>(),
     method<"tintColor", &tintColor>(),
-    getter<"transform", &UIView::transform>(),
-    getter<"translatesAutoresizingMaskIntoConstraints", &UIView::translatesAutoresizingMaskIntoConstraints>(),
+    getter<"transform", &ViewObject::transform>(),
+    getter<"translatesAutoresizingMaskIntoConstraints", &ViewObject::translatesAutoresizingMaskIntoConstraints>(),
     method<"viewWithTag:", &viewWithTag>(),
     method<"willMoveToSuperview:", &doNothingWith>(),
     method<"willRemoveSubview:", &doNothingWith>(),
@@ -352,8 +352,8 @@ std::span<const MethodDefinition> allMethods()
 
 } // namespace
 
-const ClassDefinition UIView::definition {
-    .name = "UIView", .superclass = &UIResponder_class, .allocate = allocate<UIView>, .methods = allMethods()
+const ClassDefinition ViewObject::definition {
+    .name = "UIView", .superclass = &UIResponder_class, .allocate = allocate<ViewObject>, .methods = allMethods()
 };
 
 } // namespace platform

@@ -10,15 +10,15 @@ namespace platform {
 
 namespace {
 
-std::vector<UIWindow*>& windowList()
+std::vector<WindowObject*>& windowList()
 {
-    static auto* const windows = new std::vector<UIWindow*>;
+    static auto* const windows = new std::vector<WindowObject*>;
     return *windows;
 }
 
-UIWindow*& keyWindow()
+WindowObject*& keyWindow()
 {
-    static UIWindow* window = nullptr;
+    static WindowObject* window = nullptr;
     return window;
 }
 
@@ -27,13 +27,13 @@ bool passRunning = false;
 
 } // namespace
 
-UIWindow::UIWindow()
+WindowObject::WindowObject()
 {
     hidden = true;
     windowList().push_back(this);
 }
 
-UIWindow::~UIWindow()
+WindowObject::~WindowObject()
 {
     std::erase(windowList(), this);
     noteDamage();
@@ -41,10 +41,10 @@ UIWindow::~UIWindow()
         keyWindow() = nullptr;
 }
 
-std::vector<Ref<UIWindow>> allWindows()
+std::vector<Ref<WindowObject>> allWindows()
 {
-    std::vector<Ref<UIWindow>> windows(windowList().begin(), windowList().end());
-    std::ranges::stable_sort(windows, {}, [](const Ref<UIWindow>& window) { return window->windowLevel; });
+    std::vector<Ref<WindowObject>> windows(windowList().begin(), windowList().end());
+    std::ranges::stable_sort(windows, {}, [](const Ref<WindowObject>& window) { return window->windowLevel; });
     return windows;
 }
 
@@ -52,7 +52,7 @@ void layoutAllWindows()
 {
     passScheduled = false;
     passRunning = true;
-    for (const Ref<UIWindow>& window : allWindows())
+    for (const Ref<WindowObject>& window : allWindows())
         window->layoutTree();
     passRunning = false;
 }
@@ -74,9 +74,9 @@ void scheduleLayoutPass()
 
 namespace {
 
-UIWindow& windowIn(const id& self)
+WindowObject& windowIn(const id& self)
 {
-    return static_cast<UIWindow&>(*self);
+    return static_cast<WindowObject&>(*self);
 }
 
 id init(const id& self, SEL)
@@ -86,8 +86,8 @@ id init(const id& self, SEL)
 
 void setRootViewController(const id& self, SEL, const id& controller)
 {
-    UIWindow& window = windowIn(self);
-    if (UIView* const former = asView(askObject<"view">(window.rootViewController)))
+    WindowObject& window = windowIn(self);
+    if (ViewObject* const former = asViewObject(askObject<"view">(window.rootViewController)))
         former->removeFromSuperview();
     window.rootViewController = controller;
     const id view = askObject<"view">(controller);
@@ -96,7 +96,7 @@ void setRootViewController(const id& self, SEL, const id& controller)
     send<"setFrame:", void>(view, window.bounds);
     constexpr NSUInteger flexibleWidthAndHeight = 2 | 16;
     send<"setAutoresizingMask:", void>(view, flexibleWidthAndHeight);
-    window.insertSubview(Ref<UIView>(asView(view)), 0);
+    window.insertSubview(Ref<ViewObject>(asViewObject(view)), 0);
 }
 
 void makeKeyWindow(const id& self, SEL)
@@ -134,18 +134,18 @@ constexpr MethodDefinition methods[] {
     method<"isKeyWindow", &isKeyWindow>(),
     method<"makeKeyAndVisible", &makeKeyAndVisible>(),
     method<"makeKeyWindow", &makeKeyWindow>(),
-    getter<"rootViewController", &UIWindow::rootViewController>(),
+    getter<"rootViewController", &WindowObject::rootViewController>(),
     method<"sendEvent:", &sendEvent>(),
     method<"setHidden:", &setHidden>(),
     method<"setRootViewController:", &setRootViewController>(),
-    setterThatAsks<"setWindowLevel:", &UIWindow::windowLevel, Asks::Drawing>(),
-    getter<"windowLevel", &UIWindow::windowLevel>(),
+    setterThatAsks<"setWindowLevel:", &WindowObject::windowLevel, Asks::Drawing>(),
+    getter<"windowLevel", &WindowObject::windowLevel>(),
 };
 
 } // namespace
 
-const ClassDefinition UIWindow::definition {
-    .name = "UIWindow", .superclass = &UIView::definition, .allocate = allocate<UIWindow>, .methods = methods
+const ClassDefinition WindowObject::definition {
+    .name = "UIWindow", .superclass = &ViewObject::definition, .allocate = allocate<WindowObject>, .methods = methods
 };
 
 id currentKeyWindow()

@@ -35,7 +35,7 @@ struct Animation {
     AnimatedValues from;
 };
 
-using AnimationKey = std::pair<const UIView*, Animatable>;
+using AnimationKey = std::pair<const ViewObject*, Animatable>;
 
 std::map<AnimationKey, Animation>& animations()
 {
@@ -246,7 +246,7 @@ constexpr MethodDefinition methods[] {
 
 constinit const std::span<const MethodDefinition> animationMethods { methods };
 
-void noteChange(UIView& view, Animatable property, const AnimatedValues& former, const AnimatedValues& value)
+void noteChange(ViewObject& view, Animatable property, const AnimatedValues& former, const AnimatedValues& value)
 {
     if (former == value)
         return;
@@ -265,7 +265,7 @@ void noteChange(UIView& view, Animatable property, const AnimatedValues& former,
     ++group->running;
 }
 
-AnimatedValues presentedValues(const UIView& view, Animatable property, const AnimatedValues& value)
+AnimatedValues presentedValues(const ViewObject& view, Animatable property, const AnimatedValues& value)
 {
     if (animations().empty())
         return value;
@@ -279,16 +279,16 @@ AnimatedValues presentedValues(const UIView& view, Animatable property, const An
     return presented;
 }
 
-void cancelAnimations(const UIView& view)
+void cancelAnimations(const ViewObject& view)
 {
     if (animations().empty())
         return;
     forgetAnimations(view);
-    for (const Ref<UIView>& subview : view.subviews)
+    for (const Ref<ViewObject>& subview : view.subviews)
         cancelAnimations(*subview);
 }
 
-void forgetAnimations(const UIView& view) noexcept
+void forgetAnimations(const ViewObject& view) noexcept
 {
     if (animations().empty())
         return;
@@ -337,9 +337,9 @@ CGRect Presentation::frame() const
     return CGRectOffset(box, center.x, center.y);
 }
 
-Presentation presentationOf(const UIView& view)
+Presentation presentationOf(const ViewObject& view)
 {
-    const CALayer* const layer = view.layerIfMade();
+    const LayerObject* const layer = view.layerIfMade();
     const double cornerRadius = layer ? layer->cornerRadius : 0;
     if (animations().empty())
         return { view.bounds, view.center, view.transform, view.alpha, asColor(view.backgroundColor), cornerRadius };

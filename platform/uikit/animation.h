@@ -12,15 +12,15 @@ using AnimatedValues = std::array<double, 6>;
 
 /// A value of the view is about to change. Inside an animation it is animated from what is seen now; outside, an
 /// animation of the same value ends. An equal value changes nothing.
-void noteChange(UIView& view, Animatable property, const AnimatedValues& former, const AnimatedValues& value);
+void noteChange(ViewObject& view, Animatable property, const AnimatedValues& former, const AnimatedValues& value);
 
 /// What is seen of the value now.
-AnimatedValues presentedValues(const UIView& view, Animatable property, const AnimatedValues& value);
+AnimatedValues presentedValues(const ViewObject& view, Animatable property, const AnimatedValues& value);
 
 /// Ends the animations of the view and of all views in it; their completions hear that they didn't finish.
-void cancelAnimations(const UIView& view);
+void cancelAnimations(const ViewObject& view);
 /// The same for one view that goes; nobody is called before this returns.
-void forgetAnimations(const UIView& view) noexcept;
+void forgetAnimations(const ViewObject& view) noexcept;
 
 bool animationsRun() noexcept;
 
@@ -35,7 +35,7 @@ struct Presentation {
 
     CGRect frame() const;
 };
-Presentation presentationOf(const UIView& view);
+Presentation presentationOf(const ViewObject& view);
 
 AnimatedValues valuesOf(const CGRect& rect);
 AnimatedValues valuesOf(const CGPoint& point);

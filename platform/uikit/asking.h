@@ -4,8 +4,8 @@
 
 namespace platform {
 
-class CALayer;
-class UIView;
+class LayerObject;
+class ViewObject;
 
 /// What a change of a property asks of its view.
 enum class Asks {
@@ -15,9 +15,9 @@ enum class Asks {
 };
 
 /// The one place at which a change of what is seen is told.
-void changed(UIView& view, Asks what);
+void changed(ViewObject& view, Asks what);
 /// Of a layer only the drawing can change.
-void changed(CALayer& layer, Asks what);
+void changed(LayerObject& layer, Asks what);
 
 /// The row of a setter whose change asks for something; the value that stands changes nothing. A plain setter() in this
 /// folder says that nothing seen changes.

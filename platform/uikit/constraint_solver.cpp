@@ -117,12 +117,12 @@ struct Demand {
 
 class AxisSolver {
 public:
-    AxisSolver(UIView& root, Axis axis)
+    AxisSolver(ViewObject& root, Axis axis)
         : root_(root)
         , axis_(axis)
     {
         number(root);
-        for (UIView* const view : views_)
+        for (ViewObject* const view : views_)
             describe(*view);
     }
 
@@ -144,31 +144,31 @@ public:
     }
 
     /// The frame along this axis, in the superview's coordinates: position and size.
-    std::pair<double, double> placeOf(const UIView& view) const
+    std::pair<double, double> placeOf(const ViewObject& view) const
     {
-        const UIView& superview = *view.superview;
+        const ViewObject& superview = *view.superview;
         const double origin = system_.value(positionOf(superview)) - boundsOrigin(superview);
         return { system_.value(positionOf(view)) - origin, system_.value(sizeOf(view)) };
     }
 
-    const std::vector<UIView*>& views() const noexcept { return views_; }
+    const std::vector<ViewObject*>& views() const noexcept { return views_; }
 
 private:
     static constexpr float strongest = 2000;
     static constexpr float weakest = 1;
 
-    void number(UIView& view)
+    void number(ViewObject& view)
     {
         indices_[&view] = views_.size();
         views_.push_back(&view);
-        for (const Ref<UIView>& subview : view.subviews)
+        for (const Ref<ViewObject>& subview : view.subviews)
             number(*subview);
     }
 
-    Equation positionOf(const UIView& view) const { return { { { 2 * indices_.at(&view), 1.0 } } }; }
-    Equation sizeOf(const UIView& view) const { return { { { 2 * indices_.at(&view) + 1, 1.0 } } }; }
+    Equation positionOf(const ViewObject& view) const { return { { { 2 * indices_.at(&view), 1.0 } } }; }
+    Equation sizeOf(const ViewObject& view) const { return { { { 2 * indices_.at(&view) + 1, 1.0 } } }; }
 
-    double boundsOrigin(const UIView& view) const
+    double boundsOrigin(const ViewObject& view) const
     {
         return axis_ == Axis::Horizontal ? view.bounds.origin.x : view.bounds.origin.y;
     }
@@ -184,7 +184,7 @@ private:
         demand(std::move(equation), priority);
     }
 
-    void describe(UIView& view)
+    void describe(ViewObject& view)
     {
         const bool horizontal = axis_ == Axis::Horizontal;
         const CGRect box { { view.center.x - view.bounds.size.width / 2, view.center.y - view.bounds.size.height / 2 },
@@ -217,10 +217,10 @@ private:
             }
         }
         for (const id& item : itemsOf(view.constraints))
-            addConstraint(static_cast<const NSLayoutConstraint&>(*item));
+            addConstraint(static_cast<const LayoutConstraintObject&>(*item));
     }
 
-    Equation expression(const UIView& view, LayoutAttribute attribute) const
+    Equation expression(const ViewObject& view, LayoutAttribute attribute) const
     {
         if (isSize(attribute))
             return sizeOf(view);
@@ -230,14 +230,14 @@ private:
         return sum;
     }
 
-    void addConstraint(const NSLayoutConstraint& constraint)
+    void addConstraint(const LayoutConstraintObject& constraint)
     {
-        const Ref<UIView> first = constraint.first;
+        const Ref<ViewObject> first = constraint.first;
         if (isHorizontal(constraint.firstAttribute) != (axis_ == Axis::Horizontal) || !indices_.contains(first.get()))
             return;
         Equation equation = expression(*first, constraint.firstAttribute);
         if (constraint.secondAttribute != LayoutAttribute::None) {
-            const Ref<UIView> second = constraint.second;
+            const Ref<ViewObject> second = constraint.second;
             if (isHorizontal(constraint.secondAttribute) != (axis_ == Axis::Horizontal)
                 || !indices_.contains(second.get()))
                 return;
@@ -261,26 +261,26 @@ private:
         return std::nullopt;
     }
 
-    UIView& root_;
+    ViewObject& root_;
     const Axis axis_;
-    std::map<const UIView*, std::size_t> indices_;
-    std::vector<UIView*> views_;
+    std::map<const ViewObject*, std::size_t> indices_;
+    std::vector<ViewObject*> views_;
     std::vector<Demand> demands_;
     EquationSystem system_;
 };
 
-bool hasConstraints(const UIView& view)
+bool hasConstraints(const ViewObject& view)
 {
     if (!itemsOf(view.constraints).empty())
         return true;
-    return std::ranges::any_of(view.subviews, [](const Ref<UIView>& subview) { return hasConstraints(*subview); });
+    return std::ranges::any_of(view.subviews, [](const Ref<ViewObject>& subview) { return hasConstraints(*subview); });
 }
 
 /// A constraint of the view alone that fixes one of its sides; empty for none.
-std::optional<double> ownConstant(const UIView& view, LayoutAttribute attribute)
+std::optional<double> ownConstant(const ViewObject& view, LayoutAttribute attribute)
 {
     for (const id& item : itemsOf(view.constraints)) {
-        const auto& constraint = static_cast<const NSLayoutConstraint&>(*item);
+        const auto& constraint = static_cast<const LayoutConstraintObject&>(*item);
         if (constraint.first.get().get() == &view && constraint.secondAttribute == LayoutAttribute::None
             && constraint.firstAttribute == attribute && constraint.relation == LayoutRelation::Equal)
             return constraint.constant;
@@ -290,21 +290,22 @@ std::optional<double> ownConstant(const UIView& view, LayoutAttribute attribute)
 
 } // namespace
 
-bool hasFixedSize(const UIView& view)
+bool hasFixedSize(const ViewObject& view)
 {
     return ownConstant(view, LayoutAttribute::Width) && ownConstant(view, LayoutAttribute::Height);
 }
 
-bool constrainsInside(const UIView& ancestor, const UIView& view)
+bool constrainsInside(const ViewObject& ancestor, const ViewObject& view)
 {
-    const auto inside = [&](const Ref<UIView>& end) { return end && end.get() != &view && end->isDescendantOf(view); };
+    const auto inside
+        = [&](const Ref<ViewObject>& end) { return end && end.get() != &view && end->isDescendantOf(view); };
     return std::ranges::any_of(itemsOf(ancestor.constraints), [&](const id& item) {
-        const auto& constraint = static_cast<const NSLayoutConstraint&>(*item);
+        const auto& constraint = static_cast<const LayoutConstraintObject&>(*item);
         return inside(constraint.first) || inside(constraint.second);
     });
 }
 
-void solveConstraints(UIView& view)
+void solveConstraints(ViewObject& view)
 {
     if (!hasConstraints(view))
         return;
@@ -312,7 +313,7 @@ void solveConstraints(UIView& view)
     AxisSolver vertical(view, Axis::Vertical);
     horizontal.solve();
     vertical.solve();
-    for (UIView* const placed : horizontal.views()) {
+    for (ViewObject* const placed : horizontal.views()) {
         if (placed == &view || placed->translatesAutoresizingMaskIntoConstraints
             || !placed->superview->constrainsSubview(*placed))
             continue;
@@ -324,7 +325,7 @@ void solveConstraints(UIView& view)
     }
 }
 
-CGSize fittingSize(UIView& view, double width)
+CGSize fittingSize(ViewObject& view, double width)
 {
     CGSize size = send<"intrinsicContentSize", CGSize>(id(&view));
     if (size.width < 0 && size.height < 0 && view.translatesAutoresizingMaskIntoConstraints && !hasConstraints(view))
@@ -338,14 +339,14 @@ CGSize fittingSize(UIView& view, double width)
     return { std::max(size.width, 0.0), std::max(size.height, 0.0) };
 }
 
-void dropConstraintsAcross(UIView& view)
+void dropConstraintsAcross(ViewObject& view)
 {
-    for (UIView* ancestor = view.superview; ancestor; ancestor = ancestor->superview) {
+    for (ViewObject* ancestor = view.superview; ancestor; ancestor = ancestor->superview) {
         const ArrayValue present = itemsOf(ancestor->constraints);
         const std::vector<id> items(present.begin(), present.end());
         for (const id& item : items) {
-            auto& constraint = static_cast<NSLayoutConstraint&>(*item);
-            const auto inside = [&](const Ref<UIView>& end) { return end && end->isDescendantOf(view); };
+            auto& constraint = static_cast<LayoutConstraintObject&>(*item);
+            const auto inside = [&](const Ref<ViewObject>& end) { return end && end->isDescendantOf(view); };
             if (inside(constraint.first) || inside(constraint.second))
                 constraint.setActive(false);
         }

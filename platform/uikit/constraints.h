@@ -28,20 +28,20 @@ enum class LayoutRelation : long { LessThanOrEqual = -1, Equal = 0, GreaterThanO
 
 /// first.attribute = second.attribute * multiplier + constant (or at most, or at least that). It keeps none of its
 /// views, and without one of them it says nothing.
-class NSLayoutConstraint : public NSObject {
+class LayoutConstraintObject : public NSObject {
 public:
     static const ClassDefinition definition;
-    ~NSLayoutConstraint() override;
+    ~LayoutConstraintObject() override;
 
-    Weak<UIView> first {};
+    Weak<ViewObject> first {};
     LayoutAttribute firstAttribute = LayoutAttribute::None;
     LayoutRelation relation = LayoutRelation::Equal;
-    Weak<UIView> second {};
+    Weak<ViewObject> second {};
     LayoutAttribute secondAttribute = LayoutAttribute::None; ///< none: the constant alone
     double multiplier = 1;
     double constant = 0;
     float priority = 1000;
-    Weak<UIView> owner {}; ///< the view on which it is installed; nil while it isn't active
+    Weak<ViewObject> owner {}; ///< the view on which it is installed; nil while it isn't active
 
     void setActive(bool active);
     void setConstant(double newConstant);

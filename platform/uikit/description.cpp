@@ -45,21 +45,21 @@ std::string quoted(const std::string& text)
 
 } // namespace
 
-std::string describeView(const UIView& view, int depth)
+std::string describeView(const ViewObject& view, int depth)
 {
     const Presentation seen = presentationOf(view);
     std::string text(static_cast<std::size_t>(depth) * 2, ' ');
     text.append(class_getName(view.isa())).append(" ").append(rectText(seen.frame()));
     if (const auto shown = view.shownText())
         text += " " + quoted(*shown);
-    if (const auto* const window = dynamic_cast<const UIWindow*>(&view); window && window->windowLevel != 0)
+    if (const auto* const window = dynamic_cast<const WindowObject*>(&view); window && window->windowLevel != 0)
         text += " level " + numberText(window->windowLevel);
     if (seen.alpha != 1)
         text += " alpha " + numberText(seen.alpha);
     if (view.hidden)
         text += " hidden";
     text += '\n';
-    for (const Ref<UIView>& subview : view.subviews)
+    for (const Ref<ViewObject>& subview : view.subviews)
         text += describeView(*subview, depth + 1);
     return text;
 }
@@ -68,7 +68,7 @@ std::string describeScreen()
 {
     layoutAllWindows();
     std::string text;
-    for (const Ref<UIWindow>& window : allWindows())
+    for (const Ref<WindowObject>& window : allWindows())
         text += describeView(*window);
     return text;
 }

@@ -41,7 +41,7 @@ bool isOver(GestureState state)
     return state >= Ended;
 }
 
-using Gestures = std::vector<Ref<UIGestureRecognizer>>;
+using Gestures = std::vector<Ref<GestureRecognizerObject>>;
 
 /// All that have seen a touch and not yet forgotten it.
 Gestures& contest()
@@ -50,73 +50,74 @@ Gestures& contest()
     return *gestures;
 }
 
-id asObject(const UIGestureRecognizer& gesture)
+id asObject(const GestureRecognizerObject& gesture)
 {
-    return id(const_cast<UIGestureRecognizer*>(&gesture));
+    return id(const_cast<GestureRecognizerObject*>(&gesture));
 }
 
 /// From their views.
-void take(const std::vector<Ref<UITouch>>& touches)
+void take(const std::vector<Ref<TouchObject>>& touches)
 {
-    for (const Ref<UITouch>& touch : touches)
+    for (const Ref<TouchObject>& touch : touches)
         if (!touch->isOver && !std::exchange(touch->takenByGesture, true) && touch->isKnownToView)
             cancelTouchInView(*touch);
 }
 
-template <Name Question> bool agrees(const UIGestureRecognizer& one, const UIGestureRecognizer& other)
+template <Name Question> bool agrees(const GestureRecognizerObject& one, const GestureRecognizerObject& other)
 {
     return ask<Question, bool>(one.delegate, asObject(one), asObject(other)).value_or(false);
 }
 
 } // namespace
 
-bool UIGestureRecognizer::sharesTouchWith(const UIGestureRecognizer& other) const
+bool GestureRecognizerObject::sharesTouchWith(const GestureRecognizerObject& other) const
 {
-    return std::ranges::any_of(touches_,
-        [&](const Ref<UITouch>& touch) { return std::ranges::find(other.touches_, touch) != other.touches_.end(); });
+    return std::ranges::any_of(touches_, [&](const Ref<TouchObject>& touch) {
+        return std::ranges::find(other.touches_, touch) != other.touches_.end();
+    });
 }
 
-bool UIGestureRecognizer::runsTogetherWith(const UIGestureRecognizer& other) const
+bool GestureRecognizerObject::runsTogetherWith(const GestureRecognizerObject& other) const
 {
     constexpr Name question = "gestureRecognizer:shouldRecognizeSimultaneouslyWithGestureRecognizer:";
     return agrees<question>(*this, other) || agrees<question>(other, *this);
 }
 
-bool UIGestureRecognizer::prevents(const UIGestureRecognizer& other) const
+bool GestureRecognizerObject::prevents(const GestureRecognizerObject& other) const
 {
     return this != &other && sharesTouchWith(other) && canPrevent(other) && !runsTogetherWith(other);
 }
 
-bool UIGestureRecognizer::mustWaitFor(const UIGestureRecognizer& other) const
+bool GestureRecognizerObject::mustWaitFor(const GestureRecognizerObject& other) const
 {
     // Of two that wait for each other the second one doesn't.
     if (this == &other || other.state_ != Possible
-        || std::ranges::find(other.heldFor_, this, &Ref<UIGestureRecognizer>::get) != other.heldFor_.end())
+        || std::ranges::find(other.heldFor_, this, &Ref<GestureRecognizerObject>::get) != other.heldFor_.end())
         return false;
-    const auto is = [&](const Weak<UIGestureRecognizer>& one) { return one.get().get() == &other; };
+    const auto is = [&](const Weak<GestureRecognizerObject>& one) { return one.get().get() == &other; };
     return std::ranges::any_of(mustFail_, is)
         || (sharesTouchWith(other)
             && (agrees<"gestureRecognizer:shouldRequireFailureOfGestureRecognizer:">(*this, other)
                 || agrees<"gestureRecognizer:shouldBeRequiredToFailByGestureRecognizer:">(other, *this)));
 }
 
-UIGestureRecognizer::Verdict UIGestureRecognizer::askOthers()
+GestureRecognizerObject::Verdict GestureRecognizerObject::askOthers()
 {
     const Gestures others = contest();
-    for (const Ref<UIGestureRecognizer>& other : others)
+    for (const Ref<GestureRecognizerObject>& other : others)
         if ((other->isUnderWay() || other->state_ == Ended) && other->prevents(*this))
             return Verdict::Refused;
     std::ranges::copy_if(others, std::back_inserter(heldFor_),
-        [this](const Ref<UIGestureRecognizer>& other) { return mustWaitFor(*other); });
+        [this](const Ref<GestureRecognizerObject>& other) { return mustWaitFor(*other); });
     if (!heldFor_.empty())
         return Verdict::Held;
     return ask<"gestureRecognizerShouldBegin:", bool>(delegate, id(this)).value_or(true) ? Verdict::Given
                                                                                          : Verdict::Refused;
 }
 
-bool UIGestureRecognizer::enter(GestureState wanted)
+bool GestureRecognizerObject::enter(GestureState wanted)
 {
-    const Ref<UIGestureRecognizer> self(this);
+    const Ref<GestureRecognizerObject> self(this);
     const Transition* const step = transition(state_, wanted);
     assert(step && "no gesture can go from here to there");
     if (!step || !isInContest())
@@ -150,18 +151,18 @@ bool UIGestureRecognizer::enter(GestureState wanted)
     return true;
 }
 
-void UIGestureRecognizer::fail()
+void GestureRecognizerObject::fail()
 {
     if (state_ == Possible)
         enter(Failed);
 }
 
 /// Those that it excludes fail, and so do those that have waited for it in vain; its own failure lets these go.
-void UIGestureRecognizer::tellOthers()
+void GestureRecognizerObject::tellOthers()
 {
     const Gestures others = contest();
-    for (const Ref<UIGestureRecognizer>& other : others) {
-        const bool waited = std::erase(other->heldFor_, Ref<UIGestureRecognizer>(this)) > 0;
+    for (const Ref<GestureRecognizerObject>& other : others) {
+        const bool waited = std::erase(other->heldFor_, Ref<GestureRecognizerObject>(this)) > 0;
         if (state_ != Failed) {
             if (other->state_ == Possible && (waited || prevents(*other)))
                 other->fail();
@@ -171,7 +172,7 @@ void UIGestureRecognizer::tellOthers()
     }
 }
 
-void UIGestureRecognizer::tellTargets()
+void GestureRecognizerObject::tellTargets()
 {
     const id self(this);
     const auto targets = targets_;
@@ -185,7 +186,7 @@ void UIGestureRecognizer::tellTargets()
     }
 }
 
-void UIGestureRecognizer::begin(UITouch& touch)
+void GestureRecognizerObject::begin(TouchObject& touch)
 {
     if (held_ != Possible)
         return;
@@ -194,7 +195,7 @@ void UIGestureRecognizer::begin(UITouch& touch)
     touches_.emplace_back(&touch);
 }
 
-void UIGestureRecognizer::look(const UITouch& touch)
+void GestureRecognizerObject::look(const TouchObject& touch)
 {
     if (touches_.empty() || touches_.back().get() != &touch)
         return;
@@ -221,7 +222,7 @@ void UIGestureRecognizer::look(const UITouch& touch)
 }
 
 /// All have looked at the touch's last phase.
-void UIGestureRecognizer::finish(const UITouch& touch)
+void GestureRecognizerObject::finish(const TouchObject& touch)
 {
     if (touches_.empty() || touches_.back().get() != &touch)
         return;
@@ -231,7 +232,7 @@ void UIGestureRecognizer::finish(const UITouch& touch)
         fail();
 }
 
-void UIGestureRecognizer::settle()
+void GestureRecognizerObject::settle()
 {
     if (!isOver(state_) || (!touches_.empty() && !touches_.back()->isOver))
         return;
@@ -239,12 +240,12 @@ void UIGestureRecognizer::settle()
     heldFor_.clear();
     touches_.clear();
     forget();
-    std::erase(contest(), Ref<UIGestureRecognizer>(this));
+    std::erase(contest(), Ref<GestureRecognizerObject>(this));
 }
 
-void UIGestureRecognizer::abandon()
+void GestureRecognizerObject::abandon()
 {
-    const Ref<UIGestureRecognizer> self(this);
+    const Ref<GestureRecognizerObject> self(this);
     if (!isInContest())
         return;
     if (isUnderWay())
@@ -255,47 +256,48 @@ void UIGestureRecognizer::abandon()
     settle();
 }
 
-void UIGestureRecognizer::setEnabled(bool enabled)
+void GestureRecognizerObject::setEnabled(bool enabled)
 {
     enabled_ = enabled;
     if (!enabled)
         abandon();
 }
 
-void UIGestureRecognizer::requireToFail(const id& other)
+void GestureRecognizerObject::requireToFail(const id& other)
 {
-    if (const Ref<UIGestureRecognizer> gesture(as<UIGestureRecognizer>(other)); gesture && gesture.get() != this)
+    if (const Ref<GestureRecognizerObject> gesture(as<GestureRecognizerObject>(other));
+        gesture && gesture.get() != this)
         mustFail_.emplace_back(gesture);
 }
 
-void UIGestureRecognizer::addTarget(const id& target, SEL action)
+void GestureRecognizerObject::addTarget(const id& target, SEL action)
 {
     targets_.emplace_back(target, action);
 }
 
-void UIGestureRecognizer::removeTarget(const id& target, SEL action)
+void GestureRecognizerObject::removeTarget(const id& target, SEL action)
 {
     std::erase_if(targets_, [&](const auto& present) {
         return (!target || present.first.get() == target) && (!action || present.second == action);
     });
 }
 
-void letGesturesLook(UITouch& touch)
+void letGesturesLook(TouchObject& touch)
 {
     const Gestures looking = contest();
-    for (const Ref<UIGestureRecognizer>& gesture : looking)
+    for (const Ref<GestureRecognizerObject>& gesture : looking)
         gesture->look(touch);
     if (touch.phase != TouchPhase::Ended && touch.phase != TouchPhase::Cancelled)
         return;
-    for (const Ref<UIGestureRecognizer>& gesture : looking)
+    for (const Ref<GestureRecognizerObject>& gesture : looking)
         gesture->finish(touch);
 }
 
-void letGesturesRest(UITouch& touch)
+void letGesturesRest(TouchObject& touch)
 {
     touch.isOver = true;
     const Gestures seen = contest();
-    for (const Ref<UIGestureRecognizer>& gesture : seen)
+    for (const Ref<GestureRecognizerObject>& gesture : seen)
         gesture->settle();
 }
 

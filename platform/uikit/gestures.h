@@ -14,11 +14,11 @@ enum class GestureState : long { Possible = 0, Began = 1, Changed = 2, Ended = 3
 ///
 /// A kind of gesture says what it makes of the phases of a touch. Which state follows which, who else has a say, and
 /// what ends a gesture from outside is decided here for all kinds.
-class UIGestureRecognizer : public NSObject {
+class GestureRecognizerObject : public NSObject {
 public:
     static const ClassDefinition definition;
 
-    Weak<UIView> view {};
+    Weak<ViewObject> view {};
     Weak<NSObject> delegate {};
     bool cancelsTouchesInView = true;
 
@@ -36,21 +36,21 @@ public:
     void requireToFail(const id& other);
 
     /// Whether this one's recognition makes the other one fail, unless a delegate lets both go on.
-    virtual bool canPrevent(const UIGestureRecognizer&) const { return true; }
+    virtual bool canPrevent(const GestureRecognizerObject&) const { return true; }
 
     /// A touch's way: begin() gives it to the gesture, which looks at every phase; after the last one, when all have
     /// looked, what it can't become any more is settled, and when the touch is over, it is as it was before.
-    void begin(UITouch& touch);
-    void look(const UITouch& touch);
-    void finish(const UITouch& touch);
+    void begin(TouchObject& touch);
+    void look(const TouchObject& touch);
+    void finish(const TouchObject& touch);
     void settle();
     /// Cancels what is under way and forgets the touches.
     void abandon();
 
 protected:
-    virtual void began(const UITouch& touch) = 0;
-    virtual void moved(const UITouch& touch) = 0;
-    virtual void ended(const UITouch& touch) = 0;
+    virtual void began(const TouchObject& touch) = 0;
+    virtual void moved(const TouchObject& touch) = 0;
+    virtual void ended(const TouchObject& touch) = 0;
     /// Whether what has been seen, and is over, may still become the gesture by a further touch.
     virtual bool awaitsTouch() const { return false; }
     virtual void forget() { }
@@ -66,34 +66,35 @@ protected:
 private:
     enum class Verdict { Given, Held, Refused };
     Verdict askOthers();
-    bool sharesTouchWith(const UIGestureRecognizer& other) const;
-    bool runsTogetherWith(const UIGestureRecognizer& other) const;
-    bool prevents(const UIGestureRecognizer& other) const;
-    bool mustWaitFor(const UIGestureRecognizer& other) const;
+    bool sharesTouchWith(const GestureRecognizerObject& other) const;
+    bool runsTogetherWith(const GestureRecognizerObject& other) const;
+    bool prevents(const GestureRecognizerObject& other) const;
+    bool mustWaitFor(const GestureRecognizerObject& other) const;
     void tellOthers();
     void tellTargets();
 
     GestureState state_ = GestureState::Possible;
     bool enabled_ = true;
     CGPoint location_ {};
-    std::vector<Ref<UITouch>> touches_ {}; ///< those that it has been given since it was last as before, in their order
+    std::vector<Ref<TouchObject>>
+        touches_ {}; ///< those that it has been given since it was last as before, in their order
     std::vector<std::pair<Weak<NSObject>, SEL>> targets_ {};
-    std::vector<Weak<UIGestureRecognizer>> mustFail_ {};
+    std::vector<Weak<GestureRecognizerObject>> mustFail_ {};
     GestureState held_ = GestureState::Possible; ///< what it enters once those of `heldFor_` have failed
-    std::vector<Ref<UIGestureRecognizer>> heldFor_ {};
+    std::vector<Ref<GestureRecognizerObject>> heldFor_ {};
 };
 
 /// Tells the view that the touch is no longer its own.
-void cancelTouchInView(UITouch& touch);
+void cancelTouchInView(TouchObject& touch);
 
 /// Gives a touch that begins to the gestures of its view and of the views that it stands in.
-void beginGestures(UITouch& touch);
+void beginGestures(TouchObject& touch);
 /// The touch has gone into its present phase.
-void letGesturesLook(UITouch& touch);
+void letGesturesLook(TouchObject& touch);
 /// The touch is over, and its view knows.
-void letGesturesRest(UITouch& touch);
+void letGesturesRest(TouchObject& touch);
 /// The view leaves its window.
-void abandonGestures(const UIView& view);
+void abandonGestures(const ViewObject& view);
 
 extern const std::span<const MethodDefinition> gestureMethods;
 extern const ClassDefinition UILongPressGestureRecognizer_class;

@@ -23,20 +23,20 @@ template <class Function> void after(double seconds, Function function)
         std::chrono::nanoseconds(std::llround(seconds * 1e9)), dispatch_get_main_queue(), std::move(function));
 }
 
-class UITapGestureRecognizer : public UIGestureRecognizer {
+class TapGestureRecognizerObject : public GestureRecognizerObject {
 public:
     NSUInteger numberOfTapsRequired = 1;
     NSUInteger numberOfTouchesRequired = 1;
 
     /// One tap doesn't keep a second from making two of them.
-    bool canPrevent(const UIGestureRecognizer& other) const override
+    bool canPrevent(const GestureRecognizerObject& other) const override
     {
-        const auto* const tap = dynamic_cast<const UITapGestureRecognizer*>(&other);
+        const auto* const tap = dynamic_cast<const TapGestureRecognizerObject*>(&other);
         return !tap || tap->numberOfTapsRequired <= numberOfTapsRequired;
     }
 
 protected:
-    void began(const UITouch& touch) override
+    void began(const TouchObject& touch) override
     {
         constexpr double farthest = 40;
         ++moment_;
@@ -44,12 +44,12 @@ protected:
             fail();
         start_ = touch.location;
     }
-    void moved(const UITouch& touch) override
+    void moved(const TouchObject& touch) override
     {
         if (distance(start_, touch.location) > slop)
             fail();
     }
-    void ended(const UITouch& touch) override
+    void ended(const TouchObject& touch) override
     {
         constexpr double longestPause = 0.35;
         if (distance(start_, touch.location) > slop)
@@ -57,7 +57,7 @@ protected:
         else if (++taps_ >= numberOfTapsRequired)
             enter(GestureState::Ended);
         else
-            after(longestPause, [self = Ref<UITapGestureRecognizer>(this), moment = ++moment_] {
+            after(longestPause, [self = Ref<TapGestureRecognizerObject>(this), moment = ++moment_] {
                 if (self->isInContest() && self->moment_ == moment)
                     self->fail();
             });
@@ -75,28 +75,28 @@ private:
     unsigned moment_ = 0; ///< tells a timer whether anything has happened since
 };
 
-class UILongPressGestureRecognizer : public UIGestureRecognizer {
+class LongPressGestureRecognizerObject : public GestureRecognizerObject {
 public:
     double minimumPressDuration = 0.5;
     double allowableMovement = slop;
 
 protected:
-    void began(const UITouch& touch) override
+    void began(const TouchObject& touch) override
     {
         start_ = touch.location;
-        after(minimumPressDuration, [self = Ref<UILongPressGestureRecognizer>(this), press = ++press_] {
+        after(minimumPressDuration, [self = Ref<LongPressGestureRecognizerObject>(this), press = ++press_] {
             if (self->isInContest() && self->press_ == press && self->state() == GestureState::Possible)
                 self->enter(GestureState::Began);
         });
     }
-    void moved(const UITouch& touch) override
+    void moved(const TouchObject& touch) override
     {
         if (isUnderWay())
             enter(GestureState::Changed);
         else if (distance(start_, touch.location) > allowableMovement)
             fail();
     }
-    void ended(const UITouch&) override
+    void ended(const TouchObject&) override
     {
         ++press_;
         enter(isUnderWay() ? GestureState::Ended : GestureState::Failed);
@@ -107,7 +107,7 @@ private:
     unsigned press_ = 0; ///< tells a timer whether its press is still the present one
 };
 
-class UIPanGestureRecognizer : public UIGestureRecognizer {
+class PanGestureRecognizerObject : public GestureRecognizerObject {
 public:
     CGPoint translationInView(const id&) const { return { last_.x - start_.x, last_.y - start_.y }; }
     void setTranslation(CGPoint translation, const id&)
@@ -117,13 +117,13 @@ public:
     CGPoint velocityInView(const id&) const { return velocity_; }
 
 protected:
-    void began(const UITouch& touch) override
+    void began(const TouchObject& touch) override
     {
         start_ = last_ = touch.location;
         lastTime_ = touch.timestamp;
         velocity_ = {};
     }
-    void moved(const UITouch& touch) override
+    void moved(const TouchObject& touch) override
     {
         follow(touch);
         if (isUnderWay())
@@ -131,7 +131,7 @@ protected:
         else if (distance(start_, touch.location) > slop)
             enter(GestureState::Began);
     }
-    void ended(const UITouch& touch) override
+    void ended(const TouchObject& touch) override
     {
         follow(touch);
         enter(isUnderWay() ? GestureState::Ended : GestureState::Failed);
@@ -140,7 +140,7 @@ protected:
 private:
     /// The velocity is that of the last movement until the finger has rested for a while: a lift mostly repeats the
     /// place that it was moved to.
-    void follow(const UITouch& touch)
+    void follow(const TouchObject& touch)
     {
         constexpr double rest = 0.1;
         const double time = touch.timestamp - lastTime_;
@@ -161,7 +161,7 @@ private:
     CGPoint velocity_ {};
 };
 
-class UISwipeGestureRecognizer : public UIGestureRecognizer {
+class SwipeGestureRecognizerObject : public GestureRecognizerObject {
 public:
     enum Direction : unsigned long { Right = 1, Left = 2, Up = 4, Down = 8 };
 
@@ -169,12 +169,12 @@ public:
     NSUInteger numberOfTouchesRequired = 1;
 
 protected:
-    void began(const UITouch& touch) override
+    void began(const TouchObject& touch) override
     {
         start_ = touch.location;
         startTime_ = touch.timestamp;
     }
-    void moved(const UITouch& touch) override
+    void moved(const TouchObject& touch) override
     {
         constexpr double longEnough = 40;
         constexpr double longestTime = 0.5;
@@ -188,7 +188,7 @@ protected:
         else if ((direction & towards) != 0 && std::max(std::abs(x), std::abs(y)) >= longEnough)
             enter(GestureState::Ended);
     }
-    void ended(const UITouch& touch) override { moved(touch); }
+    void ended(const TouchObject& touch) override { moved(touch); }
 
 private:
     CGPoint start_ {};
@@ -196,44 +196,44 @@ private:
 };
 
 constexpr MethodDefinition tapMethods[] {
-    getter<"numberOfTapsRequired", &UITapGestureRecognizer::numberOfTapsRequired>(),
-    getter<"numberOfTouchesRequired", &UITapGestureRecognizer::numberOfTouchesRequired>(),
-    setter<"setNumberOfTapsRequired:", &UITapGestureRecognizer::numberOfTapsRequired>(),
-    setter<"setNumberOfTouchesRequired:", &UITapGestureRecognizer::numberOfTouchesRequired>(),
+    getter<"numberOfTapsRequired", &TapGestureRecognizerObject::numberOfTapsRequired>(),
+    getter<"numberOfTouchesRequired", &TapGestureRecognizerObject::numberOfTouchesRequired>(),
+    setter<"setNumberOfTapsRequired:", &TapGestureRecognizerObject::numberOfTapsRequired>(),
+    setter<"setNumberOfTouchesRequired:", &TapGestureRecognizerObject::numberOfTouchesRequired>(),
 };
 constexpr MethodDefinition longPressMethods[] {
-    getter<"minimumPressDuration", &UILongPressGestureRecognizer::minimumPressDuration>(),
-    setter<"setAllowableMovement:", &UILongPressGestureRecognizer::allowableMovement>(),
-    setter<"setMinimumPressDuration:", &UILongPressGestureRecognizer::minimumPressDuration>(),
+    getter<"minimumPressDuration", &LongPressGestureRecognizerObject::minimumPressDuration>(),
+    setter<"setAllowableMovement:", &LongPressGestureRecognizerObject::allowableMovement>(),
+    setter<"setMinimumPressDuration:", &LongPressGestureRecognizerObject::minimumPressDuration>(),
 };
 constexpr MethodDefinition panMethods[] {
-    method<"setTranslation:inView:", &UIPanGestureRecognizer::setTranslation>(),
-    method<"translationInView:", &UIPanGestureRecognizer::translationInView>(),
-    method<"velocityInView:", &UIPanGestureRecognizer::velocityInView>(),
+    method<"setTranslation:inView:", &PanGestureRecognizerObject::setTranslation>(),
+    method<"translationInView:", &PanGestureRecognizerObject::translationInView>(),
+    method<"velocityInView:", &PanGestureRecognizerObject::velocityInView>(),
 };
 constexpr MethodDefinition swipeMethods[] {
-    getter<"direction", &UISwipeGestureRecognizer::direction>(),
-    setter<"setDirection:", &UISwipeGestureRecognizer::direction>(),
-    setter<"setNumberOfTouchesRequired:", &UISwipeGestureRecognizer::numberOfTouchesRequired>(),
+    getter<"direction", &SwipeGestureRecognizerObject::direction>(),
+    setter<"setDirection:", &SwipeGestureRecognizerObject::direction>(),
+    setter<"setNumberOfTouchesRequired:", &SwipeGestureRecognizerObject::numberOfTouchesRequired>(),
 };
 
 } // namespace
 
 const ClassDefinition UITapGestureRecognizer_class { .name = "UITapGestureRecognizer",
-    .superclass = &UIGestureRecognizer::definition,
-    .allocate = allocate<UITapGestureRecognizer>,
+    .superclass = &GestureRecognizerObject::definition,
+    .allocate = allocate<TapGestureRecognizerObject>,
     .methods = tapMethods };
 const ClassDefinition UILongPressGestureRecognizer_class { .name = "UILongPressGestureRecognizer",
-    .superclass = &UIGestureRecognizer::definition,
-    .allocate = allocate<UILongPressGestureRecognizer>,
+    .superclass = &GestureRecognizerObject::definition,
+    .allocate = allocate<LongPressGestureRecognizerObject>,
     .methods = longPressMethods };
 const ClassDefinition UIPanGestureRecognizer_class { .name = "UIPanGestureRecognizer",
-    .superclass = &UIGestureRecognizer::definition,
-    .allocate = allocate<UIPanGestureRecognizer>,
+    .superclass = &GestureRecognizerObject::definition,
+    .allocate = allocate<PanGestureRecognizerObject>,
     .methods = panMethods };
 const ClassDefinition UISwipeGestureRecognizer_class { .name = "UISwipeGestureRecognizer",
-    .superclass = &UIGestureRecognizer::definition,
-    .allocate = allocate<UISwipeGestureRecognizer>,
+    .superclass = &GestureRecognizerObject::definition,
+    .allocate = allocate<SwipeGestureRecognizerObject>,
     .methods = swipeMethods };
 
 } // namespace platform

@@ -24,7 +24,7 @@ private:
     Canvas& canvas_;
 };
 
-void drawBorder(Canvas& canvas, const CALayer& layer, const CGRect& bounds, double cornerRadius)
+void drawBorder(Canvas& canvas, const LayerObject& layer, const CGRect& bounds, double cornerRadius)
 {
     if (layer.borderWidth <= 0)
         return;
@@ -33,24 +33,24 @@ void drawBorder(Canvas& canvas, const CALayer& layer, const CGRect& bounds, doub
         asColor(layer.borderColor).value_or(Color {}), layer.borderWidth);
 }
 
-void drawSublayers(Canvas& canvas, const CALayer& layer)
+void drawSublayers(Canvas& canvas, const LayerObject& layer)
 {
-    for (const Ref<CALayer>& sublayer : layer.sublayers) {
+    for (const Ref<LayerObject>& sublayer : layer.sublayers) {
         const SavedState saved(canvas);
         canvas.concat(CGAffineTransformMakeTranslation(sublayer->frame.origin.x, sublayer->frame.origin.y));
         renderLayer(canvas, *sublayer, { {}, sublayer->frame.size });
     }
 }
 
-Path outlineOf(const CALayer* layer, const Presentation& seen)
+Path outlineOf(const LayerObject* layer, const Presentation& seen)
 {
     return layer ? layer->outline(seen.bounds, seen.cornerRadius) : Path::roundedRect(seen.bounds, 0);
 }
 
 /// The view in its own coordinates, without its shadow and at full alpha.
-void drawBody(Canvas& canvas, const UIView& view, const Presentation& seen)
+void drawBody(Canvas& canvas, const ViewObject& view, const Presentation& seen)
 {
-    const CALayer* const layer = view.layerIfMade();
+    const LayerObject* const layer = view.layerIfMade();
     const Path outline = outlineOf(layer, seen);
     if (seen.backgroundColor)
         canvas.fill(outline, *seen.backgroundColor);
@@ -63,14 +63,14 @@ void drawBody(Canvas& canvas, const UIView& view, const Presentation& seen)
             drawSublayers(canvas, *layer);
         }
         view.drawContent(canvas, seen.bounds);
-        const id self(const_cast<UIView*>(&view));
+        const id self(const_cast<ViewObject*>(&view));
         if (respondsTo<"drawRect:">(self)) {
             const SavedState drawing(canvas);
             const CurrentCanvas current(canvas);
             canvas.clip(Path::roundedRect(seen.bounds, 0));
             send<"drawRect:", void>(self, seen.bounds);
         }
-        for (const Ref<UIView>& subview : view.subviews)
+        for (const Ref<ViewObject>& subview : view.subviews)
             renderView(canvas, *subview);
     }
     if (layer)
@@ -86,7 +86,7 @@ CGRect unionOf(const CGRect& left, const CGRect& right)
 }
 
 /// Where the shadow of what takes up that rectangle can reach.
-CGRect reachOfShadow(const CGRect& rect, const CALayer& layer)
+CGRect reachOfShadow(const CGRect& rect, const LayerObject& layer)
 {
     const double reach = 3 * layer.shadowRadius + 1;
     return unionOf(
@@ -103,16 +103,16 @@ CGAffineTransform outwards(const Presentation& seen)
 
 /// Where the view and what stands in it can leave a mark, in its own coordinates: what is put together first needs no
 /// more room than that.
-CGRect extentOf(const UIView& view, const Presentation& seen)
+CGRect extentOf(const ViewObject& view, const Presentation& seen)
 {
-    const CALayer* const layer = view.layerIfMade();
+    const LayerObject* const layer = view.layerIfMade();
     CGRect extent = seen.bounds;
     if (layer && layer->masksToBounds)
         return extent;
     if (layer)
-        for (const Ref<CALayer>& sublayer : layer->sublayers)
+        for (const Ref<LayerObject>& sublayer : layer->sublayers)
             extent = unionOf(extent, sublayer->frame);
-    for (const Ref<UIView>& subview : view.subviews)
+    for (const Ref<ViewObject>& subview : view.subviews)
         if (!subview->hidden) {
             const Presentation inside = presentationOf(*subview);
             extent = unionOf(extent, CGRectApplyAffineTransform(extentOf(*subview, inside), outwards(inside)));
@@ -120,9 +120,9 @@ CGRect extentOf(const UIView& view, const Presentation& seen)
     return layer && layer->shadowOpacity > 0 ? reachOfShadow(extent, *layer) : extent;
 }
 
-void drawShadow(Canvas& canvas, const UIView& view, const Presentation& seen)
+void drawShadow(Canvas& canvas, const ViewObject& view, const Presentation& seen)
 {
-    const CALayer* const layer = view.layerIfMade();
+    const LayerObject* const layer = view.layerIfMade();
     if (!layer || layer->shadowOpacity <= 0 || layer->masksToBounds)
         return;
     const SavedState saved(canvas);
@@ -139,7 +139,7 @@ void drawShadow(Canvas& canvas, const UIView& view, const Presentation& seen)
 
 } // namespace
 
-void renderView(Canvas& canvas, const UIView& view)
+void renderView(Canvas& canvas, const ViewObject& view)
 {
     const Presentation seen = presentationOf(view);
     if (view.hidden || seen.alpha <= 0)
@@ -157,7 +157,7 @@ void renderView(Canvas& canvas, const UIView& view)
         canvas.endGroup(seen.alpha);
 }
 
-void renderLayer(Canvas& canvas, const CALayer& layer, const CGRect& bounds)
+void renderLayer(Canvas& canvas, const LayerObject& layer, const CGRect& bounds)
 {
     if (layer.hidden || layer.opacity <= 0)
         return;
@@ -192,7 +192,7 @@ std::optional<Bitmap> renderScreen(double scale)
         return std::nullopt;
     std::ranges::fill(bitmap->pixels, 0xFF000000U);
     Canvas canvas(*bitmap, scale);
-    for (const Ref<UIWindow>& window : allWindows())
+    for (const Ref<WindowObject>& window : allWindows())
         renderView(canvas, *window);
     return bitmap;
 }

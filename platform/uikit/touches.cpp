@@ -12,9 +12,9 @@ namespace platform {
 
 namespace {
 
-Ref<UITouch>& finger()
+Ref<TouchObject>& finger()
 {
-    static auto* const touch = new Ref<UITouch>;
+    static auto* const touch = new Ref<TouchObject>;
     return *touch;
 }
 
@@ -36,22 +36,22 @@ NSUInteger tapCountOf(CGPoint point)
 }
 
 /// The frontmost window that has something at the point.
-void hit(CGPoint point, UITouch& touch)
+void hit(CGPoint point, TouchObject& touch)
 {
     const auto windows = allWindows();
     for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
         const CGPoint inWindow { point.x - (*window)->frame().origin.x, point.y - (*window)->frame().origin.y };
-        if (auto* const view = asView(send<"hitTest:withEvent:">(*window, inWindow, nil))) {
-            touch.view = Ref<UIView>(view);
+        if (auto* const view = asViewObject(send<"hitTest:withEvent:">(*window, inWindow, nil))) {
+            touch.view = Ref<ViewObject>(view);
             touch.window = *window;
             return;
         }
     }
 }
 
-void sendToView(const UITouch& touch, const id& event)
+void sendToView(const TouchObject& touch, const id& event)
 {
-    const id touches = set({ id(const_cast<UITouch*>(&touch)) });
+    const id touches = set({ id(const_cast<TouchObject*>(&touch)) });
     const id view = touch.view;
     switch (touch.phase) {
     case TouchPhase::Began:
@@ -70,9 +70,9 @@ void sendToView(const UITouch& touch, const id& event)
     }
 }
 
-Ref<UIEvent> makeEvent(UITouch& touch)
+Ref<EventObject> makeEvent(TouchObject& touch)
 {
-    Ref<UIEvent> event = make<UIEvent>();
+    Ref<EventObject> event = make<EventObject>();
     event->timestamp = touch.timestamp;
     event->touches.emplace_back(&touch);
     return event;
@@ -86,11 +86,11 @@ void touchScreen(CGPoint point, TouchPhase phase)
         touchScreen(point, TouchPhase::Cancelled);
     layoutAllWindows();
     if (phase == TouchPhase::Began || !finger()) {
-        finger() = make<UITouch>();
+        finger() = make<TouchObject>();
         hit(point, *finger());
         finger()->tapCount = tapCountOf(point);
     }
-    const Ref<UITouch> touch = finger();
+    const Ref<TouchObject> touch = finger();
     const CGPoint origin = touch->window ? touch->window->frame().origin : CGPoint {};
     const CGPoint location { point.x - origin.x, point.y - origin.y };
     touch->formerLocation = phase == TouchPhase::Began ? location : touch->location;
@@ -99,16 +99,16 @@ void touchScreen(CGPoint point, TouchPhase phase)
     touch->timestamp = CACurrentMediaTime();
     if (phase == TouchPhase::Ended || phase == TouchPhase::Cancelled)
         finger() = {};
-    const Ref<UIEvent> event = makeEvent(*touch);
+    const Ref<EventObject> event = makeEvent(*touch);
     send<"sendEvent:", void>(send<"sharedApplication">(id(classNamed<"UIApplication">())), id(event));
 }
 
-void deliverTouches(UIWindow&, const id& event)
+void deliverTouches(WindowObject&, const id& event)
 {
-    const auto* const touches = as<UIEvent>(event);
+    const auto* const touches = as<EventObject>(event);
     if (!touches)
         return;
-    for (const Ref<UITouch>& touch : touches->touches) {
+    for (const Ref<TouchObject>& touch : touches->touches) {
         if (touch->phase == TouchPhase::Began)
             beginGestures(*touch);
         letGesturesLook(*touch);
@@ -121,7 +121,7 @@ void deliverTouches(UIWindow&, const id& event)
     }
 }
 
-void cancelTouchInView(UITouch& touch)
+void cancelTouchInView(TouchObject& touch)
 {
     const TouchPhase phase = std::exchange(touch.phase, TouchPhase::Cancelled);
     sendToView(touch, makeEvent(touch));
@@ -130,48 +130,48 @@ void cancelTouchInView(UITouch& touch)
 
 namespace {
 
-CGPoint toView(const id& view, const UITouch& touch, CGPoint location)
+CGPoint toView(const id& view, const TouchObject& touch, CGPoint location)
 {
-    const auto* const target = asView(view);
+    const auto* const target = asViewObject(view);
     if (!target)
         return location;
-    if (const UIView& root = target->root(); &root != static_cast<const UIView*>(touch.window.get()))
+    if (const ViewObject& root = target->root(); &root != static_cast<const ViewObject*>(touch.window.get()))
         return location;
     return target->pointFromRoot(location);
 }
 
 CGPoint location(const id& self, SEL, const id& view)
 {
-    const auto& touch = static_cast<const UITouch&>(*self);
+    const auto& touch = static_cast<const TouchObject&>(*self);
     return toView(view, touch, touch.location);
 }
 
 CGPoint formerLocation(const id& self, SEL, const id& view)
 {
-    const auto& touch = static_cast<const UITouch&>(*self);
+    const auto& touch = static_cast<const TouchObject&>(*self);
     return toView(view, touch, touch.formerLocation);
 }
 
 constexpr MethodDefinition touchMethods[] {
     method<"locationInView:", &location>(),
-    getter<"phase", &UITouch::phase>(),
+    getter<"phase", &TouchObject::phase>(),
     method<"previousLocationInView:", &formerLocation>(),
-    getter<"tapCount", &UITouch::tapCount>(),
-    getter<"timestamp", &UITouch::timestamp>(),
-    getter<"view", &UITouch::view>(),
-    getter<"window", &UITouch::window>(),
+    getter<"tapCount", &TouchObject::tapCount>(),
+    getter<"timestamp", &TouchObject::timestamp>(),
+    getter<"view", &TouchObject::view>(),
+    getter<"window", &TouchObject::window>(),
 };
 
 id allTouches(const id& self, SEL)
 {
-    const auto& touches = static_cast<const UIEvent&>(*self).touches;
+    const auto& touches = static_cast<const EventObject&>(*self).touches;
     return set({ touches.begin(), touches.end() });
 }
 
 constexpr MethodDefinition eventMethods[] {
     method<"allTouches", &allTouches>(),
-    getter<"timestamp", &UIEvent::timestamp>(),
-    getter<"type", &UIEvent::type>(),
+    getter<"timestamp", &EventObject::timestamp>(),
+    getter<"type", &EventObject::type>(),
 };
 
 id nextResponder(const id& self, SEL)
@@ -194,8 +194,12 @@ constexpr MethodDefinition responderMethods[] {
 
 } // namespace
 
-const ClassDefinition UITouch::definition { .name = "UITouch", .allocate = allocate<UITouch>, .methods = touchMethods };
-const ClassDefinition UIEvent::definition { .name = "UIEvent", .allocate = allocate<UIEvent>, .methods = eventMethods };
+const ClassDefinition TouchObject::definition {
+    .name = "UITouch", .allocate = allocate<TouchObject>, .methods = touchMethods
+};
+const ClassDefinition EventObject::definition {
+    .name = "UIEvent", .allocate = allocate<EventObject>, .methods = eventMethods
+};
 const ClassDefinition UIResponder_class { .name = "UIResponder", .methods = responderMethods };
 
 } // namespace platform

@@ -4,12 +4,12 @@
 
 namespace platform {
 
-class UIWindow;
+class WindowObject;
 
 enum class TouchPhase : long { Began = 0, Moved = 1, Stationary = 2, Ended = 3, Cancelled = 4 };
 
 /// A finger on the screen.
-class UITouch : public NSObject {
+class TouchObject : public NSObject {
 public:
     static const ClassDefinition definition;
     TouchPhase phase = TouchPhase::Began;
@@ -17,8 +17,8 @@ public:
     CGPoint formerLocation {};
     double timestamp = 0;
     NSUInteger tapCount = 1;
-    Ref<UIView> view {}; ///< the one that the touch began in
-    Ref<UIWindow> window {};
+    Ref<ViewObject> view {}; ///< the one that the touch began in
+    Ref<WindowObject> window {};
     bool isKnownToView = false; ///< the view has been told that it began
     bool takenByGesture = false; ///< the view hears nothing more of it than that it was cancelled
     bool isOver = false; ///< ended or cancelled, and everybody knows
@@ -26,12 +26,12 @@ public:
 
 enum class EventType : long { Touches = 0 };
 
-class UIEvent : public NSObject {
+class EventObject : public NSObject {
 public:
     static const ClassDefinition definition;
     EventType type = EventType::Touches;
     double timestamp = 0;
-    std::vector<Ref<UITouch>> touches {};
+    std::vector<Ref<TouchObject>> touches {};
 };
 
 /// A finger does something at that point of the screen: an event for the application, from the top. A touch is one
@@ -40,6 +40,6 @@ public:
 void touchScreen(CGPoint point, TouchPhase phase);
 
 /// What a window does with an event: gestures look at it first, then the view that was hit gets it.
-void deliverTouches(UIWindow& window, const id& event);
+void deliverTouches(WindowObject& window, const id& event);
 
 } // namespace platform

@@ -11,21 +11,21 @@
 
 namespace platform {
 
-class UIView;
-class UIWindow;
+class ViewObject;
+class WindowObject;
 
 /// What is animated, each as up to six numbers.
 enum class Animatable { Bounds, Center, Transform, Alpha, BackgroundColor, CornerRadius };
 
 /// How a view's box is drawn; a layer of its own has a place among its superlayer's.
-class CALayer : public NSObject {
+class LayerObject : public NSObject {
 public:
     static const ClassDefinition definition;
-    ~CALayer() override;
+    ~LayerObject() override;
 
-    UIView* view = nullptr; ///< null for a layer without a view
-    CALayer* superlayer = nullptr;
-    std::vector<Ref<CALayer>> sublayers {};
+    ViewObject* view = nullptr; ///< null for a layer without a view
+    LayerObject* superlayer = nullptr;
+    std::vector<Ref<LayerObject>> sublayers {};
     CGRect frame {}; ///< of a layer without a view
     id backgroundColor {}; ///< likewise
     double opacity = 1; ///< likewise
@@ -54,11 +54,11 @@ public:
     virtual void drawContents(Canvas& canvas, const CGRect& bounds) const;
 };
 
-class UIView : public NSObject {
+class ViewObject : public NSObject {
 public:
     static const ClassDefinition definition;
-    UIView() = default;
-    ~UIView() override;
+    ViewObject() = default;
+    ~ViewObject() override;
 
     CGRect bounds {};
     CGPoint center {};
@@ -80,11 +80,11 @@ public:
     id gestureRecognizers {}; ///< mutable array, or nil
     float horizontalHugging = 250;
     float verticalHugging = 250;
-    UIView* superview = nullptr;
-    std::vector<Ref<UIView>> subviews {};
+    ViewObject* superview = nullptr;
+    std::vector<Ref<ViewObject>> subviews {};
 
-    CALayer& layer();
-    const CALayer* layerIfMade() const noexcept { return layer_.get(); }
+    LayerObject& layer();
+    const LayerObject* layerIfMade() const noexcept { return layer_.get(); }
 
     CGRect frame() const;
     void setFrame(CGRect frame);
@@ -101,11 +101,11 @@ public:
     /// Lays out this view and what stands in it, as far as it has asked for it.
     void layoutTree();
 
-    void insertSubview(const Ref<UIView>& view, std::size_t index);
+    void insertSubview(const Ref<ViewObject>& view, std::size_t index);
     void removeFromSuperview();
-    bool isDescendantOf(const UIView& other) const noexcept;
+    bool isDescendantOf(const ViewObject& other) const noexcept;
     /// The window that the view stands in; null when it stands in none.
-    virtual UIWindow* window() noexcept;
+    virtual WindowObject* window() noexcept;
 
     /// How far bars and round corners of the screen reach into the view; nothing outside of a window.
     UIEdgeInsets safeArea() const;
@@ -113,7 +113,7 @@ public:
     /// To and from the coordinates of the root of the tree that the view stands in.
     CGPoint pointInRoot(CGPoint point) const;
     CGPoint pointFromRoot(CGPoint point) const;
-    const UIView& root() const noexcept;
+    const ViewObject& root() const noexcept;
 
     /// The tint in force here.
     Color effectiveTint() const;
@@ -127,41 +127,41 @@ public:
     /// The text in a dump of the tree; empty for none.
     virtual std::optional<std::string> shownText() const { return std::nullopt; }
     /// False where the view itself lays out this subview, constraints or not.
-    virtual bool constrainsSubview(const UIView&) const noexcept { return true; }
+    virtual bool constrainsSubview(const ViewObject&) const noexcept { return true; }
 
 private:
-    void movedToWindow(UIWindow* former);
+    void movedToWindow(WindowObject* former);
     void resizeSubviews(CGSize former);
 
     /// The safe area of the view may be another one: it hears of it with its next layout.
     void checkSafeArea();
     void noticeSafeArea();
 
-    Ref<CALayer> layer_ {};
+    Ref<LayerObject> layer_ {};
     UIEdgeInsets noticedSafeArea_ {};
     bool needsLayout_ = true;
 };
 
 /// The view, or null for nil and for any other object.
-inline UIView* asView(const id& object)
+inline ViewObject* asViewObject(const id& object)
 {
-    return as<UIView>(object);
+    return as<ViewObject>(object);
 }
 
 /// Give the view another place by the messages that a class may answer by its own; an equal place is none.
-void place(UIView& view, const CGRect& frame);
-void place(UIView& view, const CGRect& bounds, CGPoint center);
+void place(ViewObject& view, const CGRect& frame);
+void place(ViewObject& view, const CGRect& bounds, CGPoint center);
 
 /// The view's size by its content and its own constraints, in a width of that much at most; what it can't say is 0.
-CGSize fittingSize(UIView& view, double width);
+CGSize fittingSize(ViewObject& view, double width);
 
 /// Frames of the views below `view` that constraints place. `view` keeps its own.
-void solveConstraints(UIView& view);
+void solveConstraints(ViewObject& view);
 /// Whether the view's own constraints fix its width and its height.
-bool hasFixedSize(const UIView& view);
+bool hasFixedSize(const ViewObject& view);
 /// Whether the ancestor has a constraint on something that stands in the view.
-bool constrainsInside(const UIView& ancestor, const UIView& view);
+bool constrainsInside(const ViewObject& ancestor, const ViewObject& view);
 /// Takes away what holds the view to anything outside of it.
-void dropConstraintsAcross(UIView& view);
+void dropConstraintsAcross(ViewObject& view);
 
 } // namespace platform

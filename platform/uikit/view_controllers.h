@@ -6,13 +6,13 @@ namespace platform {
 
 /// Manages a view, and shows others' over it. A presented controller stands in a window of its own, before all others,
 /// and lives until it is dismissed.
-class UIViewController : public NSObject {
+class ViewControllerObject : public NSObject {
 public:
     static const ClassDefinition definition;
 
     id title {};
-    Ref<UIViewController> presentedViewController {};
-    UIViewController* presentingViewController = nullptr; ///< keeps this one while there is one
+    Ref<ViewControllerObject> presentedViewController {};
+    ViewControllerObject* presentingViewController = nullptr; ///< keeps this one while there is one
 
     /// Made at the first request, by loadView().
     id view();
@@ -29,7 +29,7 @@ protected:
 
 private:
     id view_ {};
-    Ref<UIWindow> window_ {}; ///< while it is presented
+    Ref<WindowObject> window_ {}; ///< while it is presented
 };
 
 extern const ClassDefinition UIAlertAction_class;

@@ -7,20 +7,20 @@
 
 namespace platform {
 
-class UIWindow : public UIView {
+class WindowObject : public ViewObject {
 public:
     static const ClassDefinition definition;
-    UIWindow();
-    ~UIWindow() override;
+    WindowObject();
+    ~WindowObject() override;
 
     double windowLevel = 0;
     id rootViewController {};
 
-    UIWindow* window() noexcept override { return this; }
+    WindowObject* window() noexcept override { return this; }
 };
 
 /// All windows there are, from the back to the front: by level, and on one level in the order in which they were made.
-std::vector<Ref<UIWindow>> allWindows();
+std::vector<Ref<WindowObject>> allWindows();
 
 /// What the screen is: its size in points and how many pixels make one.
 struct ScreenFacts {
