@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/graphics/geometry.h"
+#include "platform/handles/Handle.h"
+
+#include <cstdint>
+
+namespace platform {
+
+class UIColor : public Handle {
+public:
+    using Handle::Handle;
+    static Class classObject() { return classNamed<"UIColor">(); }
+
+    static UIColor withRed(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha)
+    {
+        return callOn<"colorWithRed:green:blue:alpha:", UIColor>(id(classObject()), red, green, blue, alpha);
+    }
+    static UIColor withHue(CGFloat hue, CGFloat saturation, CGFloat brightness, CGFloat alpha)
+    {
+        return callOn<"colorWithHue:saturation:brightness:alpha:", UIColor>(
+            id(classObject()), hue, saturation, brightness, alpha);
+    }
+    static UIColor black() { return callOn<"blackColor", UIColor>(id(classObject())); }
+    static UIColor white() { return callOn<"whiteColor", UIColor>(id(classObject())); }
+    static UIColor lightGray() { return callOn<"lightGrayColor", UIColor>(id(classObject())); }
+    static UIColor clear() { return callOn<"clearColor", UIColor>(id(classObject())); }
+
+    /// What layers take for a colour.
+    id cgColor() const { return call<"CGColor", id>(); }
+    void setFill() const { call<"setFill">(); }
+    void setStroke() const { call<"setStroke">(); }
+};
+
+} // namespace platform
