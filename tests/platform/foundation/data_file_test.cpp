@@ -19,13 +19,13 @@ TEST(DataFile, IsWrittenOrRefused)
 {
     const DeviceRoot device;
     const std::string bytes("\0\xFF picture", 10);
-    EXPECT_TRUE(write(data(bytes), string("/file")));
+    EXPECT_TRUE(write(platform::data(bytes), string("/file")));
     EXPECT_EQ(device.get("/file"), bytes);
     EXPECT_TRUE(write(dataTaking("another"), string("/file")));
     EXPECT_EQ(device.get("/file"), "another");
     EXPECT_TRUE(write(data(""), string("/empty")));
     for (const id& path : { string("/missing/file"), string("/"), string(""), number(2), nil })
-        EXPECT_FALSE(write(data(bytes), path)) << describe(path);
+        EXPECT_FALSE(write(platform::data(bytes), path)) << describe(path);
 }
 
 /// Starts a process that replaces the file, and kills it where it enters or leaves the system for that many times.
@@ -61,14 +61,14 @@ TEST(DataFile, IsTheOldOrTheNewOneWhereverItsWriterIsKilled)
     for (bool wasKilled = true; wasKilled; ++moments) {
         const DeviceRoot device;
         device.put("/icon.png", former);
-        wasKilled = killAfter(moments, data(content));
+        wasKilled = killAfter(moments, platform::data(content));
         const std::string found = device.get("/icon.png");
         const bool isNew = found == content;
         ASSERT_TRUE(isNew || found == former) << moments << ": " << found.size() << " bytes";
         // Once it is the new one it stays.
         ASSERT_TRUE(isNew || !wasNew) << moments;
         wasNew = isNew;
-        ASSERT_TRUE(write(data(former), string("/icon.png"))) << moments;
+        ASSERT_TRUE(write(platform::data(former), string("/icon.png"))) << moments;
         ASSERT_EQ(directoryEntries("/"), std::vector<std::string> { "icon.png" }) << moments;
     }
     EXPECT_TRUE(wasNew);
