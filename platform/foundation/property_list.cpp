@@ -4,6 +4,7 @@
 #include "platform/foundation/property_list_guard.h"
 #include "platform/foundation/values.h"
 
+#include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <cstdlib>
@@ -198,9 +199,14 @@ plist_t nodeOf(const id& value)
             plist_array_append_item(node, nodeOf(item));
         return node;
     }
-    const plist_t node = plist_new_dict();
+    // By key, so that dictionaries that are equal are the same bytes.
+    std::vector<std::pair<std::string, id>> sorted;
     for (const auto& [key, item] : pairsOf(value))
-        plist_dict_set_item(node, asString(key)->text().c_str(), nodeOf(item));
+        sorted.emplace_back(asString(key)->text(), item);
+    std::ranges::sort(sorted, {}, &std::pair<std::string, id>::first);
+    const plist_t node = plist_new_dict();
+    for (const auto& [key, item] : sorted)
+        plist_dict_set_item(node, key.c_str(), nodeOf(item));
     return node;
 }
 

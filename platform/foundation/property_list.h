@@ -37,8 +37,9 @@ PropertyListReading readPropertyList(std::string_view bytes);
 /// where reading changed one (above).
 bool isKeptByWriting(std::string_view bytes);
 
-/// The bytes of a value, or empty when it isn't one that propertyListCopy() can copy; and, for XML, when a
-/// string holds a control character that XML has no way to write. XML cuts a date to whole seconds.
+/// The bytes of a value, the same for equal dictionaries in whatever order they were made; or empty when it isn't one
+/// that propertyListCopy() can copy; and, for XML, when a string holds a control character that XML has no way to
+/// write. XML cuts a date to whole seconds.
 std::optional<std::string> dataFromPropertyList(const id& value, PropertyListFormat format);
 
 /// `dictionaryWithContentsOfFile:` and `arrayWithContentsOfFile:` on a device path: nil when the file is
