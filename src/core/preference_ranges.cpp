@@ -30,4 +30,19 @@ bool isColor(const id& value)
         && digits.find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos;
 }
 
+bool isLanguage(const id& value)
+{
+    const auto text = asString(value);
+    return text && (*text == "en" || *text == "zh");
+}
+
+bool isRowList(const id& value)
+{
+    const ArrayValue items = itemsOf(value);
+    return asArray(value) && std::ranges::all_of(items, [](const id& item) {
+        const auto name = asString(item);
+        return name && std::ranges::find(rows, name->view()) != std::end(rows);
+    });
+}
+
 } // namespace appledger::preferenceRange
