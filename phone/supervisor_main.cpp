@@ -11,6 +11,7 @@ int main(int argumentCount, char** arguments)
     command.add_option("--root", options.root, "directory that stands for the device's root")->required();
     command.add_option("--ios", version, "version of the platform")->required();
     command.add_flag("--stock", options.stock, "without the library");
+    command.add_option("--command", options.command, "the program that takes back what is to end by itself");
     command.add_option("--ready-fd", options.readyDescriptor, "descriptor that is told when the phone is up");
     CLI11_PARSE(command, argumentCount, arguments);
 

@@ -42,7 +42,10 @@ BEGIN {
     # The command: its groups of verbs, on what they share.
     shared = "platform phone core entry launch state surfaces icons record panel cli/command"
     below["cli/command"] = "platform phone"
-    below["cli/app"] = below["cli/explain"] = below["cli/icon"] = below["cli/phone"] = below["cli/plan"] = below["cli/policy"] = shared
+    below["cli/explain"] = below["cli/icon"] = below["cli/history"] = below["cli/plan"] = shared
+    below["cli/app"] = below["cli/policy"] = shared " cli/history"
+    below["cli/phone"] = shared " cli/explain cli/history"
+    below["cli/shell"] = shared " cli/policy"
     below["cli"] = "platform phone cli"
 
     # Tests and benchmarks include what they try.

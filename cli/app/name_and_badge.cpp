@@ -2,6 +2,7 @@
 #include "cli/command/output.h"
 #include "cli/command/phone_client.h"
 #include "cli/command/verb_rows.h"
+#include "cli/history/policy_session.h"
 #include "core/badges.h"
 #include "core/policies.h"
 #include "phone/control/value_json.h"
@@ -19,10 +20,21 @@ using namespace appledger;
 
 namespace {
 
-ExitStatus badUsage(std::string_view why)
+/// Has the phone answer, and what that changed of the key stand in the history.
+Json askAndRecord(
+    const phone::PhoneDirectory& directory, const std::string& verb, std::string_view key, const Json& request)
 {
-    refuse(why);
-    return ExitStatus::BadUsage;
+    if (!connectToPhone(directory))
+        return { { "ok", false }, { "error", whyNotConnected(directory) } };
+    std::string problem;
+    const auto session = PolicySession::open(directory, problem);
+    if (problem.empty())
+        problem = session->beginWatching(verb, { ValueName::ofKey(key) });
+    if (!problem.empty())
+        return { { "ok", false }, { "error", problem } };
+    Json answer = askPhone("SpringBoard", request);
+    session->endWatching();
+    return answer;
 }
 
 /// Gives an application a name of the owner's choice, or takes it back.
@@ -39,15 +51,20 @@ Action rename(Arguments& arguments)
     arguments.flag("--default", options->isDefault, "the application's own name again").excludes("NAME");
     return [options](const phone::PhoneDirectory& directory) {
         if (!options->name && !options->isDefault)
-            return badUsage("say a name, or --default");
+            return refuseUsage("say a name, or --default");
         const bool isTakenBack = options->isDefault || options->name->text().empty();
-        return tellAnswer(directory, "SpringBoard",
-            { { "verb", "rename" }, { "application", options->application.text() },
-                { "name", isTakenBack ? Json(nullptr) : Json(options->name->text()) } },
-            [&](const Json& answer) {
-                return options->application.text() + " is called "
-                    + (answer["name"].is_string() ? answer["name"].get<std::string>() : "nothing") + " now.";
-            });
+        const std::string name = isTakenBack ? "--default" : options->name->text();
+        const Json answer
+            = askAndRecord(directory, "app rename " + options->application.text() + " " + name, preference::customNames,
+                { { "verb", "rename" }, { "application", options->application.text() },
+                    { "name", isTakenBack ? Json(nullptr) : Json(options->name->text()) } });
+        if (!answer.value("ok", false))
+            return refuse(answer.value("error", "the phone didn't answer"));
+        const Json shown = answer.value("name", Json());
+        say(options->application.text() + " is called "
+                + (shown.is_string() ? shown.get<std::string>() : std::string("nothing")) + " now.",
+            answer);
+        return ExitStatus::Done;
     };
 }
 
@@ -74,7 +91,13 @@ std::string badgeText(const Json& badge)
 ExitStatus tellBadge(const phone::PhoneDirectory& directory, const std::string& application, Json request)
 {
     request.update({ { "verb", "badge" }, { "application", application } });
-    Json answer = askPhone(directory, "SpringBoard", request);
+    const std::string verb = "app badge " + application
+        + (request.contains("restored")     ? " default"
+                : request.contains("count") ? " " + request["count"].dump()
+                                            : "");
+    const bool isChange = request.contains("restored") || request.contains("count");
+    Json answer = isChange ? askAndRecord(directory, verb, preference::customBadges, request)
+                           : askPhone(directory, "SpringBoard", request);
     if (answer["ok"] != true)
         return refuse(answer.value("error", "the phone didn't answer"));
     if (!platform::setDeviceRoot(directory.root()))
@@ -104,7 +127,7 @@ Action badge(Arguments& arguments)
     return [options](const phone::PhoneDirectory& directory) {
         const auto request = options->value ? requestFor(options->value->text()) : Json::object();
         if (!request)
-            return badUsage("a badge is a whole number of 64 bits, \"clear\" or \"default\"");
+            return refuseUsage("a badge is a whole number of 64 bits, \"clear\" or \"default\"");
         return tellBadge(directory, options->application.text(), *request);
     };
 }

@@ -30,6 +30,8 @@ std::string homeOfAccount()
 std::string defaultRoot()
 {
     constexpr const char* phone = "/appledger/phone";
+    if (const char* const named = std::getenv("APPLEDGER_ROOT"); named && *named != '\0')
+        return named;
     if (const std::string data = directoryFrom("XDG_DATA_HOME"); !data.empty())
         return data + phone;
     std::string home = directoryFrom("HOME");

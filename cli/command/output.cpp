@@ -11,6 +11,8 @@ namespace cli {
 namespace {
 
 OutputFormat format = OutputFormat::Text;
+bool isDetailed = false;
+nlohmann::json warnings = nlohmann::json::array();
 bool isLost = false; ///< whether something that was said on standard output didn't get out
 
 /// Bytes of the control character that the text (UTF-8) begins with, 0 where it begins with none: those of ASCII,
@@ -91,24 +93,53 @@ OutputFormat outputFormat() noexcept
     return format;
 }
 
-void say(std::string_view text, const nlohmann::json& object)
+void setVerbose(bool verbose) noexcept
 {
-    if (format == OutputFormat::Json)
-        print(stdout, jsonLine(object));
-    else
-        printText(stdout, text);
+    isDetailed = verbose;
 }
 
-ExitStatus refuse(std::string_view reason)
+bool isVerbose() noexcept
+{
+    return isDetailed;
+}
+
+void say(std::string_view text, const nlohmann::json& object)
+{
+    if (format == OutputFormat::Text)
+        return printText(stdout, text);
+    nlohmann::json whole = object.is_object() ? object : nlohmann::json::object();
+    whole.emplace("ok", true);
+    whole.emplace("version", jsonVersion);
+    if (!warnings.empty())
+        whole.emplace("warnings", warnings);
+    print(stdout, jsonLine(whole));
+}
+
+namespace {
+
+ExitStatus refuseWith(ExitStatus status, std::string_view reason)
 {
     printText(stderr, "appledger: " + std::string(reason));
     if (format == OutputFormat::Json)
-        say({}, { { "error", reason } });
-    return ExitStatus::Refused;
+        say({}, { { "ok", false }, { "error", reason }, { "status", static_cast<int>(status) } });
+    return status;
+}
+
+} // namespace
+
+ExitStatus refuse(std::string_view reason)
+{
+    return refuseWith(ExitStatus::Refused, reason);
+}
+
+ExitStatus refuseUsage(std::string_view reason)
+{
+    return refuseWith(ExitStatus::BadUsage, reason);
 }
 
 void warn(std::string_view what)
 {
+    warnings.push_back(what);
     printText(stderr, "appledger: " + std::string(what));
 }
 

@@ -9,7 +9,11 @@
 
 namespace cli {
 
+/// Done; what was asked for can't be, or isn't there; or the line itself means nothing. One for one kind of fault.
 enum class ExitStatus : int { Done = 0, Refused = 1, BadUsage = 2 };
+
+/// Of every JSON object: what its keys mean changes with it (docs/json.md).
+inline constexpr int jsonVersion = 1;
 
 enum class OutputFormat { Text, Json };
 
@@ -17,15 +21,23 @@ enum class OutputFormat { Text, Json };
 void setOutputFormat(OutputFormat format) noexcept;
 OutputFormat outputFormat() noexcept;
 
-/// Prints the object with --json, else the text. Text that isn't UTF-8 is repaired, and control characters but for the
-/// ends of lines are shown: names come from files and from others, and what a terminal obeys is none of theirs to say.
+/// Whether what only the developers of hooks want to know is said too.
+void setVerbose(bool verbose) noexcept;
+bool isVerbose() noexcept;
+
+/// Prints the object with --json, with "ok", "version" and the "warnings" so far where it has none, else the text. Text
+/// that isn't UTF-8 is repaired, and control characters but for the ends of lines are shown: names come from files and
+/// from others, and what a terminal obeys is none of theirs to say.
 void say(std::string_view text, const nlohmann::json& object);
 
-/// Says on standard error why a command was refused; with --json an object with "error" on standard output
-/// as well. Returns Refused.
+/// Says on standard error why a command was refused; with --json an object with "error" and the exit "status" on
+/// standard output as well. Returns Refused.
 ExitStatus refuse(std::string_view reason);
 
-/// Says on standard error what a command that goes on had to pass over.
+/// The same for a line that means nothing: an unknown word or key, a value that isn't allowed. Returns BadUsage.
+ExitStatus refuseUsage(std::string_view reason);
+
+/// Says on standard error what a command that goes on had to pass over, and in the "warnings" of what it says.
 void warn(std::string_view what);
 
 /// Shows on standard error how far a command is, in place of what was shown so before; "" takes it away. On a terminal

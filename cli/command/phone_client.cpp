@@ -81,13 +81,17 @@ Json ask(std::string_view peer, const Json& request, const Patience& patience)
     return answer.is_object() ? answer : failed(" gave an answer that can't be read");
 }
 
+using Enrich = std::function<void(Json& answer)>;
+
 ExitStatus tell(
-    const Json& answer, std::string_view peer, const std::function<std::string(const Json& answer)>& describe)
+    Json answer, std::string_view peer, const std::function<std::string(const Json& answer)>& describe,
+    const Enrich& enrich = [](Json&) {})
 {
     if (!answer.value("ok", false))
         return refuse(answer.value("error", "no answer"));
     std::string text;
     try {
+        enrich(answer);
         text = describe(answer);
     } catch (const Json::exception&) { // of what a phone of another build has sent
         return refuse(std::string(peer) + " gave an answer that can't be read");
@@ -122,6 +126,12 @@ ExitStatus tellAnswer(const phone::PhoneDirectory& directory, std::string_view p
     const std::function<std::string(const Json& answer)>& describe)
 {
     return tell(askPhone(directory, peer, request), peer, describe);
+}
+
+ExitStatus tellAnswer(const phone::PhoneDirectory& directory, std::string_view peer, const Json& request,
+    const std::function<void(Json& answer)>& enrich, const std::function<std::string(const Json& answer)>& describe)
+{
+    return tell(askPhone(directory, peer, request), peer, describe, enrich);
 }
 
 ExitStatus tellLongWork(const phone::PhoneDirectory& directory, std::string_view peer, const Json& request,

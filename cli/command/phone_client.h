@@ -29,6 +29,11 @@ nlohmann::json askPhone(const phone::PhoneDirectory& directory, std::string_view
 ExitStatus tellAnswer(const phone::PhoneDirectory& directory, std::string_view peer, const nlohmann::json& request,
     const std::function<std::string(const nlohmann::json& answer)>& describe);
 
+/// The same, with what this computer knows of it added to the answer first.
+ExitStatus tellAnswer(const phone::PhoneDirectory& directory, std::string_view peer, const nlohmann::json& request,
+    const std::function<void(nlohmann::json& answer)>& enrich,
+    const std::function<std::string(const nlohmann::json& answer)>& describe);
+
 /// The same of work that may take long: waited for as long as the peer shows that it is there, and on a terminal it is
 /// said meanwhile what is being done ("Clearing") and for how long.
 ExitStatus tellLongWork(const phone::PhoneDirectory& directory, std::string_view peer, const nlohmann::json& request,

@@ -172,7 +172,7 @@ template <class Road, class Explain> ExitStatus answerRoads(
     std::span<const Road> roads, const Road* wanted, const ExplainOptions& options, Json answer, Explain explain)
 {
     if (!options.road.empty() && !wanted)
-        return refuse("there is no road " + options.road.text());
+        return refuseUsage("there is no road " + options.road.text());
     std::string text;
     answer["roads"] = Json::array();
     for (const Road& road : roads) {
@@ -201,7 +201,7 @@ ExitStatus explainLaunches(const phone::PhoneDirectory& directory, const Explain
     const auto version = versionOf(directory, options);
     if (wanted && version && !roadExists(*wanted, *version))
         return refuse("version " + version->text() + " has no road " + options.road.text());
-    return answerRoads(launchRoads(), wanted, options, { { "bundleIdentifier", options.destination.text() } },
+    return answerRoads(launchRoads(), wanted, options, { { "application", options.destination.text() } },
         [&](const LaunchRoadTraits& road) -> std::vector<RoadAnswer> {
             if (version && !roadExists(road, *version))
                 return {};
@@ -218,7 +218,7 @@ ExitStatus explainRedirects(const phone::PhoneDirectory& directory, const Explai
     const ExplainPolicies policies(preferences.dictionary);
     if (options.destination.empty()) {
         if (options.transition.any())
-            return refuse("--to is missing: the application to open");
+            return refuseUsage("--to is missing: the application to open");
         return answerLines(policies, explainRedirectLine);
     }
     Json record = transitionRecord(options.transition, options.destination);
@@ -245,7 +245,7 @@ ExitStatus explainNotifications(const phone::PhoneDirectory& directory, const Ex
     if (options.destination.empty())
         return answerLines(policies, explainNotificationLine);
     return answerRoads(notificationRoads(), options.road.empty() ? nullptr : notificationRoad(options.road), options,
-        { { "bundleIdentifier", options.destination.text() } }, [&](const NotificationRoadTraits& road) {
+        { { "application", options.destination.text() } }, [&](const NotificationRoadTraits& road) {
             const ExplainedNotification explained = explainNotification(
                 { { "road", roadName(road) }, { "notification", { { "sectionID", options.destination.text() } } } },
                 policies);

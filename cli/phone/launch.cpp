@@ -5,6 +5,7 @@
 #include "cli/command/transition_options.h"
 #include "cli/command/verb_rows.h"
 #include "cli/phone/device.h"
+#include "cli/phone/reasons.h"
 #include "phone/search/spotlight.h"
 #include "phone/springboard/roads.h"
 
@@ -20,6 +21,8 @@ namespace cli {
 using Json = nlohmann::json;
 
 namespace {
+
+constexpr std::string_view keptAlive = "ALImmortalForegroundApps";
 
 bool isSpotlightRoad(std::string_view road)
 {
@@ -52,10 +55,11 @@ std::string describeLaunch(const Json& report, const std::string& wanted)
     }
     for (const Json& prompt : report["prompts"])
         out << " A prompt of " << prompt.value("process", "") << " is up (\"" << prompt.value("reason", "") << "\").";
-    if (report["opened"].empty() && report["background"].empty() && report["declined"].empty()
-        && report["stoppedAt"].is_string())
-        out << " Stopped at " << report["stoppedAt"].get<std::string>() << "; the system gave no reason.";
-    out << " Haptics: " << (report["haptics"].empty() ? "none" : joined(report["haptics"])) << ".";
+    out << whyText(report);
+    if (isVerbose() && report["stoppedAt"].is_string())
+        out << " Stopped at " << report["stoppedAt"].get<std::string>() << ".";
+    if (isVerbose() || !report["haptics"].empty())
+        out << " Haptics: " << (report["haptics"].empty() ? "none" : joined(report["haptics"])) << ".";
     for (const Json& note : report["notes"])
         out << " " << note.get<std::string>() << ".";
     return out.str();
@@ -112,9 +116,15 @@ ExitStatus openFrom(
     Json record = transitionRecord(transition, identifier);
     if (!transition.previousScene && record["previousScene"].is_null())
         record.erase("previousScene");
-    return tellAnswer(directory, "SpringBoard", { { "verb", "transition" }, { "transition", record } },
-        [&identifier](
-            const Json& report) { return describeLaunch(report, identifier) + describeJournal(report["journal"]); });
+    return tellAnswer(
+        directory, "SpringBoard", { { "verb", "transition" }, { "transition", record } },
+        [&](Json& report) {
+            report["application"] = identifier;
+            addRedirectReason(report, directory, transitionRecord(transition, identifier));
+        },
+        [&identifier](const Json& report) {
+            return describeLaunch(report, identifier) + (isVerbose() ? describeJournal(report["journal"]) : "");
+        });
 }
 
 Action open(Arguments& arguments)
@@ -155,12 +165,15 @@ Action authenticate(Arguments& arguments)
         const Json request { { "verb", "authenticate" }, { "success", answer == "yes" },
             { "cancelled", answer == "cancel" } };
         for (const char* const process : { "SpringBoard", "Spotlight" }) {
-            const Json report = askPhone(process, request);
+            Json report = askPhone(process, request);
             if (report.contains("prompt") && report["prompt"].is_null())
                 continue;
             if (!report.value("ok", false))
                 return refuse(report.value("error", "no answer"));
-            const Json& application = report["prompt"]["application"];
+            const Json application = report["prompt"]["application"];
+            if (answer == "yes" && application.is_string())
+                addLaunchReason(report, directory, { application.get<std::string>() },
+                    process == std::string_view("Spotlight"), application.get<std::string>());
             say(std::string(describeAnswer(answer)) + " in " + process + ". "
                     + describeLaunch(
                         report, application.is_string() ? application.get<std::string>() : "An application"),
@@ -173,10 +186,18 @@ Action authenticate(Arguments& arguments)
 
 ExitStatus goHome(const phone::PhoneDirectory& directory)
 {
-    return tellAnswer(directory, "SpringBoard", { { "verb", "home" } }, [](const Json& report) {
+    const auto addReason = [&directory](Json& report) {
         const std::string left = report.value("left", "");
-        return (left.empty() ? "The Home Screen was in front already. " : "Left " + left + " for the Home Screen. ")
-            + describeDevice(report["device"]);
+        const bool isKept = !left.empty() && isListed(directory, keptAlive, left);
+        report["keptRunning"] = isKept;
+        if (isKept)
+            addListReason(report, keptAlive, left);
+    };
+    return tellAnswer(directory, "SpringBoard", { { "verb", "home" } }, addReason, [](const Json& report) {
+        const std::string left = report.value("left", "");
+        return (left.empty() ? "The Home Screen was in front already." : "Left " + left + " for the Home Screen.")
+            + (report.value("keptRunning", false) ? " It keeps running." : "") + whyText(report)
+            + describeDeviceChanges(report);
     });
 }
 
@@ -229,10 +250,16 @@ extern const VerbRows launchVerbs { rows };
 ExitStatus openByRoad(
     const phone::PhoneDirectory& directory, const std::string& road, const std::vector<std::string>& identifiers)
 {
-    return tellAnswer(directory, isSpotlightRoad(road) ? "Spotlight" : "SpringBoard",
-        { { "verb", "open" }, { "road", road }, { "applications", identifiers } }, [&identifiers](const Json& report) {
-            return describeLaunch(report, joined(Json(identifiers)))
-                + (report.contains("device") ? " " + describeDevice(report["device"]) : "");
+    const bool isOfSpotlight = isSpotlightRoad(road);
+    return tellAnswer(
+        directory, isOfSpotlight ? "Spotlight" : "SpringBoard",
+        { { "verb", "open" }, { "road", road }, { "applications", identifiers } },
+        [&](Json& report) {
+            report["application"] = identifiers.empty() ? Json(nullptr) : Json(identifiers.front());
+            addLaunchReason(report, directory, identifiers, isOfSpotlight);
+        },
+        [&identifiers](const Json& report) {
+            return describeLaunch(report, joined(Json(identifiers))) + describeDeviceChanges(report);
         });
 }
 

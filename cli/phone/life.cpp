@@ -1,14 +1,17 @@
 #include "cli/command/arguments.h"
 #include "cli/command/phone_client.h"
 #include "cli/command/verb_rows.h"
+#include "cli/history/policy_session.h"
 #include "cli/phone/device.h"
 #include "phone/device/device_image.h"
 #include "phone/supervisor/child_process.h"
 #include "phone/supervisor/running_supervisor.h"
+#include "platform/foundation/descriptor.h"
 
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -37,13 +40,17 @@ struct UpOptions {
     platform::SystemVersion version { 16, 0, 0 };
     bool stock = false;
     bool foreground = false;
+    bool isTemporary = false;
 };
+
+constexpr const char* temporaryMark = "temporary"; ///< in the folder of a phone that goes when it goes down
 
 /// Starts the supervisor; with a descriptor to tell when the phone is up, in a session of its own.
 pid_t startSupervisor(const phone::PhoneDirectory& directory, const UpOptions& options, int readyDescriptor)
 {
     const std::string program = binaryFolder() / "phone-supervisor";
     std::vector<std::string> arguments { program, "--root", directory.root(), "--ios", options.version.text() };
+    arguments.insert(arguments.end(), { "--command", binaryFolder() / "appledger" });
     if (options.stock)
         arguments.emplace_back("--stock");
     if (readyDescriptor >= 0) {
@@ -159,6 +166,9 @@ ExitStatus comeUp(const phone::PhoneDirectory& directory, const UpOptions& optio
         return refuse(preparation.problem);
     for (const std::string& passedOver : preparation.passedOver)
         warn(passedOver);
+    // What was to end while the phone was down: the processes read the lists at their start.
+    if (const std::string problem = settlePolicies(directory); !problem.empty())
+        warn(problem);
     if (options.foreground) {
         startSupervisor(directory, options, -1);
         return refuse("can't start the phone's supervisor");
@@ -179,13 +189,42 @@ ExitStatus comeUp(const phone::PhoneDirectory& directory, const UpOptions& optio
     return showStatus(directory);
 }
 
+ExitStatus comeUpForAWhile(const UpOptions& options)
+{
+    std::error_code error;
+    std::string root = fs::temp_directory_path(error) / "appledger.XXXXXX";
+    if (error || !::mkdtemp(root.data()))
+        return refuse("can't make a directory for the phone: " + (error ? error.message() : std::strerror(errno)));
+    const phone::PhoneDirectory directory(root);
+    const platform::detail::Descriptor mark(
+        directory.makeRunDirectory().empty() ? directory.openRunFile(temporaryMark, O_WRONLY | O_CREAT) : -1);
+    const ExitStatus status = mark ? comeUp(directory, options) : refuse("can't make a phone in " + root);
+    if (status != ExitStatus::Done)
+        fs::remove_all(root, error);
+    return status;
+}
+
+/// What there is of it when it is down.
+std::string removeTemporary(const phone::PhoneDirectory& directory)
+{
+    const platform::detail::Descriptor mark(directory.openRunFile(temporaryMark, O_RDONLY));
+    std::error_code error;
+    if (!mark)
+        return "";
+    fs::remove_all(directory.root(), error);
+    return error ? " Its directory can't be removed: " + error.message() + "." : " Its directory is removed.";
+}
+
 Action up(Arguments& arguments)
 {
     const auto options = std::make_shared<UpOptions>();
     arguments.addVersion(options->version);
     arguments.flag("--stock", options->stock, "without the library");
     arguments.flag("--foreground", options->foreground, "stay in front until interrupted");
-    return [options](const phone::PhoneDirectory& directory) { return comeUp(directory, *options); };
+    arguments.flag("--temporary", options->isTemporary, "a new one, in a directory that goes when the phone goes down");
+    return [options](const phone::PhoneDirectory& directory) {
+        return options->isTemporary ? comeUpForAWhile(*options) : comeUp(directory, *options);
+    };
 }
 
 /// Asks the supervisor, then tells it by a signal, then kills it; says which of these it took.
@@ -215,6 +254,7 @@ ExitStatus goDown(const phone::PhoneDirectory& directory)
     }
     if (!ended)
         return refuse("the phone at " + directory.root() + " doesn't go down." + steps);
+    steps += removeTemporary(directory);
     say("The phone at " + directory.root() + " is down." + steps,
         { { "ok", true }, { "root", directory.root() }, { "killed", answer.value("killed", Json::array()) } });
     return ExitStatus::Done;

@@ -1,6 +1,7 @@
 #include "cli/command/arguments.h"
 #include "cli/command/phone_client.h"
 #include "cli/command/verb_rows.h"
+#include "cli/phone/reasons.h"
 #include "phone/bulletinboard/push.h"
 
 #include <memory>
@@ -21,7 +22,8 @@ std::string describePush(const Json& report, const std::string& application)
             + ", " + (report.value("alerted", false) ? "alerted." : "not alerted.");
     else
         text = "Dropped: the notification of " + application + " was not published.";
-    if (report["stoppedAt"].is_string())
+    text += whyText(report);
+    if (isVerbose() && report["stoppedAt"].is_string())
         text += " Stopped at " + report["stoppedAt"].get<std::string>() + ".";
     for (const Json& note : report["notes"])
         text += ' ' + note.get<std::string>() + '.';
@@ -69,10 +71,17 @@ Action push(Arguments& arguments)
         const Json badge = options->badge ? Json(*options->badge)
             : options->badgeText          ? Json(options->badgeText->text())
                                           : Json(nullptr);
-        return tellAnswer(directory, "SpringBoard",
+        return tellAnswer(
+            directory, "SpringBoard",
             { { "verb", "push" }, { "application", application }, { "title", options->title.text() },
                 { "body", options->body.text() }, { "badge", badge }, { "sound", options->hasSound },
                 { "road", options->road.text() } },
+            [&](Json& report) {
+                report["application"] = application;
+                for (const phone::PushRoad& road : phone::pushRoads())
+                    if (road.name == options->road.text())
+                        addPushReason(report, directory, application, std::string(road.method), options->hasSound);
+            },
             [&application](const Json& report) { return describePush(report, application); });
     };
 }

@@ -1,6 +1,8 @@
 #include "cli/command/arguments.h"
 #include "cli/command/phone_client.h"
 #include "cli/command/verb_rows.h"
+#include "cli/phone/reasons.h"
+#include "core/policies.h"
 #include "phone/appstoredaemon/store_roads.h"
 
 #include <memory>
@@ -37,7 +39,8 @@ std::string describePurchase(const Json& report)
 {
     std::ostringstream out;
     out << report.value("road", "") << " in " << report.value("process", "") << "\nkept: " << listed(report["kept"])
-        << "\nrefused: " << listed(report["refused"]);
+        << "\nrefused: " << listed(report["refused"])
+        << (report.contains("why") ? "\n" + whyText(report).substr(1) : "");
     if (!report.value("requestExists", true))
         out << "\nThere is no request.";
     for (const Json& call : report["completions"]) {
@@ -54,11 +57,12 @@ std::string describeUpdates(const Json& report)
     std::ostringstream out;
     out << "Updates that " << report.value("process", "") << " shows:";
     for (const Json& update : report["updates"]) {
-        out << "\n    " << update.value("bundleIdentifier", "");
+        out << "\n    " << update.value("application", "");
         if (update["newestVersion"].is_string())
             out << " " << update["newestVersion"].get<std::string>();
         else if (!update.value("isUpdateAvailable", false) && !update.value("updateAvailable", false))
             out << " none";
+        out << whyText(update);
     }
     return out.str();
 }
@@ -79,8 +83,18 @@ Action showUpdates(Arguments& arguments)
     const auto options = std::make_shared<StoreOptions>();
     addProcess(arguments, *options);
     return [options](const phone::PhoneDirectory& directory) {
-        return tellAnswer(directory, options->process.empty() ? "AppStore" : options->process.text(),
-            { { "verb", "store-updates" } }, describeUpdates);
+        return tellAnswer(
+            directory, options->process.empty() ? "AppStore" : options->process.text(), { { "verb", "store-updates" } },
+            [&directory](Json& report) {
+                constexpr std::string_view key = appledger::policy::blockedUpdate.key;
+                for (Json& update : report["updates"]) {
+                    update["application"] = update.value("bundleIdentifier", "");
+                    update.erase("bundleIdentifier");
+                    if (isListed(directory, key, update["application"]))
+                        addListReason(update, key, update["application"]);
+                }
+            },
+            describeUpdates);
     };
 }
 
@@ -98,8 +112,10 @@ Action buy(Arguments& arguments)
     return [options](const phone::PhoneDirectory& directory) {
         const phone::StoreRoad& road = *phone::storeRoadNamed(options->road.text());
         const std::vector<std::string> identifiers(options->identifiers.begin(), options->identifiers.end());
-        return tellAnswer(directory, options->process.empty() ? std::string(road.process) : options->process.text(),
+        return tellAnswer(
+            directory, options->process.empty() ? std::string(road.process) : options->process.text(),
             { { "verb", "store-buy" }, { "road", options->road.text() }, { "applications", identifiers } },
+            [&](Json& report) { addPurchaseReason(report, directory, identifiers, std::string(road.method)); },
             describePurchase);
     };
 }

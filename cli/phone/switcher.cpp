@@ -2,6 +2,7 @@
 #include "cli/command/phone_client.h"
 #include "cli/command/verb_rows.h"
 #include "cli/phone/launch.h"
+#include "cli/phone/reasons.h"
 
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -11,6 +12,8 @@ namespace cli {
 using Json = nlohmann::json;
 
 namespace {
+
+constexpr std::string_view lockedCards = "ALImmortalLockedApps";
 
 std::string describeCards(const Json& report)
 {
@@ -50,10 +53,17 @@ Action killCard(Arguments& arguments)
     const auto application = std::make_shared<Word>();
     arguments.add("ID", *application, "bundle identifier").required();
     return [application](const phone::PhoneDirectory& directory) {
-        return tellAnswer(directory, "SpringBoard", { { "verb", "swipe" }, { "application", application->text() } },
+        return tellAnswer(
+            directory, "SpringBoard", { { "verb", "swipe" }, { "application", application->text() } },
+            [&](Json& report) {
+                report["application"] = application->text();
+                if (!report.value("killed", false) && isListed(directory, lockedCards, *application))
+                    addListReason(report, lockedCards, *application);
+            },
             [&application](const Json& report) {
                 return application->text()
-                    + (report.value("killed", false) ? " is killed." : "'s card can't be swiped away.");
+                    + (report.value("killed", false) ? " is killed." : "'s card can't be swiped away.")
+                    + whyText(report);
             });
     };
 }

@@ -1,18 +1,12 @@
 #include "cli/policy/policy_commands.h"
 
-#include "cli/command/phone_client.h"
+#include "cli/command/nearest.h"
+#include "cli/history/value_text.h"
 #include "cli/policy/policy_value.h"
-#include "cli/policy/side_file_policies.h"
 #include "core/preference_domain.h"
 #include "phone/control/value_json.h"
-#include "platform/darwin/bus.h"
-#include "platform/darwin/notify.h"
 #include "platform/foundation/files.h"
 #include "platform/foundation/values.h"
-
-#include <chrono>
-#include <nlohmann/json.hpp>
-#include <sstream>
 
 namespace cli {
 
@@ -22,17 +16,21 @@ using Json = nlohmann::json;
 
 namespace {
 
-std::string knownKeys()
+std::string knownKeys(const std::string& key)
 {
+    std::vector<std::string> names;
     std::string list = "known keys:";
-    for (const PreferenceKey& row : preferenceKeys())
+    for (const PreferenceKey& row : preferenceKeys()) {
+        names.emplace_back(row.name);
         list.append("\n  ").append(row.name).append(row.isPrefix ? "<bundle identifier>" : "");
-    return list;
+    }
+    const auto meant = nearest(key, names);
+    return (meant ? "the nearest is " + *meant + "; " : "") + list;
 }
 
 ExitStatus refuseUnknown(const std::string& key)
 {
-    return refuse("there is no key " + key + "; " + knownKeys());
+    return refuseUsage("there is no key " + key + "; " + knownKeys(key));
 }
 
 bool endsInIdentifier(const PreferenceKey& row, const std::string& key)
@@ -40,67 +38,62 @@ bool endsInIdentifier(const PreferenceKey& row, const std::string& key)
     return !row.isPrefix || key.size() > row.name.size();
 }
 
-std::optional<std::string> open(const phone::PhoneDirectory& directory)
+/// What the verbs of one key say of it.
+Json keyObject(const PreferenceKey& row, const std::string& key, const CommitReport& report)
 {
-    if (setDeviceRoot(directory.root()))
-        return std::nullopt;
-    return "can't open " + directory.root() + " as the phone's root";
+    Json object { { "key", key }, { "value", phone::toJson(preferences()->objectForKey(key)) },
+        { "notification", row.notification.empty() ? Json(nullptr) : Json(row.notification) } };
+    addCommit(object, report);
+    return object;
 }
 
-/// After the change, the processes are told to reread.
-ExitStatus publish(const phone::PhoneDirectory& directory, const WriteOutcome& outcome, const PreferenceKey& row,
-    const std::string& key, std::string_view what)
+ExitStatus tell(const PreferenceKey& row, const std::string& key, const std::string& text, const CommitReport& report)
 {
-    if (!outcome.isDone())
-        return refuse(outcome.problem + describeSetAside(outcome.setAside));
-    const bool told = !row.notification.empty() && connectToPhone(directory);
-    if (told) {
-        CFNotificationCenterPostNotification(row.notification);
-        flushBus(std::chrono::seconds { 5 });
-    }
-    std::ostringstream text;
-    text << what;
-    if (told)
-        text << " Posted " << row.notification << ".";
-    else if (row.notification.empty())
-        text << " No notification belongs to this key: it is read at each use.";
-    else
-        text << " The phone isn't up, so nobody was told.";
-    text << describeSetAside(outcome.setAside);
-    Json object { { "ok", true }, { "key", key }, { "value", phone::toJson(preferences()->objectForKey(key)) },
-        { "notification", row.notification.empty() ? Json(nullptr) : Json(row.notification) }, { "posted", told } };
-    if (!outcome.setAside.empty())
-        object["setAside"] = outcome.setAside;
-    say(text.str(), object);
+    if (!report.isDone())
+        return refuse(report.problem);
+    say(text + describePosting(report) + describeSetAside(report.setAside), keyObject(row, key, report));
     return ExitStatus::Done;
 }
 
-ExitStatus changeFlag(const phone::PhoneDirectory& directory, ListChange change, const PreferenceKey& row,
-    const std::string& bundleIdentifier)
+std::string joined(const std::vector<std::string>& texts)
 {
-    const std::string key = std::string(row.name) + bundleIdentifier;
-    const PreferenceChange changed = changePreferenceFlag(key, change);
-    return publish(directory, changed.outcome, row, key, key + " is " + (changed.isOn ? "on." : "off."));
+    std::string list;
+    for (const std::string& text : texts)
+        list.append(list.empty() ? "" : ", ").append(text);
+    return list;
 }
 
-/// Whatever the key holds.
-WriteOutcome assign(const std::string& key, const id& value)
+std::string_view verbOf(ListChange change)
 {
-    return preferences()->change(key, [&value](const id&) { return std::optional(value); });
+    switch (change) {
+    case ListChange::Add:
+        return "add";
+    case ListChange::Remove:
+        return "remove";
+    case ListChange::Toggle:
+        break;
+    }
+    return "toggle";
 }
 
-std::string_view allowedValues(const PreferenceKey& row)
+/// Empty for a value that isn't a list, or no flag.
+std::optional<Json> changedValue(const Json& present, ListChange change, bool isFlag, const std::string& identifier)
 {
-    return row.range.text.empty() ? expectedValue(row.type) : row.range.text;
+    if (isFlag) {
+        if (!present.is_null() && !present.is_boolean() && !present.is_number() && !present.is_string())
+            return std::nullopt;
+        const auto value = valueFromJson(present);
+        return Json(change == ListChange::Toggle ? !boolValue(value.value_or(nil)) : change == ListChange::Add);
+    }
+    const auto value = valueFromJson(present);
+    const auto changed = value ? changedList(*value, change, identifier) : std::nullopt;
+    return changed ? std::optional(jsonFromValue(changed->list)) : std::nullopt;
 }
 
-/// Why the preferences can't be told; empty when they can.
-std::optional<std::string> preferenceProblem(const NSUserDefaults& defaults)
+bool isOn(const Json& value, bool isFlag, const std::string& identifier)
 {
-    const std::string problem = defaults.readProblem();
-    if (problem.empty())
-        return std::nullopt;
-    return "the preferences can't be read: " + std::string(preferenceFile) + ": " + problem;
+    return isFlag ? value == true
+                  : value.is_array() && std::find(value.begin(), value.end(), Json(identifier)) != value.end();
 }
 
 } // namespace
@@ -109,14 +102,11 @@ std::optional<std::string> openForReading(const phone::PhoneDirectory& directory
 {
     if (const std::string problem = directory.problem(); !problem.empty())
         return problem;
-    return open(directory);
-}
-
-std::optional<std::string> openForWriting(const phone::PhoneDirectory& directory)
-{
-    if (const std::string problem = directory.make(); !problem.empty())
-        return problem;
-    return open(directory);
+    if (const std::string problem = settlePolicies(directory); !problem.empty())
+        warn(problem);
+    if (setDeviceRoot(directory.root()))
+        return std::nullopt;
+    return "can't open " + directory.root() + " as the phone's root";
 }
 
 std::string describeSetAside(const std::string& setAside)
@@ -124,96 +114,99 @@ std::string describeSetAside(const std::string& setAside)
     return setAside.empty() ? "" : " What couldn't be read there is " + setAside + " now.";
 }
 
-ExitStatus listPolicies(const phone::PhoneDirectory& directory)
+std::string describePosting(const CommitReport& report)
 {
-    if (const auto problem = openForReading(directory))
-        return refuse(*problem);
-    const auto defaults = preferences();
-    if (const auto problem = preferenceProblem(*defaults))
-        return refuse(*problem);
-    const id all = defaults->dictionaryRepresentation();
-    const Json object = phone::toJson(all);
-    std::ostringstream text;
-    if (pairsOf(all).empty())
-        text << "Nothing is set.";
-    for (const auto& [key, value] : pairsOf(all)) {
-        const auto name = asString(key);
-        text << onOneLine(name ? name->text() : describe(key)) << " = " << onOneLine(describe(value))
-             << (name && preferenceKey(*name) ? "\n" : "  (not a key of AppLedger)\n");
-    }
-    say(text.str(), { { "ok", true }, { "policies", object.is_object() ? object : Json::object() } });
-    return ExitStatus::Done;
+    if (report.notifications.empty())
+        return isVerbose() ? " No notification belongs to it: it is read at each use." : "";
+    if (!report.isPosted)
+        return " The phone isn't up, so nobody was told.";
+    return " Posted " + joined(report.notifications) + ".";
 }
 
-ExitStatus listKeys(const phone::PhoneDirectory&)
+std::string nameText(const ValueName& name)
 {
-    std::ostringstream text;
-    Json keys = Json::array();
-    for (const PreferenceKey& row : preferenceKeys()) {
-        text << row.name << (row.isPrefix ? "<bundle identifier>" : "") << ": " << allowedValues(row) << "; default "
-             << row.defaultText << (row.notification.empty() ? "" : "; posts ") << row.notification << '\n';
-        keys.push_back({ { "key", row.name }, { "isPrefix", row.isPrefix }, { "values", allowedValues(row) },
-            { "default", row.defaultText },
-            { "notification", row.notification.empty() ? Json(nullptr) : Json(row.notification) } });
-    }
-    say(text.str(), { { "ok", true }, { "keys", keys } });
-    return ExitStatus::Done;
+    return name.key;
 }
 
-ExitStatus showPolicies(const phone::PhoneDirectory& directory, const std::string& bundleIdentifier)
+std::string describeItem(const ItemChange& item)
 {
-    if (const auto problem = openForReading(directory))
-        return refuse(*problem);
-    const auto defaults = preferences();
-    for (const auto& problem : { preferenceProblem(*defaults), sideFileProblem() })
-        if (problem)
-            return refuse(*problem);
-    const std::string identifier = asString(string(bundleIdentifier))->text();
-    std::ostringstream text;
-    Json object = Json::object();
-    for (const PreferenceKey& row : preferenceKeys()) {
-        id value;
-        if (row.isPrefix)
-            value = defaults->objectForKey(std::string(row.name) + identifier);
-        else if (row.type == PreferenceType::IdentifierList)
-            value = itemsOf(defaults->objectForKey(row.name)).contains(identifier) ? boolean(true) : nil;
-        else if (row.type == PreferenceType::NumberTable || row.type == PreferenceType::StringTable)
-            value = pairsOf(defaults->objectForKey(row.name))[identifier];
-        if (!value)
-            continue;
-        object[std::string(row.name)] = phone::toJson(value);
-        text << row.name << (row.isPrefix ? identifier : "") << ": "
-             << (!row.isPrefix && row.type == PreferenceType::IdentifierList ? "listed" : onOneLine(describe(value)))
-             << '\n';
-    }
-    describeSideFiles(identifier, text, object);
-    say(text.str().empty() ? "Nothing is set for " + identifier + "." : text.str(),
-        { { "ok", true }, { "application", identifier }, { "policies", object } });
-    return ExitStatus::Done;
+    const auto valueText = [](const Json& value) { return value.is_null() ? std::string("not set") : value.dump(); };
+    if (!item.item)
+        return nameText(item.name) + ": " + valueText(item.before) + " → " + valueText(item.after);
+    const bool isOfList = item.before == true || item.after == true;
+    if (isOfList)
+        return nameText(item.name) + (item.after.is_null() ? ": without " : ": with ") + *item.item;
+    return nameText(item.name) + ", " + *item.item + ": " + valueText(item.before) + " → " + valueText(item.after);
+}
+
+Json itemJson(const ItemChange& item)
+{
+    Json object { { item.name.place == ValueName::Place::Domain ? "key" : "file", item.name.key },
+        { "before", item.before }, { "after", item.after } };
+    const PreferenceKey* const row
+        = item.name.place == ValueName::Place::Domain ? preferenceKey(item.name.key) : nullptr;
+    if (item.item)
+        object["application"] = *item.item;
+    else if (row && row->isPrefix)
+        object["application"] = item.name.key.substr(std::min(row->name.size(), item.name.key.size()));
+    return object;
+}
+
+void addCommit(Json& object, const CommitReport& report)
+{
+    object["ok"] = true;
+    object["changed"] = Json::array();
+    for (const ItemChange& item : report.items)
+        object["changed"].push_back(itemJson(item));
+    object["change"] = report.number == 0 ? Json(nullptr) : Json(report.number);
+    object["notifications"] = report.notifications;
+    object["posted"] = report.isPosted;
+    if (!report.setAside.empty())
+        object["setAside"] = report.setAside;
+    for (const ItemChange& item : report.left)
+        object["left"].push_back(itemJson(item));
 }
 
 ExitStatus changePolicyList(const phone::PhoneDirectory& directory, ListChange change, const std::string& key,
-    const std::string& bundleIdentifier)
+    const std::vector<std::string>& identifiers)
 {
     const PreferenceKey* const row = preferenceKey(key);
     if (!row)
         return refuseUnknown(key);
     const bool isFlag = row->isPrefix && row->type == PreferenceType::Boolean;
     if (!isFlag && row->type != PreferenceType::IdentifierList && row->type != PreferenceType::RowList)
-        return refuse(key + " isn't a list; 'appledger policy set' takes " + std::string(expectedValue(row->type)));
+        return refuseUsage(
+            key + " isn't a list; 'appledger policy set' takes " + std::string(expectedValue(row->type)));
     if (!isFlag && !endsInIdentifier(*row, key))
-        return refuse(std::string(row->name) + " goes on with the bundle identifier that the list belongs to");
+        return refuseUsage(std::string(row->name) + " goes on with the bundle identifier that the list belongs to");
     if (isFlag && endsInIdentifier(*row, key))
-        return refuse(std::string(row->name) + " takes its bundle identifier as the last word here");
-    if (const auto problem = openForWriting(directory))
-        return refuse(*problem);
-    if (isFlag)
-        return changeFlag(directory, change, *row, bundleIdentifier);
-
-    const std::string identifier = asString(string(bundleIdentifier))->text();
-    const PreferenceChange changed = changePreferenceList(key, change, identifier);
-    return publish(
-        directory, changed.outcome, *row, key, identifier + (changed.isOn ? " is on " : " is not on ") + key + " now.");
+        return refuseUsage(std::string(row->name) + " takes its bundle identifier as the last word here");
+    if (const auto problem = valueProblem(*row, identifiers); problem && row->type == PreferenceType::RowList)
+        return refuseUsage(key + " takes " + *problem);
+    std::string problem;
+    const auto session = PolicySession::open(directory, problem);
+    if (!session)
+        return refuse(problem);
+    std::vector<ValueName> names;
+    CommitOptions options { .verb = "policy " + std::string(verbOf(change)) + " " + key + " " + joined(identifiers) };
+    for (const std::string& identifier : identifiers) {
+        const ValueName name = ValueName::ofKey(isFlag ? std::string(row->name) + identifier : key);
+        const auto value = changedValue(session->values().value(name), change, isFlag, identifier);
+        if (!value)
+            return refuse(name.key + " holds something that isn't " + (isFlag ? "a flag" : "a list"));
+        session->want(name, *value);
+        names.push_back(name);
+        options.confirmed.push_back({ name, isFlag ? std::nullopt : std::optional(identifier) });
+    }
+    const CommitReport report = session->commit(std::move(options), names);
+    std::string text;
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        const bool isNow = isOn(session->values().value(names[index]), isFlag, identifiers[index]);
+        text += (text.empty() ? "" : " ")
+            + (isFlag ? names[index].key + (isNow ? " is on." : " is off.")
+                      : identifiers[index] + (isNow ? " is on " : " is not on ") + key + " now.");
+    }
+    return tell(*row, names.back().key, text, report);
 }
 
 ExitStatus setPolicy(const phone::PhoneDirectory& directory, const std::string& key, const std::string& value)
@@ -222,13 +215,19 @@ ExitStatus setPolicy(const phone::PhoneDirectory& directory, const std::string& 
     if (!row)
         return refuseUnknown(key);
     if (!endsInIdentifier(*row, key))
-        return refuse(std::string(row->name) + " goes on with a bundle identifier");
+        return refuseUsage(std::string(row->name) + " goes on with a bundle identifier");
     const auto parsed = parsePolicyValue(row->type, value);
     if (!parsed || (row->range.contains && !row->range.contains(*parsed)))
-        return refuse(key + " takes " + std::string(allowedValues(*row)));
-    if (const auto problem = openForWriting(directory))
-        return refuse(*problem);
-    return publish(directory, assign(key, *parsed), *row, key, key + " is " + describe(*parsed) + " now.");
+        return refuseUsage(key + " takes " + std::string(allowedValues(*row)));
+    std::string problem;
+    const auto session = PolicySession::open(directory, problem);
+    if (!session)
+        return refuse(problem);
+    const ValueName name = ValueName::ofKey(key);
+    session->want(name, jsonFromValue(*parsed));
+    const CommitReport report
+        = session->commit({ .verb = "policy set " + key + " " + value, .confirmed = { { name } } }, { name });
+    return tell(*row, key, key + " is " + describe(*parsed) + " now.", report);
 }
 
 ExitStatus unsetPolicy(const phone::PhoneDirectory& directory, const std::string& key)
@@ -237,11 +236,15 @@ ExitStatus unsetPolicy(const phone::PhoneDirectory& directory, const std::string
     if (!row)
         return refuseUnknown(key);
     if (!endsInIdentifier(*row, key))
-        return refuse(std::string(row->name) + " goes on with a bundle identifier");
-    if (const auto problem = openForWriting(directory))
-        return refuse(*problem);
-    return publish(directory, assign(key, nil), *row, key,
-        key + " is not set now; its default is " + std::string(row->defaultText) + ".");
+        return refuseUsage(std::string(row->name) + " goes on with a bundle identifier");
+    std::string problem;
+    const auto session = PolicySession::open(directory, problem);
+    if (!session)
+        return refuse(problem);
+    const ValueName name = ValueName::ofKey(key);
+    session->want(name, nullptr);
+    const CommitReport report = session->commit({ .verb = "policy unset " + key, .confirmed = { { name } } }, { name });
+    return tell(*row, key, key + " is not set now; its default is " + std::string(row->defaultText) + ".", report);
 }
 
 } // namespace cli

@@ -1,5 +1,6 @@
 #include "cli/policy/policy_value.h"
 
+#include "cli/history/value_text.h"
 #include "platform/foundation/values.h"
 
 #include <algorithm>
@@ -116,6 +117,68 @@ std::string_view expectedValue(PreferenceType type)
         return "a JSON object from bundle identifiers to texts";
     }
     return "";
+}
+
+std::string_view allowedValues(const appledger::PreferenceKey& key)
+{
+    return key.range.text.empty() ? expectedValue(key.type) : key.range.text;
+}
+
+namespace {
+
+bool isOfType(PreferenceType type, const Json& value)
+{
+    const auto isText = [](const Json& item) { return item.is_string(); };
+    const auto isPlainNumber = [](const Json& item) { return item.is_number(); };
+    switch (type) {
+    case PreferenceType::Boolean:
+        return value.is_boolean();
+    case PreferenceType::Integer:
+        return value.is_number_integer();
+    case PreferenceType::String:
+        return value.is_string();
+    case PreferenceType::IdentifierList:
+    case PreferenceType::RowList:
+        return value.is_array() && std::ranges::all_of(value, isText);
+    case PreferenceType::NumberTable:
+        return value.is_object() && std::ranges::all_of(value, isPlainNumber);
+    case PreferenceType::StringTable:
+        return value.is_object() && std::ranges::all_of(value, isText);
+    }
+    return false;
+}
+
+std::optional<double> numberIn(std::string_view text)
+{
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() && number == number ? std::optional(number)
+                                                                                        : std::nullopt;
+}
+
+} // namespace
+
+std::optional<std::string> valueProblem(const appledger::PreferenceKey& key, const Json& value)
+{
+    const auto converted = isOfType(key.type, value) ? valueFromJson(value) : std::nullopt;
+    const bool isAllowed = converted && (!key.range.contains || key.range.contains(*converted));
+    return isAllowed ? std::nullopt : std::optional(std::string(allowedValues(key)));
+}
+
+std::optional<double> parseDuration(std::string_view text)
+{
+    constexpr double longest = 366.0 * 24 * 60 * 60;
+    constexpr std::pair<char, double> units[] { { 's', 1 }, { 'm', 60 }, { 'h', 3600 }, { 'd', 86400 } };
+    double unit = 1;
+    for (const auto& [letter, seconds] : units)
+        if (text.ends_with(letter)) {
+            unit = seconds;
+            text.remove_suffix(1);
+            break;
+        }
+    const auto number = numberIn(text);
+    const double seconds = number.value_or(0) * unit;
+    return seconds > 0 && seconds <= longest ? std::optional(seconds) : std::nullopt;
 }
 
 } // namespace cli

@@ -1,7 +1,7 @@
 #include "cli/command/arguments.h"
 #include "cli/command/verb_rows.h"
 #include "cli/policy/policy_commands.h"
-#include "cli/policy/side_file_policies.h"
+#include "cli/policy/policy_reading.h"
 
 #include <memory>
 
@@ -12,79 +12,69 @@ namespace {
 struct PolicyWords {
     Word key;
     Word identifier;
+    std::vector<Word> identifiers;
     Word value;
+    Word grouping { "application" };
+    bool isStrict = false;
 };
 
-using Words = std::shared_ptr<PolicyWords>;
-
-Words wordsOf(Arguments& arguments, std::initializer_list<const char*> names)
+Action list(Arguments& arguments)
 {
-    auto words = std::make_shared<PolicyWords>();
-    for (const std::string_view name : names)
-        arguments
-            .add(std::string(name),
-                name == "KEY"      ? words->key
-                    : name == "ID" ? words->identifier
-                                   : words->value,
-                name == "VALUE" ? "what it becomes" : "")
-            .required();
-    return words;
+    const auto words = std::make_shared<PolicyWords>();
+    arguments.add("--by", words->grouping, "what it is grouped by (default application)")
+        .oneOf({ "application", "feature", "key" });
+    return [words](const phone::PhoneDirectory& directory) {
+        const std::string& grouping = words->grouping;
+        return listPolicies(directory,
+            grouping == "key"           ? Grouping::Key
+                : grouping == "feature" ? Grouping::Feature
+                                        : Grouping::Application);
+    };
 }
 
 Action show(Arguments& arguments)
 {
-    const Words words = wordsOf(arguments, { "ID" });
+    const auto words = std::make_shared<PolicyWords>();
+    arguments.add("ID", words->identifier, "application, by identifier or name").required();
     return [words](const phone::PhoneDirectory& directory) { return showPolicies(directory, words->identifier); };
 }
 
 template <ListChange Change> Action changeList(Arguments& arguments)
 {
-    const Words words = wordsOf(arguments, { "KEY", "ID" });
+    const auto words = std::make_shared<PolicyWords>();
+    arguments.add("KEY", words->key, "'appledger policy keys' lists them").required();
+    arguments.add("ID", words->identifiers, "applications, by identifier or name").required();
+    arguments.addStrict(words->isStrict);
     return [words](const phone::PhoneDirectory& directory) {
-        return changePolicyList(directory, Change, words->key, words->identifier);
+        return changePolicyList(
+            directory, Change, words->key, { words->identifiers.begin(), words->identifiers.end() });
     };
 }
 
 Action set(Arguments& arguments)
 {
-    const Words words = wordsOf(arguments, { "KEY", "VALUE" });
+    const auto words = std::make_shared<PolicyWords>();
+    arguments.add("KEY", words->key, "'appledger policy keys' lists them").required();
+    arguments.add("VALUE", words->value, "what it becomes").required();
     return [words](const phone::PhoneDirectory& directory) { return setPolicy(directory, words->key, words->value); };
 }
 
 Action unset(Arguments& arguments)
 {
-    const Words words = wordsOf(arguments, { "KEY" });
+    const auto words = std::make_shared<PolicyWords>();
+    arguments.add("KEY", words->key).required();
     return [words](const phone::PhoneDirectory& directory) { return unsetPolicy(directory, words->key); };
 }
 
-template <bool Muted> Action mute(Arguments& arguments)
-{
-    const Words words = wordsOf(arguments, { "ID" });
-    return [words](const phone::PhoneDirectory& directory) { return mutePolicy(directory, words->identifier, Muted); };
-}
-
-Action brightness(Arguments& arguments)
-{
-    const auto words = std::make_shared<PolicyWords>();
-    arguments.add("ID", words->identifier).required();
-    arguments.add("VALUE", words->value, "from 0 to 1, or off").required();
-    return [words](const phone::PhoneDirectory& directory) {
-        return brightnessPolicy(directory, words->identifier, words->value);
-    };
-}
-
 constexpr VerbRow rows[] {
-    { "policy list", "every key that is set", plain<listPolicies> },
-    { "policy keys", "every key that there is, what it takes and its default", plain<listKeys> },
+    { "policy list", "all that is set, by application, feature or key", list },
+    { "policy keys", "every key that there is: what it does, what it takes, who reads it", plain<listKeys> },
     { "policy show", "what holds for one application", show },
-    { "policy add", "put an application on a list", changeList<ListChange::Add> },
-    { "policy remove", "take an application off a list", changeList<ListChange::Remove> },
-    { "policy toggle", "put it on, or take it off", changeList<ListChange::Toggle> },
+    { "policy add", "put applications on the list of a key", changeList<ListChange::Add> },
+    { "policy remove", "take applications off it", changeList<ListChange::Remove> },
+    { "policy toggle", "put them on, or take them off", changeList<ListChange::Toggle> },
     { "policy set", "set a key", set },
     { "policy unset", "remove a key, so that its default holds", unset },
-    { "policy mute", "take the volume away while an application is in front", mute<true> },
-    { "policy unmute", "leave it the volume", mute<false> },
-    { "policy brightness", "give an application a brightness of its own while it is in front", brightness },
 };
 
 } // namespace

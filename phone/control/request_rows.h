@@ -55,6 +55,7 @@ extern const RequestRows nameAndBadgeRequests;
 extern const RequestRows notificationRequests;
 extern const RequestRows operationRequests;
 extern const RequestRows permissionRequests;
+extern const RequestRows preferenceRequests;
 extern const RequestRows recordRequests;
 extern const RequestRows screenPictureRequests;
 extern const RequestRows screenRequests;

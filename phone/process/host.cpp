@@ -1,5 +1,6 @@
 #include "phone/process/host.h"
 
+#include "phone/control/preferences.h"
 #include "phone/control/request_queue.h"
 #include "phone/process/process_definition.h"
 #include "phone/process/system_images.h"
@@ -81,6 +82,7 @@ int runProcess(const HostOptions& options)
         return fail("can't reach the bus at " + options.busAddress);
     registerClassesOfProcess(definition->name, definition->bundleIdentifier, options.version);
     declareSystemImages(options.version);
+    keepPreferencesOfStart();
     if (!options.stock) {
         const auto loading = [&report](const std::string& path) { report->tell("loading " + path); };
         for (const std::string& failure : injectLibraries(loading))

@@ -57,7 +57,7 @@ constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequ
     &iconRenderingRequests, &nameAndBadgeRequests, &notificationRequests, &operationRequests, &permissionRequests,
     &recordRequests, &screenRequests, &screenPictureRequests, &storeRequests, &switcherRequests, &transitionRequests };
 constexpr const RequestRows* searchRequestTables[] { &searchStatusRequests, &authenticationRequests,
-    &iconRenderingRequests, &screenPictureRequests, &searchRequests };
+    &iconRenderingRequests, &preferenceRequests, &screenPictureRequests, &searchRequests };
 constexpr const RequestRows* storeRequestTables[] { &statusRequests, &iconRenderingRequests, &storeRequests };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "platform/foundation/directory_tree.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -115,6 +116,50 @@ int PhoneDirectory::openRunFile(const char* name, int flags) const
     if ((status.st_mode & 07777) != ownersFile && ::fchmod(file.get(), ownersFile) != 0)
         return -1;
     return file.release();
+}
+
+int PhoneDirectory::replaceRunFile(const char* name, std::string_view content) const
+{
+    const OpenDirectory run = openRunDirectory(*this);
+    if (!run.descriptor)
+        return run.error;
+    // One that a killed writer has left is written over: who replaces a file holds its lock.
+    const std::string beside = std::string(".new-") + name;
+    const Descriptor file(openRunFile(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC));
+    if (!file)
+        return errno;
+    int error = 0;
+    for (std::string_view rest = content; error == 0 && !rest.empty();) {
+        const ssize_t written = ::write(file.get(), rest.data(), rest.size());
+        if (written >= 0)
+            rest.remove_prefix(static_cast<std::size_t>(written));
+        else if (errno != EINTR)
+            error = errno;
+    }
+    if (error == 0 && ::fdatasync(file.get()) != 0)
+        error = errno;
+    if (error == 0 && ::renameat(run.descriptor.get(), beside.c_str(), run.descriptor.get(), name) != 0)
+        error = errno;
+    if (error != 0)
+        ::unlinkat(run.descriptor.get(), beside.c_str(), 0);
+    return error;
+}
+
+int PhoneDirectory::renameRunFile(const char* name, const char* newName) const
+{
+    const OpenDirectory run = openRunDirectory(*this);
+    if (!run.descriptor)
+        return run.error;
+    const int directory = run.descriptor.get();
+    return ::renameat2(directory, name, directory, newName, RENAME_NOREPLACE) == 0 ? 0 : errno;
+}
+
+int PhoneDirectory::removeRunFile(const char* name) const
+{
+    const OpenDirectory run = openRunDirectory(*this);
+    if (!run.descriptor)
+        return run.error;
+    return ::unlinkat(run.descriptor.get(), name, 0) == 0 || errno == ENOENT ? 0 : errno;
 }
 
 void PhoneDirectory::removeSocket() const

@@ -3,6 +3,7 @@
 #include "platform/darwin/bus_daemon.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace phone {
@@ -37,6 +38,14 @@ public:
     int openRunFile(const char* name, int flags) const;
     int openLockFile(int flags) const { return openRunFile("lock", flags); }
     int openLogFile(int flags) const { return openRunFile("log", flags); }
+
+    /// Replaces the content of a file of that folder in one step: it is written beside and renamed. 0, or an `errno`,
+    /// and then the file is as it was.
+    [[nodiscard]] int replaceRunFile(const char* name, std::string_view content) const;
+    /// Gives it another name, which none has. 0, or an `errno`.
+    [[nodiscard]] int renameRunFile(const char* name, const char* newName) const;
+    /// 0 also where there is none; else an `errno`.
+    [[nodiscard]] int removeRunFile(const char* name) const;
 
     /// Removes the bus's socket, if there is one.
     void removeSocket() const;

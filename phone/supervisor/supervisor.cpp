@@ -89,6 +89,7 @@ int Supervisor::run()
         tellStarter(error);
         return 1;
     }
+    armDeadline();
     for (Process& process : processes_)
         startProcess(process);
     runRunLoop();
@@ -138,14 +139,15 @@ bool Supervisor::handleSignalsInLoop()
 void Supervisor::watchDirectory()
 {
     directoryWatch_ = Descriptor(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
-    constexpr std::uint32_t changes = IN_DELETE | IN_MOVED_FROM | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
+    constexpr std::uint32_t changes
+        = IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
     if (!directoryWatch_ || ::inotify_add_watch(directoryWatch_.get(), directory_.runDirectory().c_str(), changes) < 0
         || ::inotify_add_watch(directoryWatch_.get(), options_.root.c_str(), changes) < 0) {
         log(because("the phone's folder can't be watched"));
         directoryWatch_ = Descriptor();
         return;
     }
-    addRunLoopSource(directoryWatch_.get(), [this] { endWithDirectory(); });
+    addRunLoopSource(directoryWatch_.get(), [this] { lookAtDirectory(); });
 }
 
 /// Whether the phone's folder is still the one that this supervisor has locked, and no other phone's.
@@ -157,12 +159,12 @@ bool Supervisor::holdsDirectory() const
         && held.st_ino == present.st_ino && held.st_dev == present.st_dev;
 }
 
-void Supervisor::endWithDirectory()
+void Supervisor::lookAtDirectory()
 {
     char events[4096];
     while (::read(directoryWatch_.get(), events, sizeof events) > 0) { }
     if (holdsDirectory())
-        return;
+        return armDeadline();
     log("the folder of the phone is gone, and so the phone ends");
     stopRunLoop();
 }

@@ -7,6 +7,7 @@
 #include "platform/dispatch/run_loop.h"
 #include "platform/foundation/descriptor.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,7 @@ struct SupervisorOptions {
     std::string root;
     platform::SystemVersion version;
     bool stock = false;
+    std::string command {}; ///< the program that changes policies; "" when nobody takes anything back by itself
     int readyDescriptor = -1; ///< gets "up", or what went wrong, and is closed then; -1: nobody waits
 };
 
@@ -26,7 +28,8 @@ struct SupervisorOptions {
 ///
 /// What can't be started now is tried again after ever longer pauses, with one line in the log. A process that crashes
 /// three times in a row comes up without third-party libraries, until the owner restarts it. A phone whose folder is
-/// taken away ends.
+/// taken away ends. When the deadline comes that the folder tells (policy_deadline.h), the command is started to take
+/// back what was to end.
 class Supervisor {
 public:
     explicit Supervisor(SupervisorOptions options);
@@ -42,7 +45,9 @@ private:
     bool handleSignalsInLoop();
     void watchDirectory();
     bool holdsDirectory() const;
-    void endWithDirectory();
+    void lookAtDirectory();
+    void armDeadline();
+    void settlePolicies() const;
 
     bool startBus(std::string& error);
     void keepBusUp();
@@ -77,6 +82,7 @@ private:
     pid_t busDaemon_ = -1;
     int failedBusStarts_ = 0;
     std::vector<Process> processes_;
+    std::optional<double> deadline_; ///< that is waited for, in seconds since 1970
     bool comingDown_ = false;
     bool hasBeenUp_ = false; ///< from then on nothing gives the phone up
     bool hasTold_ = false; ///< the starter

@@ -31,6 +31,37 @@ void readAll(int output, int errors, Outcome& outcome)
     }
 }
 
+/// What every answer is: the vocabulary of docs/json.md.
+std::string problemOfAnswer(const Json& object, int status)
+{
+    struct Field {
+        const char* key;
+        bool (*isRight)(const Json& value);
+    };
+    const auto isText = [](const Json& value) { return value.is_string(); };
+    const auto isTextOrNull = [](const Json& value) { return value.is_string() || value.is_null(); };
+    const auto isList = [](const Json& value) { return value.is_array(); };
+    const Field fields[] { { "application", isTextOrNull }, { "rule", isTextOrNull }, { "why", isText },
+        { "error", isText }, { "warnings", isList }, { "changed", isList }, { "notifications", isList },
+        { "posted", [](const Json& value) { return value.is_boolean(); } },
+        { "change", [](const Json& value) { return value.is_null() || value.is_number_unsigned(); } },
+        { "until", [](const Json& value) { return value.is_number() && value > 1e9; } } };
+    if (object.value("version", Json()) != 1)
+        return "version";
+    if (object.value("ok", Json()) != (status == 0))
+        return "ok";
+    if (status != 0 && object.value("status", Json(status)) != status)
+        return "status";
+    for (const Field& field : fields)
+        if (object.contains(field.key) && !field.isRight(object[field.key]))
+            return field.key;
+    for (const Json& change : object.value("changed", Json::array()))
+        if ((change.contains("key") ? 1 : 0) + (change.contains("file") ? 1 : 0) != 1 || !change.contains("before")
+            || !change.contains("after"))
+            return "changed";
+    return object.contains("bundleIdentifier") && !object.contains("steps") ? "bundleIdentifier" : "";
+}
+
 } // namespace
 
 Outcome runProgram(std::vector<std::string> arguments)
@@ -91,6 +122,7 @@ Json Phone::answer(std::vector<std::string> words, int status) const
     EXPECT_EQ(outcome.status, status) << said << "\n" << outcome.errors;
     Json object = Json::parse(outcome.output, nullptr, false);
     EXPECT_TRUE(object.is_object()) << said << "\n" << outcome.output;
+    EXPECT_EQ(problemOfAnswer(object, status), "") << said << "\n" << outcome.output.substr(0, 2000);
     return object.is_object() ? object : Json::object();
 }
 

@@ -32,7 +32,8 @@ public:
 
     Outcome run(std::vector<std::string> words) const;
 
-    /// With --json; the answer's object. Fails the test when the command ends with another status.
+    /// With --json; the answer's object. Fails the test when the command ends with another status, and where the object
+    /// doesn't keep to docs/json.md.
     Json answer(std::vector<std::string> words, int status = 0) const;
 
     const std::string& root() const noexcept { return root_; }

@@ -32,7 +32,7 @@ void setUp(const Phone& phone)
     EXPECT_EQ(phone.answer({ "policy", "brightness", notes, "0.25" })["posted"], false);
     phone.answer({ "policy", "brightness", mail, "7" });
     phone.answer({ "policy", "add", "ALKeepAwakeApps", notes });
-    phone.answer({ "policy", "brightness", notes, "bright" }, 1);
+    phone.answer({ "policy", "brightness", notes, "bright" }, 2);
 }
 
 } // namespace

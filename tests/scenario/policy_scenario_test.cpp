@@ -78,7 +78,7 @@ TEST(PolicyScenario, UnknownKeysAndMistypedValuesAreRefusedWithWhatIsKnown)
         std::vector<std::string> all { "policy" };
         all.insert(all.end(), words.begin(), words.end());
         const Outcome outcome = phone.run(all);
-        EXPECT_EQ(outcome.status, 1) << words[1];
+        EXPECT_EQ(outcome.status, 2) << words[1];
         EXPECT_NE(outcome.errors.find(known), std::string::npos) << outcome.errors;
     }
     bool isListed = false;

@@ -26,7 +26,7 @@ Json shown(const Phone& phone, const std::string& process)
     for (const Json& update : report["updates"]) {
         EXPECT_EQ(update["isUpdateAvailable"], update["updateAvailable"]);
         EXPECT_EQ(update["newestVersion"].is_string(), update["isUpdateAvailable"]);
-        availability[update["bundleIdentifier"].get<std::string>()] = update["isUpdateAvailable"];
+        availability[update["application"].get<std::string>()] = update["isUpdateAvailable"];
     }
     return availability;
 }
@@ -85,7 +85,7 @@ TEST(StoreScenario, ExplainSaysWhatTheRoadsWouldDo)
     ASSERT_EQ(jobs.size(), 1U);
     EXPECT_EQ(jobs[0]["outcome"], "shrink");
     EXPECT_EQ(jobs[0]["refused"], Json::array({ notes }));
-    phone.answer({ "explain", "purchases", notes, "--road", "nowhere" }, 1);
+    phone.answer({ "explain", "purchases", notes, "--road", "nowhere" }, 2);
 }
 
 } // namespace scenario

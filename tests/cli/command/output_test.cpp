@@ -56,8 +56,8 @@ TEST(Output, AsJsonIsTheSameObjectWithoutAControlCharacter)
     say("never", object);
     std::fflush(stdout);
     std::string printed = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(printed, "{\"name\":\"\\u001b[31m\\u007F\\u009B\\u202E\\nä\"}\n");
-    EXPECT_EQ(nlohmann::json::parse(printed), object);
+    EXPECT_EQ(printed, "{\"name\":\"\\u001b[31m\\u007F\\u009B\\u202E\\nä\",\"ok\":true,\"version\":1}\n");
+    EXPECT_EQ(nlohmann::json::parse(printed)["name"], object["name"]);
 }
 
 TEST(Output, ThatIsLostIsARefusal)

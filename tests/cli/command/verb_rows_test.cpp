@@ -45,7 +45,7 @@ TEST(VerbRows, EachIsAnsweredBySomeProcessAndStandsInTheManual)
         for (const VerbRow& row : *table) {
             EXPECT_TRUE(seen.insert(row.words).second) << row.words << " has two rows";
             EXPECT_TRUE(row.request.empty() || isAnswered(row.request)) << row.words << " asks for " << row.request;
-            EXPECT_NE(manual.find("`" + std::string(row.words)), std::string::npos)
+            EXPECT_TRUE(row.isHidden || manual.find("`" + std::string(row.words)) != std::string::npos)
                 << row.words << " doesn't stand in README.md";
         }
     EXPECT_GT(seen.size(), 30U);
