@@ -30,7 +30,8 @@ void setUp(const Phone& phone)
     phone.answer({ "policy", "mute", notes });
     phone.answer({ "policy", "mute", mail });
     EXPECT_EQ(phone.answer({ "policy", "brightness", notes, "0.25" })["posted"], false);
-    phone.answer({ "policy", "brightness", mail, "7" });
+    phone.answer({ "policy", "brightness", mail, "100%" });
+    phone.answer({ "policy", "brightness", mail, "7" }, 2);
     phone.answer({ "policy", "add", "ALKeepAwakeApps", notes });
     phone.answer({ "policy", "brightness", notes, "bright" }, 2);
 }
