@@ -1,6 +1,7 @@
 #include "cli/command/application_names.h"
 
 #include "cli/command/nearest.h"
+#include "phone/device/web_clips.h"
 #include "phone/launchservices/installed_applications.h"
 #include "platform/foundation/files.h"
 
@@ -61,6 +62,8 @@ std::vector<KnownApplication> knownApplications(const phone::PhoneDirectory& dir
         return known;
     for (const phone::InstalledApplication& application : phone::installedApplications())
         known.push_back({ application.bundleIdentifier, application.displayName });
+    for (const phone::WebClip& clip : phone::webClips())
+        known.push_back({ clip.identifier, clip.title });
     return known;
 }
 
