@@ -104,8 +104,8 @@ TEST(PropertyLists, RandomValuesComeBack)
         const id value = randomValue(random, 4);
         for (const PropertyListFormat format : bothFormats) {
             const id back = propertyListFromData(dataFromPropertyList(value, format).value_or(""));
-            ASSERT_EQ(describe(back), describe(value));
-            ASSERT_TRUE(isEqual(back, value)) << describe(value);
+            ASSERT_TRUE(isEqual(back, value)) << describe(value) << "\n" << describe(back);
+            ASSERT_EQ(dataFromPropertyList(back, format), dataFromPropertyList(value, format)) << describe(value);
         }
     }
 }

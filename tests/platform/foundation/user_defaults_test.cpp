@@ -193,7 +193,7 @@ TEST(UserDefaults, NobodyWaitsForALockWhoOnlyReads)
     EXPECT_FALSE(isWritten);
     held.reset();
     writer.join();
-    EXPECT_EQ(onDisk(), R"({"n": 1, "a": true})");
+    EXPECT_EQ(onDisk(), R"({"a": true, "n": 1})");
 }
 
 TEST(UserDefaults, AFileTooLargeToReadIsLeftAlone)

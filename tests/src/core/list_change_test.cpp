@@ -52,7 +52,7 @@ TEST(PreferenceChange, ReplacesNoValueOfAnotherType)
     EXPECT_TRUE(changePreferenceFlag("new", ListChange::Toggle).isOn);
     EXPECT_TRUE(changePreferenceList("newList", ListChange::Toggle, "a").isOn);
     EXPECT_EQ(describe(dictionaryWithContentsOfFile(support::TemporaryDevice::domainFile)),
-        R"({"list": "a", "flag": ["a"], "text": false, "new": true, "newList": ["a"]})");
+        R"({"flag": ["a"], "list": "a", "new": true, "newList": ["a"], "text": false})");
 }
 
 } // namespace

@@ -45,7 +45,6 @@ public:
     explicit Immortal(const char* version = "16.0", Injection injection = Injection::Library)
         : phone({}, version, injection)
     {
-        registerClass(toastClass);
         set({});
     }
 
@@ -64,6 +63,8 @@ public:
         phone.journal();
     }
 
+    // Before the library registers its own, which then leaves the name to this one.
+    const Class toast = registerClass(toastClass);
     FrontPhone phone;
 };
 
