@@ -10,8 +10,9 @@ constexpr double mostReduced = 256;
 Bitmap reducedBy(const Bitmap& bitmap, int factor);
 
 /// What files of pictures bring along, so that who shows them small needn't read the rest: the shorter side has so many
-/// pixels, four for each point of a Home Screen's icon.
-constexpr int smallCopySide = 240;
+/// pixels. An icon of the Home Screen has 180, and is drawn 1.3 times as large behind its own round corners; up to a
+/// third more than the 180 cairo draws in a twentieth of the time that its better filter takes.
+constexpr int smallCopySide = 234;
 
 /// The size of a small copy; empty for pictures that are hardly larger, or very long.
 struct PixelSize {

@@ -89,11 +89,11 @@ TEST(Reduction, ASmallCopyIsMadeOfLargePicturesAlone)
         long height;
         std::optional<PixelSize> size;
     } cases[] {
-        { 319, 4000, {} },
-        { 320, 320, PixelSize { 240, 240 } },
-        { 3024, 3024, PixelSize { 240, 240 } },
-        { 4032, 3024, PixelSize { 320, 240 } },
-        { 480, 1439, PixelSize { 240, 720 } },
+        { 255, 4000, {} },
+        { 256, 256, PixelSize { 234, 234 } },
+        { 3024, 3024, PixelSize { 234, 234 } },
+        { 4032, 3024, PixelSize { 312, 234 } },
+        { 480, 1439, PixelSize { 234, 702 } },
         { 480, 1440, {} },
     };
     for (const auto& [width, height, size] : cases)
