@@ -55,8 +55,9 @@ public:
             return;
         if (const id former = std::exchange(window_, makeWindow(request)))
             send<"setHidden:", void>(former, true);
-        dispatch_after(timeOnScreen, dispatch_get_main_queue(), [self = Ref(this), shown = window_] {
-            if (self->window_ == shown)
+        // A number, as holding the window would keep one in the tree that another has followed.
+        dispatch_after(timeOnScreen, dispatch_get_main_queue(), [self = Ref(this), shown = ++bannersShown_] {
+            if (self->bannersShown_ == shown)
                 self->window_ = nil;
         });
     }
@@ -94,6 +95,7 @@ private:
     }
 
     id window_;
+    unsigned bannersShown_ = 0;
 };
 
 id sharedInstance(const id& self, SEL)
