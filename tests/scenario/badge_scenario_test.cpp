@@ -122,60 +122,75 @@ TEST(BadgeScenario, AStockPhoneShowsTheApplicationsOwn)
     EXPECT_EQ(badges(phone), "shown 21, custom 21, real 9") << "recorded as soon as the library is there";
 }
 
-TEST(BadgeScenario, NothingRecordedIsLostToASpringBoardKilledBetweenTwoSteps)
-{
-    const struct {
-        const char* choice; ///< of what SpringBoard is killed in
-        const char* moment;
-        const char* left;
-        bool flagStands;
-    } cases[] {
-        { "2", "before 1", "shown 9, custom null, real 9", false },
-        { "2", "after 1", "shown 9, custom null, real 9", false },
-        { "2", "after 2", "shown 9, custom null, real 9", true },
-        { "2", "before 3", "shown 9, custom null, real 9", true },
-        { "2", "after 3", "shown 9, custom null, real 9", false },
-        { "2", "after 4", "shown 2, custom 2, real 9", false },
-        { "default", "before 1", "shown 6, custom 6, real 9", false },
-        { "default", "after 1", "shown 9, custom null, real 9", false },
-        { "default", "after 2", "shown 9, custom null, real 9", true },
-        { "default", "before 3", "shown 9, custom null, real 9", true },
-        { "default", "after 3", "shown 9, custom null, real 9", false },
-    };
-    for (const auto& [choice, moment, left, flag] : cases) {
-        SCOPED_TRACE(std::string(choice) + ", " + moment);
-        const Phone phone;
-        const std::string file = phone.root() + "/moment";
-        startMortal(phone, file, "com.merrowlane.appledger.plist");
-        push(phone, mail, "4");
-        badges(phone, mail, "3");
-        push(phone, notes, "9");
-        if (std::string(choice) == "default")
-            badges(phone, notes, "6");
-        else
-            phone.answer({ "policy", "set", "ALRealBadges", R"({"com.example.mail":4})" }); // so that it is seeded
-        const int springBoard = phone.pid("SpringBoard");
-        std::ofstream(file) << moment;
-        phone.answer({ "app", "badge", notes, choice }, 1);
-        ASSERT_TRUE(answersWithin(phone, std::chrono::seconds(20)));
-        EXPECT_NE(phone.pid("SpringBoard"), springBoard);
-        EXPECT_EQ(badges(phone), left);
-        EXPECT_EQ(badges(phone, mail), "shown 3, custom 3, real 4");
-        EXPECT_EQ(flagStands(phone), flag);
+namespace {
 
-        push(phone, notes, "7");
-        const bool isOwn = std::string(left).find("custom null") == std::string::npos;
-        const std::string real = flag ? "9" : "7";
-        const std::string custom = std::string(choice) == "2" ? "2" : "6";
-        EXPECT_EQ(badges(phone),
-            isOwn ? "shown " + custom + ", custom " + custom + ", real 7" : "shown 7, custom null, real " + real);
-        EXPECT_EQ(badges(phone, notes, "5"), "shown 5, custom 5, real " + real);
-        EXPECT_FALSE(flagStands(phone));
-        push(phone, notes, "8");
-        EXPECT_EQ(badges(phone), "shown 5, custom 5, real 8");
-        EXPECT_EQ(badges(phone, notes, "default"), "shown 8, custom null, real 8");
-        EXPECT_EQ(badges(phone, mail), "shown 3, custom 3, real 4");
-    }
+struct Death {
+    const char* choice; ///< of what SpringBoard is killed in
+    const char* moment;
+    const char* left;
+    bool flagStands;
+};
+
+constexpr Death deaths[] {
+    { "2", "before 1", "shown 9, custom null, real 9", false },
+    { "2", "after 1", "shown 9, custom null, real 9", false },
+    { "2", "after 2", "shown 9, custom null, real 9", true },
+    { "2", "before 3", "shown 9, custom null, real 9", true },
+    { "2", "after 3", "shown 9, custom null, real 9", false },
+    { "2", "after 4", "shown 2, custom 2, real 9", false },
+    { "default", "before 1", "shown 6, custom 6, real 9", false },
+    { "default", "after 1", "shown 9, custom null, real 9", false },
+    { "default", "after 2", "shown 9, custom null, real 9", true },
+    { "default", "before 3", "shown 9, custom null, real 9", true },
+    { "default", "after 3", "shown 9, custom null, real 9", false },
+};
+
+void PrintTo(const Death& death, std::ostream* out)
+{
+    *out << death.choice << ", " << death.moment;
 }
+
+} // namespace
+
+/// Each death in a test of its own: a phone of processes that are watched takes its time to start.
+class KilledSpringBoard : public testing::TestWithParam<Death> { };
+
+TEST_P(KilledSpringBoard, LosesNothingThatWasRecorded)
+{
+    const auto& [choice, moment, left, flag] = GetParam();
+    const Phone phone;
+    const std::string file = phone.root() + "/moment";
+    startMortal(phone, file, "com.merrowlane.appledger.plist");
+    push(phone, mail, "4");
+    badges(phone, mail, "3");
+    push(phone, notes, "9");
+    if (std::string(choice) == "default")
+        badges(phone, notes, "6");
+    else
+        phone.answer({ "policy", "set", "ALRealBadges", R"({"com.example.mail":4})" }); // so that it is seeded
+    const int springBoard = phone.pid("SpringBoard");
+    std::ofstream(file) << moment;
+    phone.answer({ "app", "badge", notes, choice }, 1);
+    ASSERT_TRUE(answersWithin(phone, std::chrono::seconds(20)));
+    EXPECT_NE(phone.pid("SpringBoard"), springBoard);
+    EXPECT_EQ(badges(phone), left);
+    EXPECT_EQ(badges(phone, mail), "shown 3, custom 3, real 4");
+    EXPECT_EQ(flagStands(phone), flag);
+
+    push(phone, notes, "7");
+    const bool isOwn = std::string(left).find("custom null") == std::string::npos;
+    const std::string real = flag ? "9" : "7";
+    const std::string custom = std::string(choice) == "2" ? "2" : "6";
+    EXPECT_EQ(badges(phone),
+        isOwn ? "shown " + custom + ", custom " + custom + ", real 7" : "shown 7, custom null, real " + real);
+    EXPECT_EQ(badges(phone, notes, "5"), "shown 5, custom 5, real " + real);
+    EXPECT_FALSE(flagStands(phone));
+    push(phone, notes, "8");
+    EXPECT_EQ(badges(phone), "shown 5, custom 5, real 8");
+    EXPECT_EQ(badges(phone, notes, "default"), "shown 8, custom null, real 8");
+    EXPECT_EQ(badges(phone, mail), "shown 3, custom 3, real 4");
+}
+
+INSTANTIATE_TEST_SUITE_P(BadgeScenario, KilledSpringBoard, testing::ValuesIn(deaths));
 
 } // namespace scenario
