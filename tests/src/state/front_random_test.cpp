@@ -91,7 +91,7 @@ private:
 
 } // namespace
 
-#ifdef __SANITIZE_THREAD__
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
 constexpr int events = 10'000; // one thread's work, ten times slower to watch
 #else
 constexpr int events = 100'000;
