@@ -60,7 +60,7 @@ std::optional<PixelSize> smallCopySize(long width, long height)
 {
     const long shorter = std::min(width, height);
     const long longer = std::max(width, height);
-    if (shorter < smallCopySide * 4 / 3 || longer / shorter >= 3)
+    if (shorter <= largestSideWithoutCopy || longer / shorter >= 3)
         return std::nullopt;
     const auto scaled
         = [shorter](long side) { return static_cast<int>((side * smallCopySide + shorter / 2) / shorter); };

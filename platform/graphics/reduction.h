@@ -13,8 +13,9 @@ Bitmap reducedBy(const Bitmap& bitmap, int factor);
 /// pixels. An icon of the Home Screen has 180, and is drawn 1.3 times as large behind its own round corners; up to a
 /// third more than the 180 cairo draws in a twentieth of the time that its better filter takes.
 constexpr int smallCopySide = 234;
+constexpr int largestSideWithoutCopy = 240;
 
-/// The size of a small copy; empty for pictures that are hardly larger, or very long.
+/// The size of a small copy; empty for pictures that are drawn as fast without one, or very long.
 struct PixelSize {
     int width;
     int height;

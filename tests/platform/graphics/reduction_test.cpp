@@ -89,8 +89,8 @@ TEST(Reduction, ASmallCopyIsMadeOfLargePicturesAlone)
         long height;
         std::optional<PixelSize> size;
     } cases[] {
-        { 311, 900, {} },
-        { 312, 312, PixelSize { 234, 234 } },
+        { 240, 700, {} },
+        { 241, 241, PixelSize { 234, 234 } },
         { 3024, 3024, PixelSize { 234, 234 } },
         { 4032, 3024, PixelSize { 312, 234 } },
         { 480, 1439, PixelSize { 234, 702 } },
