@@ -1,5 +1,6 @@
 #include "phone/control/answers.h"
 #include "phone/control/request_rows.h"
+#include "phone/control/value_json.h"
 #include "phone/springboard/home/home_screen.h"
 #include "platform/foundation/files.h"
 #include "platform/screen/framework.h"
@@ -12,10 +13,10 @@ using namespace platform;
 
 namespace {
 
-/// "describe": the views as text.
+/// "describe": the views as text, and as they are found by their names.
 Json describeScreen(const Json&)
 {
-    return { { "ok", true }, { "screen", descriptionOfScreen() } };
+    return { { "ok", true }, { "screen", descriptionOfScreen() }, { "windows", toJson(elementsOfScreen()) } };
 }
 
 /// "screenshot": into the file "path" of the machine that the phone runs on, "scale" pixels a point.

@@ -34,6 +34,7 @@ void ImageObject::copyTo(ImageObject& other) const
     other.scale = scale;
     other.renderingMode = renderingMode;
     other.isSymbol = isSymbol;
+    other.accessibilityIdentifier = accessibilityIdentifier;
     other.tint = tint;
     other.drawing = drawing;
     other.file = file;
@@ -162,6 +163,7 @@ id imageNamedInBundle(const id&, SEL, const id& name, const id& bundle)
         if (!path || bestScale >= screen)
             continue;
         if (id image = imageFromFile(*path)) {
+            as<ImageObject>(image)->accessibilityIdentifier = name;
             best = std::move(image);
             bestScale = scaleInName(*path);
         }
@@ -179,6 +181,7 @@ id systemImageNamed(const id&, SEL, const id& name)
     constexpr double scale = 3;
     const id image = imageObject(std::move(symbol), size, scale);
     as<ImageObject>(image)->isSymbol = true;
+    as<ImageObject>(image)->accessibilityIdentifier = name;
     return image;
 }
 
@@ -235,6 +238,7 @@ id pngRepresentation(const id& self, SEL)
 constexpr MethodDefinition methods[] {
     method<"CGImage", &itself>(),
     method<"PNGRepresentation", &pngRepresentation>(),
+    getter<"accessibilityIdentifier", &ImageObject::accessibilityIdentifier>(),
     method<"drawAtPoint:", &drawAtPoint>(),
     method<"drawInRect:", &drawInRect>(),
     method<"drawInRect:blendMode:alpha:", &drawInRectBlended>(),
@@ -246,6 +250,7 @@ constexpr MethodDefinition methods[] {
     method<"imageWithTintColor:", &imageWithTintColor>().since(13),
     getter<"renderingMode", &ImageObject::renderingMode>(),
     getter<"scale", &ImageObject::scale>(),
+    setter<"setAccessibilityIdentifier:", &ImageObject::accessibilityIdentifier>(),
     getter<"size", &ImageObject::size>(),
     classMethod<"systemImageNamed:", &systemImageNamed>().since(13),
 };

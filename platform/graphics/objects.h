@@ -50,6 +50,7 @@ public:
     double scale = 1;
     RenderingMode renderingMode = RenderingMode::Automatic;
     bool isSymbol = false;
+    id accessibilityIdentifier {}; ///< the name that it was asked for by, or nil
     id tint {}; ///< the colour that the image brings along, or nil
     std::shared_ptr<const Recording> drawing {};
     std::shared_ptr<const PictureFile> file {};

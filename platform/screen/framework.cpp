@@ -98,6 +98,16 @@ std::string descriptionOfScreen()
     return text ? text->text() : "";
 }
 
+id elementsOfScreen()
+{
+    return send<"elementsOfWindows">(screen());
+}
+
+id viewOnScreenAt(CGPoint point)
+{
+    return send<"viewAt:">(screen(), point);
+}
+
 void touchScreenAt(CGPoint point, TouchKind kind)
 {
     send<"touchAt:phase:", void>(screen(), point, kind);

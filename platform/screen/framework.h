@@ -44,6 +44,12 @@ enum class TouchKind : long { Began = 0, Moved = 1, Ended = 3, Cancelled = 4 };
 std::string pictureOfScreen(double scale);
 /// All windows as text, one view a line.
 std::string descriptionOfScreen();
+/// All windows from the back to the front, laid out: dictionaries with "class", "frame" (on the screen: x, y, width and
+/// height), "visible" (neither it nor what it stands in is hidden), "enabled", and where there are such "role",
+/// "identifier", "label" (or the text that is shown), "value", "picture" (the image's name) and "children".
+id elementsOfScreen();
+/// What a finger there would touch, or nil.
+id viewOnScreenAt(CGPoint point);
 /// A finger on the screen.
 void touchScreenAt(CGPoint point, TouchKind kind);
 void setScreen(CGSize size, double scale);

@@ -2,6 +2,7 @@
 #include "platform/graphics/objects.h"
 #include "platform/uikit/application.h"
 #include "platform/uikit/constraints.h"
+#include "platform/uikit/elements.h"
 #include "platform/uikit/feedback_generators.h"
 #include "platform/uikit/gestures.h"
 #include "platform/uikit/layers.h"
@@ -26,6 +27,16 @@ id descriptionOfWindows(const id&, SEL)
     return string(describeScreen());
 }
 
+id elements(const id&, SEL)
+{
+    return elementsOfWindows();
+}
+
+id viewAt(const id&, SEL, CGPoint point)
+{
+    return viewOfWindowsAt(point);
+}
+
 void touchAt(const id&, SEL, CGPoint point, NSInteger phase)
 {
     touchScreen(point, static_cast<TouchPhase>(phase));
@@ -46,10 +57,12 @@ void setInterfaceStyle(const id&, SEL, NSInteger style)
 
 constexpr MethodDefinition screenFunctions[] {
     classMethod<"descriptionOfWindows", &descriptionOfWindows>(),
+    classMethod<"elementsOfWindows", &elements>(),
     classMethod<"pictureAtScale:", &pictureAtScale>(),
     classMethod<"setInterfaceStyle:", &setInterfaceStyle>(),
     classMethod<"setSize:scale:", &setSize>(),
     classMethod<"touchAt:phase:", &touchAt>(),
+    classMethod<"viewAt:", &viewAt>(),
 };
 
 const ClassDefinition UIScreenFunctions_class { .name = "UIScreenFunctions", .methods = screenFunctions };

@@ -4,6 +4,7 @@
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 #include "platform/uikit/application.h"
+#include "platform/uikit/elements.h"
 #include "platform/uikit/gestures.h"
 #include "platform/uikit/layout.h"
 #include "platform/uikit/views.h"
@@ -35,17 +36,11 @@ NSUInteger tapCountOf(CGPoint point)
     return count;
 }
 
-/// The frontmost window that has something at the point.
 void hit(CGPoint point, TouchObject& touch)
 {
-    const auto windows = allWindows();
-    for (auto window = windows.rbegin(); window != windows.rend(); ++window) {
-        const CGPoint inWindow { point.x - (*window)->frame().origin.x, point.y - (*window)->frame().origin.y };
-        if (auto* const view = asViewObject(send<"hitTest:withEvent:">(*window, inWindow, nil))) {
-            touch.view = Ref<ViewObject>(view);
-            touch.window = *window;
-            return;
-        }
+    if (auto* const view = asViewObject(viewOfWindowsAt(point))) {
+        touch.view = Ref<ViewObject>(view);
+        touch.window = Ref<WindowObject>(view->window());
     }
 }
 

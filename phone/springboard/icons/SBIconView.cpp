@@ -237,6 +237,22 @@ void handleTap(const id& self, SEL)
     send<"_launchFromIconView:", void>(send<"sharedInstance">(id(classNamed<"SBIconController">())), self);
 }
 
+id accessibilityIdentifier(const id& self, SEL)
+{
+    return askObject<"leafIdentifier">(fieldsIn(self).icon);
+}
+
+id accessibilityLabel(const id& self, SEL)
+{
+    return askObject<"displayName">(fieldsIn(self).icon);
+}
+
+/// What stands on the badge.
+id accessibilityValue(const id& self, SEL)
+{
+    return askObject<"text">(fieldsIn(self).badgeView);
+}
+
 constexpr MethodDefinition methods[] {
     method<"_handleTap", &handleTap>(),
     getter<"_iconImageView", &IconViewFields::iconImageView>(),
@@ -244,6 +260,9 @@ constexpr MethodDefinition methods[] {
     method<"_updateIconImageView", &updateImageView>(),
     method<"_updateLabel", &updateLabel>(),
     method<"_updateLabelAccessoryView", &updateAccessory>(),
+    method<"accessibilityIdentifier", &accessibilityIdentifier>(),
+    method<"accessibilityLabel", &accessibilityLabel>(),
+    method<"accessibilityValue", &accessibilityValue>(),
     method<"applicationBundleID", &applicationIdentifier>().until(12),
     method<"applicationBundleIdentifier", &applicationIdentifier>().since(13),
     method<"currentLabelAccessoryType", &currentLabelAccessoryType>(),
