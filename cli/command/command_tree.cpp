@@ -11,7 +11,7 @@ namespace cli {
 namespace {
 
 constexpr const VerbRows* tables[] { &planVerbs, &lifeVerbs, &phoneListVerbs, &launchVerbs, &switcherVerbs,
-    &screenVerbs, &searchVerbs, &deviceVerbs, &notificationVerbs, &iconVerbs, &storeVerbs, &recordVerbs,
+    &screenVerbs, &fingerVerbs, &searchVerbs, &deviceVerbs, &notificationVerbs, &iconVerbs, &storeVerbs, &recordVerbs,
     &nameAndBadgeVerbs, &alertVerbs, &operationVerbs, &permissionVerbs, &bundleVerbs, &customIconVerbs, &policyVerbs,
     &featureVerbs, &wholeSetVerbs, &profileVerbs, &historyVerbs, &explainVerbs, &completionVerbs };
 

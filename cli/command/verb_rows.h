@@ -44,6 +44,7 @@ extern const VerbRows customIconVerbs;
 extern const VerbRows deviceVerbs;
 extern const VerbRows explainVerbs;
 extern const VerbRows featureVerbs;
+extern const VerbRows fingerVerbs;
 extern const VerbRows historyVerbs;
 extern const VerbRows iconVerbs;
 extern const VerbRows launchVerbs;

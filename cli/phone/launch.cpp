@@ -37,34 +37,6 @@ std::string joined(const Json& texts)
     return list;
 }
 
-/// What became of an attempt to open something, in sentences.
-std::string describeLaunch(const Json& report, const std::string& wanted)
-{
-    std::ostringstream out;
-    if (!report["opened"].empty())
-        out << "Opened " << joined(report["opened"]) << ".";
-    else if (!report["background"].empty())
-        out << "Opened " << joined(report["background"]) << " in the background.";
-    else
-        out << wanted << " didn't open.";
-    for (const Json& declined : report["declined"]) {
-        out << " The workspace declined";
-        if (declined["reason"].is_string())
-            out << ": \"" << declined["reason"].get<std::string>() << "\"";
-        out << ".";
-    }
-    for (const Json& prompt : report["prompts"])
-        out << " A prompt of " << prompt.value("process", "") << " is up (\"" << prompt.value("reason", "") << "\").";
-    out << whyText(report);
-    if (isVerbose() && report["stoppedAt"].is_string())
-        out << " Stopped at " << report["stoppedAt"].get<std::string>() << ".";
-    if (isVerbose() || !report["haptics"].empty())
-        out << " Haptics: " << (report["haptics"].empty() ? "none" : joined(report["haptics"])) << ".";
-    for (const Json& note : report["notes"])
-        out << " " << note.get<std::string>() << ".";
-    return out.str();
-}
-
 std::string_view describeAnswer(std::string_view answer)
 {
     if (answer == "yes")
@@ -246,6 +218,33 @@ constexpr VerbRow rows[] {
 } // namespace
 
 extern const VerbRows launchVerbs { rows };
+
+std::string describeLaunch(const Json& report, const std::string& wanted)
+{
+    std::ostringstream out;
+    if (!report["opened"].empty())
+        out << "Opened " << joined(report["opened"]) << ".";
+    else if (!report["background"].empty())
+        out << "Opened " << joined(report["background"]) << " in the background.";
+    else
+        out << wanted << " didn't open.";
+    for (const Json& declined : report["declined"]) {
+        out << " The workspace declined";
+        if (declined["reason"].is_string())
+            out << ": \"" << declined["reason"].get<std::string>() << "\"";
+        out << ".";
+    }
+    for (const Json& prompt : report["prompts"])
+        out << " A prompt of " << prompt.value("process", "") << " is up (\"" << prompt.value("reason", "") << "\").";
+    out << whyText(report);
+    if (isVerbose() && report["stoppedAt"].is_string())
+        out << " Stopped at " << report["stoppedAt"].get<std::string>() << ".";
+    if (isVerbose() || !report["haptics"].empty())
+        out << " Haptics: " << (report["haptics"].empty() ? "none" : joined(report["haptics"])) << ".";
+    for (const Json& note : report["notes"])
+        out << " " << note.get<std::string>() << ".";
+    return out.str();
+}
 
 ExitStatus openByRoad(
     const phone::PhoneDirectory& directory, const std::string& road, const std::vector<std::string>& identifiers)

@@ -48,6 +48,7 @@ extern const RequestRows authenticationRequests;
 extern const RequestRows customIconRequests;
 extern const RequestRows deviceRequests;
 extern const RequestRows exitRequests;
+extern const RequestRows fingerRequests;
 extern const RequestRows iconRenderingRequests;
 extern const RequestRows iconRequests;
 extern const RequestRows launchRequests;

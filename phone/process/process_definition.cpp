@@ -53,7 +53,7 @@ void openThroughSpringBoard()
 }
 
 constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &alertRequests,
-    &authenticationRequests, &customIconRequests, &deviceRequests, &exitRequests, &iconRequests, &launchRequests,
+    &authenticationRequests, &customIconRequests, &deviceRequests, &exitRequests, &fingerRequests, &iconRequests, &launchRequests,
     &iconRenderingRequests, &nameAndBadgeRequests, &notificationRequests, &operationRequests, &permissionRequests,
     &recordRequests, &screenRequests, &screenPictureRequests, &storeRequests, &switcherRequests, &transitionRequests };
 constexpr const RequestRows* searchRequestTables[] { &searchStatusRequests, &authenticationRequests,

@@ -1,13 +1,16 @@
 #include "phone/springboard/roads.h"
 
 #include "phone/springboard/applications/applications.h"
+#include "phone/springboard/home/home_screen.h"
 #include "phone/springboard/workspace/transitions.h"
 #include "phone/system/journal.h"
 #include "phone/system/text.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
+#include "platform/screen/framework.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace phone {
 
@@ -28,9 +31,30 @@ id iconViewFor(const std::string& identifier)
     return view;
 }
 
+/// Of the icon that is drawn; empty where none is, or something else lies over it.
+std::optional<CGPoint> placeForFinger(const std::string& identifier)
+{
+    const id view = iconViewOf(identifier);
+    const id picture = askObject<"_iconImageView">(view);
+    if (!picture)
+        return std::nullopt;
+    const CGRect frame = send<"convertRect:toView:", CGRect>(picture, send<"bounds", CGRect>(picture), nil);
+    const CGPoint middle { frame.origin.x + frame.size.width / 2, frame.origin.y + frame.size.height / 2 };
+    const id touched = viewOnScreenAt(middle);
+    return touched && send<"isDescendantOfView:", bool>(touched, view) ? std::optional(middle) : std::nullopt;
+}
+
+/// By a finger where one reaches the icon; what stands on another page, in a folder or behind an application is tapped
+/// without one.
 void tap(const std::vector<std::string>& identifiers)
 {
-    send<"_handleTap", void>(iconViewFor(identifiers.front()));
+    const auto place = placeForFinger(identifiers.front());
+    if (!place) {
+        send<"_handleTap", void>(iconViewFor(identifiers.front()));
+        return;
+    }
+    touchScreenAt(*place, TouchKind::Began);
+    touchScreenAt(*place, TouchKind::Ended);
 }
 
 void selectQuickAction(const std::vector<std::string>& identifiers)

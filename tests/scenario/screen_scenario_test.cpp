@@ -8,7 +8,10 @@
 
 namespace {
 
+using scenario::Json;
 using scenario::Phone;
+
+constexpr const char* notes = "com.example.notes";
 
 TEST(ScreenScenario, TheScreenIsWrittenAsAPictureAndAsText)
 {
@@ -33,6 +36,58 @@ TEST(ScreenScenario, TheScreenIsWrittenAsAPictureAndAsText)
     EXPECT_EQ(phone.run({ "phone", "screenshot", file, "--scale", "0" }).status, 2);
     phone.answer({ "phone", "down" });
     EXPECT_EQ(phone.run({ "phone", "describe" }).status, 1);
+}
+
+TEST(FingerScenario, AnIconIsTouchedByItsNameItsIdentifierOrItsPlace)
+{
+    const Phone phone;
+    phone.answer({ "phone", "up" });
+    const auto icon = [](const Json& elements, const auto& self) -> Json {
+        for (const Json& element : elements) {
+            if (element.value("identifier", "") == notes)
+                return element;
+            if (element.contains("children"))
+                if (Json found = self(element["children"], self); !found.is_null())
+                    return found;
+        }
+        return nullptr;
+    };
+    const Json scribbles = icon(phone.answer({ "phone", "describe" })["windows"], icon);
+    ASSERT_TRUE(scribbles.is_object());
+    EXPECT_EQ(scribbles["label"], "Scribbles");
+    EXPECT_EQ(scribbles["role"], "button");
+    const auto middle = [&scribbles](int side) {
+        return std::to_string(
+            static_cast<int>(scribbles["frame"][side].get<double>() + scribbles["frame"][side + 2].get<double>() / 2));
+    };
+    for (const std::string& place :
+        { std::string("Scribbles"), std::string("scribb"), std::string(notes), middle(0) + "," + middle(1) }) {
+        const Json report = phone.answer({ "phone", "touch", place });
+        EXPECT_EQ(report["touched"]["label"], "Scribbles") << place;
+        EXPECT_EQ(report["opened"], Json::array({ notes })) << place;
+        EXPECT_EQ(report["front"], notes) << place;
+        phone.answer({ "phone", "home" });
+    }
+    phone.answer({ "policy", "block", notes });
+    EXPECT_EQ(phone.answer({ "phone", "touch", "Scribbles" })["opened"], Json::array());
+
+    for (const char* const place : { "Nonsense", "400,10", "nan,nan", "1,2,3", "e" })
+        EXPECT_EQ(phone.run({ "phone", "touch", place }).status, 1) << place;
+}
+
+TEST(FingerScenario, WhatIsNoTapOpensNothing)
+{
+    const Phone phone;
+    phone.answer({ "phone", "up" });
+    for (const char* const to : { "up", "Settings" })
+        EXPECT_EQ(phone.answer({ "phone", "swipe", "Scribbles", to })["opened"], Json::array()) << to;
+    EXPECT_EQ(phone.answer({ "phone", "drag", "Scribbles", "left", "--speed", "500", "--hold", "0" })["opened"],
+        Json::array());
+    EXPECT_EQ(phone.answer({ "phone", "wait", "--for", "Scribbles" })["ok"], true);
+    EXPECT_EQ(phone.run({ "phone", "wait", "--for", "Nonsense", "--within", "0.1" }).status, 1);
+    EXPECT_EQ(phone.run({ "phone", "wait", "--for", "Scribbles", "--gone", "--within", "0" }).status, 1);
+    phone.answer({ "phone", "touch", "Utilities" });
+    EXPECT_EQ(phone.answer({ "phone", "wait", "--for", "Clock" })["ok"], true) << "in the open folder";
 }
 
 } // namespace
