@@ -264,7 +264,7 @@ ExitStatus explainPurchases(const phone::PhoneDirectory& directory, const Explai
         return answerLines(policies, explainPurchaseLine);
     const std::vector<std::string> identifiers(options.purchases.begin(), options.purchases.end());
     return answerRoads(storeRoads(), options.road.empty() ? nullptr : storeRoad(options.road), options,
-        { { "identifiers", identifiers } }, [&](const StoreRoadTraits& road) {
+        { { "applications", identifiers } }, [&](const StoreRoadTraits& road) {
             std::vector<RoadAnswer> answers;
             for (const ExplainedPurchase& explained : explainOn(road, identifiers, policies))
                 answers.push_back({ describePurchaseVerdict(explained), purchaseVerdictObject(explained) });
@@ -284,7 +284,7 @@ Action explaining(Arguments& arguments, const std::shared_ptr<ExplainOptions>& o
 Action launch(Arguments& arguments)
 {
     const auto options = std::make_shared<ExplainOptions>();
-    arguments.add("ID", options->destination, "bundle identifier");
+    arguments.add("ID", options->destination, "bundle identifier").example("com.example.notes");
     arguments.add("--road", options->road, "one road: \"tap\", or \"SBIconView _handleTap\"");
     arguments.add("--bypass", options->bypass, "the application that has just been authenticated").shownAs("ID");
     return explaining(arguments, options, explainLaunches);
@@ -293,7 +293,7 @@ Action launch(Arguments& arguments)
 Action notification(Arguments& arguments)
 {
     const auto options = std::make_shared<ExplainOptions>();
-    arguments.add("ID", options->destination, "bundle identifier");
+    arguments.add("ID", options->destination, "bundle identifier").example("com.example.notes");
     arguments.add("--road", options->road, "one road: \"bulletin\", or \"BBServer publishBulletin:destinations:\"");
     return explaining(arguments, options, explainNotifications);
 }
@@ -301,7 +301,9 @@ Action notification(Arguments& arguments)
 Action redirect(Arguments& arguments)
 {
     const auto options = std::make_shared<ExplainOptions>();
-    arguments.add("--to", options->destination, "bundle identifier of the application to open").shownAs("ID");
+    arguments.add("--to", options->destination, "bundle identifier of the application to open")
+        .shownAs("ID")
+        .example("com.example.mail");
     addTransitionOptions(arguments, options->transition);
     arguments.add("--since-launch", options->secondsSinceLaunch, "seconds since the source was launched")
         .shownAs("SECONDS");
@@ -311,7 +313,8 @@ Action redirect(Arguments& arguments)
 Action purchases(Arguments& arguments)
 {
     const auto options = std::make_shared<ExplainOptions>();
-    arguments.add("ID", options->purchases, "bundle identifiers of what is bought at once");
+    arguments.add("ID", options->purchases, "bundle identifiers of what is bought at once")
+        .example("com.example.notes");
     arguments.add("--road", options->road, "one road: \"jobs\", or \"ASDApp isUpdateAvailable\"");
     return explaining(arguments, options, explainPurchases);
 }

@@ -108,7 +108,7 @@ Json notificationVerdictObject(const ExplainedNotification& explained)
     if (!explained.error.empty())
         return { { "error", explained.error } };
     return { { "outcome", outcomeName(explained.verdict.outcome) },
-        { "bundleIdentifier", explained.identifier.empty() ? Json(nullptr) : Json(explained.identifier) },
+        { "application", explained.identifier.empty() ? Json(nullptr) : Json(explained.identifier) },
         { "rule", explained.verdict.key.empty() ? Json(nullptr) : Json(explained.verdict.key) } };
 }
 

@@ -29,7 +29,7 @@ struct ExplainedNotification {
 /// "section", what the caller names. What is null, absent or no text tells nothing, as on the phone.
 ExplainedNotification explainNotification(const nlohmann::json& record, const ExplainPolicies& policies);
 
-/// {"outcome", "bundleIdentifier", "rule"}, or {"error"}.
+/// {"outcome", "application", "rule"}, or {"error"}.
 nlohmann::json notificationVerdictObject(const ExplainedNotification& explained);
 
 /// One line for people.

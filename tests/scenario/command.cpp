@@ -1,5 +1,7 @@
 #include "scenario/command.h"
 
+#include "scenario/json_vocabulary.h"
+
 #include <array>
 #include <fcntl.h>
 #include <filesystem>
@@ -29,37 +31,6 @@ void readAll(int output, int errors, Outcome& outcome)
                 pipe.fd = -1;
         }
     }
-}
-
-/// What every answer is: the vocabulary of docs/json.md.
-std::string problemOfAnswer(const Json& object, int status)
-{
-    struct Field {
-        const char* key;
-        bool (*isRight)(const Json& value);
-    };
-    const auto isText = [](const Json& value) { return value.is_string(); };
-    const auto isTextOrNull = [](const Json& value) { return value.is_string() || value.is_null(); };
-    const auto isList = [](const Json& value) { return value.is_array(); };
-    const Field fields[] { { "application", isTextOrNull }, { "rule", isTextOrNull }, { "why", isText },
-        { "error", isText }, { "warnings", isList }, { "changed", isList }, { "notifications", isList },
-        { "posted", [](const Json& value) { return value.is_boolean(); } },
-        { "change", [](const Json& value) { return value.is_null() || value.is_number_unsigned(); } },
-        { "until", [](const Json& value) { return value.is_number() && value > 1e9; } } };
-    if (object.value("version", Json()) != 1)
-        return "version";
-    if (object.value("ok", Json()) != (status == 0))
-        return "ok";
-    if (status != 0 && object.value("status", Json(status)) != status)
-        return "status";
-    for (const Field& field : fields)
-        if (object.contains(field.key) && !field.isRight(object[field.key]))
-            return field.key;
-    for (const Json& change : object.value("changed", Json::array()))
-        if ((change.contains("key") ? 1 : 0) + (change.contains("file") ? 1 : 0) != 1 || !change.contains("before")
-            || !change.contains("after"))
-            return "changed";
-    return object.contains("bundleIdentifier") && !object.contains("steps") ? "bundleIdentifier" : "";
 }
 
 } // namespace

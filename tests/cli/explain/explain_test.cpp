@@ -228,7 +228,7 @@ TEST_F(Explain, AnswersANotificationRoadByRoad)
         if (verdict.contains("error"))
             return verdict["error"].get<std::string>();
         std::string text = verdict["outcome"].get<std::string>();
-        for (const char* const key : { "bundleIdentifier", "rule" })
+        for (const char* const key : { "application", "rule" })
             text += " " + (verdict[key].is_string() ? verdict[key].get<std::string>() : "-");
         return text;
     };
