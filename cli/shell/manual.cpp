@@ -30,8 +30,8 @@ std::string plain(std::string_view text)
 std::string title(std::string_view name, int section, std::string_view what)
 {
     return ".TH " + plain(name) + " " + std::to_string(section)
-        + " \"\" \"AppLedger " APPLEDGER_VERSION "\" \"AppLedger\"\n.SH NAME\n" + plain(name) + " \\- " + plain(what)
-        + "\n";
+        + " " APPLEDGER_VERSION_DATE " \"AppLedger " APPLEDGER_VERSION "\" \"AppLedger\"\n.SH NAME\n" + plain(name)
+        + " \\- " + plain(what) + "\n";
 }
 
 std::string usageOf(const VerbDetails& verb)
@@ -99,7 +99,8 @@ std::string policyManual()
     for (const Feature* const feature : features())
         page += ".TP\n\\fBappledger " + plain(feature->onVerb) + "\\fR, \\fBappledger " + plain(feature->offVerb)
             + "\\fR\n" + plain(feature->onDescription) + " (" + plain(feature->key) + ").\n";
-    page += ".SH KEYS\n";
+    page += ".PP\nWhat \\fBpolicy hide\\fR has hidden, \\fBpolicy unhide\\fR has back: \\fBpolicy show\\fR changes "
+            "nothing, it tells what holds for an application.\n.SH KEYS\n";
     for (const PreferenceKey& key : preferenceKeys()) {
         page += ".TP\n\\fB" + plain(key.name) + "\\fR" + (key.isPrefix ? "\\fIidentifier\\fR" : "") + "\n"
             + plain(keyText(key)) + ". It takes " + plain(allowedValues(key)) + "; the default is "
