@@ -28,6 +28,10 @@ public:
     bool canUndo() const noexcept { return !undo_.empty(); }
     bool canRedo() const noexcept { return !redo_.empty(); }
 
+    using Profiles = std::map<std::string, State>;
+    const Profiles& profiles() const noexcept { return profiles_; }
+    void save(const std::string& name) { profiles_[name] = state_; }
+
     void undo()
     {
         redo_.push_back(state_);
@@ -46,6 +50,7 @@ private:
     State state_;
     std::vector<State> undo_;
     std::vector<State> redo_;
+    Profiles profiles_;
 };
 
 } // namespace cli

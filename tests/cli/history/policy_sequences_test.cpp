@@ -4,6 +4,7 @@
 #include "cli/history/policy_session.h"
 #include "cli/policy/policy_set.h"
 #include "cli/policy/policy_set_file.h"
+#include "cli/policy/profiles.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -25,6 +26,7 @@ using State = PolicyModel::State;
 constexpr const char* applications[] { "com.example.a", "com.example.b", "com.example.c", "d" };
 constexpr const char* lists[] { "ALBlockedLaunchApps", "ALHiddenApps", "CustomBlockedApplications/d" };
 constexpr const char* flags[] { "ALImmortalEnabled", "IsBlockedFromBeingLaunched/com.example.a" };
+constexpr const char* profileNames[] { "day", "night" };
 constexpr const char* mute = "mute";
 constexpr const char* brightness = "brightness";
 constexpr const char* badges = "ALCustomBadges";
@@ -57,6 +59,14 @@ State stateOfDevice()
     if (!values.brightness().is_null())
         state[brightness] = values.brightness();
     return normal(state);
+}
+
+Json setOfState(const State& state)
+{
+    Json set = emptySet();
+    for (const auto& [key, value] : state)
+        (key == mute || key == brightness ? set[key] : set["domain"][key]) = value;
+    return set;
 }
 
 State stateOfSet(const Json& set)
@@ -105,6 +115,7 @@ public:
             else
                 runWhole(step);
             EXPECT_EQ(stateOfDevice(), normal(model_.state()));
+            EXPECT_EQ(profilesOfDevice(), model_.profiles());
         }
     }
 
@@ -128,6 +139,16 @@ private:
         length_ = lengthOfHistory();
     }
 
+    PolicyModel::Profiles profilesOfDevice() const
+    {
+        std::string problem;
+        PolicyModel::Profiles profiles;
+        for (const auto& [name, set] : readProfiles(*directory_, problem))
+            profiles[name] = stateOfSet(set);
+        EXPECT_EQ(problem, "");
+        return profiles;
+    }
+
     std::size_t lengthOfHistory() const
     {
         std::string problem;
@@ -146,11 +167,11 @@ private:
         session();
         PolicyModel after = model_;
         step.inModel(after);
-        const bool isWhole = stateOfDevice() == normal(after.state());
+        const bool isWhole = stateOfDevice() == normal(after.state()) && profilesOfDevice() == after.profiles();
         EXPECT_TRUE(isWhole || isKilled);
         // Where both states are the same, the history says which it is.
         const bool isKept = lengthOfHistory() > length_;
-        if (isWhole && (isKept || after.state() != model_.state()))
+        if (isWhole && (isKept || after.state() != model_.state() || after.profiles() != model_.profiles()))
             model_ = std::move(after);
         length_ = lengthOfHistory();
     }
@@ -276,15 +297,39 @@ private:
             } };
     }
 
+    Step save(const std::string& name)
+    {
+        return { "profile save " + name, [name](PolicyModel& model) { model.save(name); },
+            [this, name](PolicySession& session) {
+                std::string problem;
+                auto profiles = readProfiles(*directory_, problem);
+                profiles[name] = policySetOf(session.values());
+                EXPECT_EQ(problem + writeProfiles(*directory_, profiles), "");
+            } };
+    }
+
+    Step use(const std::string& name)
+    {
+        return { "profile use " + name, [name](PolicyModel& model) { model.change(normal(model.profiles().at(name))); },
+            [this, name](PolicySession& session) {
+                std::string problem;
+                wantSet(session, readProfiles(*directory_, problem).at(name), SetMode::Replace);
+                EXPECT_TRUE(session.commit({ .verb = "profile use" }).isDone());
+            } };
+    }
+
+    Step switchProfile()
+    {
+        const std::string name = oneOf(profileNames);
+        return model_.profiles().contains(name) && pick(3) != 0 ? use(name) : save(name);
+    }
+
     Step nextStep()
     {
         if (pick(4) == 0) {
-            Json set = emptySet();
-            for (const auto& [key, value] : model_.state())
-                (key == mute || key == brightness ? set[key] : set["domain"][key]) = value;
-            exported_.push_back(set);
+            exported_.push_back(setOfState(model_.state()));
         }
-        switch (pick(12)) {
+        switch (pick(14)) {
         case 0:
         case 1:
         case 2:
@@ -304,6 +349,9 @@ private:
             return again();
         case 10:
             return reset();
+        case 11:
+        case 12:
+            return switchProfile();
         default:
             if (exported_.empty())
                 return edit("color", "RunningIndicatorColor", "#112233");
@@ -332,7 +380,7 @@ unsigned numberFrom(const char* variable, unsigned otherwise)
 // APPLEDGER_SEQUENCES and APPLEDGER_SEED try more, and others.
 TEST(PolicySequences, AreWhatASimpleModelSaysAlsoWithAKillBetweenAnyTwoSteps)
 {
-    const unsigned count = numberFrom("APPLEDGER_SEQUENCES", 60);
+    const unsigned count = numberFrom("APPLEDGER_SEQUENCES", 200);
     const unsigned seed = numberFrom("APPLEDGER_SEED", 20261);
     for (unsigned index = 0; index < count && !HasFailure(); ++index) {
         SCOPED_TRACE("seed " + std::to_string(seed + index));

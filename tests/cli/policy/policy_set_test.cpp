@@ -71,6 +71,18 @@ TEST(PolicySetFile, HostileFilesAreRefusedWholeWithTheLine)
     }
 }
 
+TEST(PolicySetFile, OneThatIsNestedWithoutEndIsRefusedSoon)
+{
+    std::string xml = "<plist>";
+    std::string json;
+    for (int depth = 0; depth < 300'000; ++depth) {
+        xml += "<array>";
+        json += "[\n";
+    }
+    for (const std::string& bytes : { xml, json, "{\"domain\":" + json, "\"" + json })
+        EXPECT_NE(setFromBytes(bytes).problem, "") << bytes.substr(0, 20);
+}
+
 TEST(PolicySetFile, OneThatIsTooLargeIsNotRead)
 {
     const std::string path = testing::TempDir() + "large-" + std::to_string(::getpid());
