@@ -2,6 +2,7 @@
 
 #include "platform/foundation/device_path.h"
 #include "platform/foundation/directory_tree.h"
+#include "platform/foundation/move_file.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -170,6 +171,17 @@ int removeTree(std::string_view path)
     if (!entry.directory)
         return entry.error == ENOENT ? 0 : entry.error;
     return detail::removeTree(entry.directory.get(), entry.name.c_str(), detail::EntryKind::Unknown);
+}
+
+int moveFile(std::string_view from, std::string_view to)
+{
+    const detail::Entry former = detail::openEntry(from);
+    const detail::Entry later = detail::openEntry(to);
+    if (!former.directory || !later.directory)
+        return former.directory ? later.error : former.error;
+    const int result = ::renameat2(
+        former.directory.get(), former.name.c_str(), later.directory.get(), later.name.c_str(), RENAME_NOREPLACE);
+    return result == 0 ? 0 : errno;
 }
 
 std::vector<std::string> directoryEntries(std::string_view path)

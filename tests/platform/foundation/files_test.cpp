@@ -2,6 +2,7 @@
 
 #include "platform/foundation/device_path.h"
 #include "platform/foundation/device_root.h"
+#include "platform/foundation/move_file.h"
 
 #include <atomic>
 #include <csignal>
@@ -223,6 +224,24 @@ TEST(Files, ATreeIsRemovedBeneathTheRootAlone)
     EXPECT_TRUE(std::filesystem::exists(elsewhere + "/app/precious"));
     EXPECT_EQ(removeTree("/var/app"), 0);
     EXPECT_EQ(removeTree("/.."), EINVAL);
+}
+
+TEST(Files, AreMovedWholeBeneathTheRootAndOverNothing)
+{
+    const DeviceRoot device;
+    device.put("/from/tree/deep/file", "x");
+    device.put("/to/there", "y");
+    EXPECT_EQ(moveFile("/from/tree", "/to/there"), EEXIST);
+    EXPECT_EQ(device.get("/to/there"), "y");
+    EXPECT_EQ(moveFile("/from/tree", "/nowhere/tree"), ENOENT);
+    EXPECT_EQ(moveFile("/from/nothing", "/to/nothing"), ENOENT);
+    EXPECT_EQ(moveFile("/from/tree", "/../../to/tree"), 0);
+    EXPECT_EQ(device.get("/to/tree/deep/file"), "x");
+    EXPECT_FALSE(fileExists("/from/tree"));
+    device.link("/to/there", "/from/link");
+    EXPECT_EQ(moveFile("/from/link", "/to/link"), 0);
+    EXPECT_TRUE(std::filesystem::is_symlink(device.at("/to/link")));
+    EXPECT_EQ(device.get("/to/there"), "y");
 }
 
 TEST(Files, DirectoriesAreMadeListedAndRemoved)
