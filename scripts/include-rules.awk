@@ -27,7 +27,7 @@ BEGIN {
     below["phone/corelocation"] = below["phone/tcc"] = ground " phone/device"
     below["phone/iconservices"] = below["phone/installcoordination"] = ground " phone/launchservices"
     below["phone/launchservices"] = ground " phone/device phone/frontboard"
-    below["phone/appstoredaemon"] = ground " phone/launchservices"
+    below["phone/appstoredaemon"] = ground " phone/device phone/launchservices"
     below["phone/search"] = ground " phone/iconservices phone/launchservices"
     below["phone/storekitui"] = ground " phone/appstoredaemon"
     below["phone/springboard"] = ground " phone/backboard phone/device phone/frontboard phone/iconservices" \

@@ -11,9 +11,9 @@ namespace cli {
 namespace {
 
 constexpr const VerbRows* tables[] { &planVerbs, &lifeVerbs, &phoneListVerbs, &launchVerbs, &switcherVerbs,
-    &screenVerbs, &fingerVerbs, &searchVerbs, &deviceVerbs, &notificationVerbs, &iconVerbs, &storeVerbs, &recordVerbs,
-    &nameAndBadgeVerbs, &alertVerbs, &operationVerbs, &permissionVerbs, &bundleVerbs, &customIconVerbs, &policyVerbs,
-    &featureVerbs, &wholeSetVerbs, &profileVerbs, &historyVerbs, &explainVerbs, &completionVerbs };
+    &screenVerbs, &fingerVerbs, &searchVerbs, &deviceVerbs, &notificationVerbs, &iconVerbs, &installVerbs, &storeVerbs,
+    &recordVerbs, &nameAndBadgeVerbs, &alertVerbs, &operationVerbs, &permissionVerbs, &bundleVerbs, &customIconVerbs,
+    &policyVerbs, &featureVerbs, &wholeSetVerbs, &profileVerbs, &historyVerbs, &explainVerbs, &completionVerbs };
 
 constexpr VerbGroup groups[] {
     { "phone", "run a phone and use it" },

@@ -47,6 +47,7 @@ extern const VerbRows featureVerbs;
 extern const VerbRows fingerVerbs;
 extern const VerbRows historyVerbs;
 extern const VerbRows iconVerbs;
+extern const VerbRows installVerbs;
 extern const VerbRows launchVerbs;
 extern const VerbRows lifeVerbs;
 extern const VerbRows nameAndBadgeVerbs;

@@ -19,11 +19,26 @@ std::string nameOf(const id& item)
     return "something without an identifier";
 }
 
+std::function<Delivery(const std::string&)>& storeDelivery()
+{
+    static auto* const delivery = new std::function<Delivery(const std::string&)>;
+    return *delivery;
+}
+
 } // namespace
+
+void setStoreDelivery(std::function<Delivery(const std::string& bundleIdentifier)> delivery)
+{
+    storeDelivery() = std::move(delivery);
+}
 
 void installOrderedItem(const id& item)
 {
-    journal(JournalEvent::Installed, nameOf(item));
+    const std::string name = nameOf(item);
+    const Delivery delivered = storeDelivery() ? storeDelivery()(name) : Delivery {};
+    journal(JournalEvent::Installed, name, delivered.version);
+    if (!delivered.problem.empty())
+        journal(JournalEvent::Note, name + " isn't installed: " + delivered.problem);
 }
 
 void installOrdered(const id& items)

@@ -1,5 +1,6 @@
 #include "phone/appstoredaemon/store_roads.h"
 
+#include "phone/appstoredaemon/delivery.h"
 #include "phone/launchservices/installed_applications.h"
 #include "phone/system/journal.h"
 #include "platform/foundation/block.h"
@@ -117,15 +118,6 @@ constexpr StoreRoad roads[] {
     { "purchases", "SKUIItemStateCenter _performPurchases:hasBundlePurchase:withClientContext:completionBlock:",
         "AppStore", performPurchases },
 };
-
-/// "1.4" gives "1.5".
-std::string versionAfter(const std::string& version)
-{
-    const std::size_t start = version.find_last_not_of("0123456789") + 1;
-    if (start == version.size() || version.size() - start > 9)
-        return version + ".1";
-    return version.substr(0, start) + std::to_string(std::stoul(version.substr(start)) + 1);
-}
 
 id storesViewOf(const InstalledApplication& application)
 {

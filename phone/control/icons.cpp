@@ -1,9 +1,17 @@
 #include "phone/control/answers.h"
 #include "phone/control/request_rows.h"
+#include "phone/launchservices/installed_applications.h"
+#include "phone/springboard/applications/applications.h"
 #include "phone/springboard/icons/icon_list.h"
 #include "phone/springboard/icons/removal.h"
+#include "phone/system/text.h"
+#include "platform/foundation/url.h"
+#include "platform/foundation/values.h"
+#include "platform/runtime/message.h"
 
 namespace phone {
+
+using namespace platform;
 
 namespace {
 
@@ -32,8 +40,26 @@ Json uninstallApplication(const Json& request)
         { "journal", toJson(entries) } };
 }
 
+/// "install": has the system install the application that is staged at "path", and says which it is.
+Json installApplication(const Json& request)
+{
+    const id workspace = send<"defaultWorkspace">(id(classNamed<"LSApplicationWorkspace">()));
+    const std::string path = text(request, "path");
+    const std::string identifier = applicationInBundle(path).bundleIdentifier;
+    const bool wasThere = static_cast<bool>(applicationNamed(identifier));
+    id error;
+    if (!send<"installApplication:withOptions:error:", bool>(workspace, fileURL(path), nil, &error)) {
+        const auto reason = asString(askObject<"localizedDescription">(error));
+        return failure(reason ? reason->view() : "the application can't be installed");
+    }
+    settle(); // the Home Screen follows
+    return { { "ok", true }, { "application", identifier },
+        { "name", textOf(send<"displayName">(applicationNamed(identifier))) }, { "isUpdate", wasThere } };
+}
+
 constexpr RequestRow rows[] {
     { "icons", listIcons },
+    { "install", installApplication },
     { "uninstall", uninstallApplication },
 };
 

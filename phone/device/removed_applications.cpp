@@ -56,28 +56,76 @@ std::vector<std::string> removeFolders(const std::vector<std::string>& folders)
     return stayed;
 }
 
-/// What has gone needn't be remembered: another application may have a folder of that name some day.
-void forgetFolders(std::string_view bundleIdentifier)
+/// The application's list with others in it and without some. It stays when it is empty: what has such a list doesn't
+/// come with the phone any more.
+WriteOutcome changeFolders(
+    std::string_view bundleIdentifier, const std::vector<std::string>& added, const std::vector<std::string>& dropped)
 {
-    const WriteOutcome outcome = changePropertyListFile(std::string(file), kind,
-        [&](const id& root) { return dictionaryBySetting(root, bundleIdentifier, array(std::vector<id> {})); });
+    return changePropertyListFile(std::string(file), kind, [&](const id& root) {
+        std::vector<std::string> all = textsOf(pairsOf(root)[bundleIdentifier]);
+        std::erase_if(all, [&](const std::string& folder) {
+            return std::ranges::find(dropped, folder) != dropped.end()
+                || std::ranges::find(added, folder) != added.end();
+        });
+        all.insert(all.end(), added.begin(), added.end());
+        return dictionaryBySetting(root, bundleIdentifier, asStrings(all));
+    });
+}
+
+std::string problemOf(const WriteOutcome& outcome)
+{
+    return outcome.isDone() ? "" : outcome.problem;
+}
+
+/// What has gone needn't be remembered: another application may have a folder of that name some day.
+void removeAndForget(std::string_view bundleIdentifier, const std::vector<std::string>& folders)
+{
+    if (!removeFolders(folders).empty())
+        return;
+    const WriteOutcome outcome = changeFolders(bundleIdentifier, {}, folders);
     static_cast<void>(outcome.isDone()); // else the next who finishes removals removes nothing, and tries again
 }
 
 } // namespace
 
+ApplicationsLock::ApplicationsLock(std::chrono::milliseconds patience)
+{
+    error_ = createDirectories("/var/db");
+    if (error_ != 0)
+        return;
+    lock_.emplace("/var/db/applications.lock", patience);
+    error_ = lock_->error();
+}
+
+std::string ApplicationsLock::problem() const
+{
+    if (error_ == ETIMEDOUT)
+        return "another application is being installed or removed";
+    return error_ == 0 ? "" : std::string("/var/db/applications.lock can't be had: ") + std::strerror(error_);
+}
+
+std::string announceFolders(std::string_view bundleIdentifier, const std::vector<std::string>& folders)
+{
+    return problemOf(changeFolders(bundleIdentifier, folders, {}));
+}
+
+std::string exchangeFolders(
+    std::string_view bundleIdentifier, const std::vector<std::string>& folders, const std::vector<std::string>& former)
+{
+    const WriteOutcome outcome = changeFolders(bundleIdentifier, former, folders);
+    if (outcome.isDone() && !former.empty())
+        removeAndForget(bundleIdentifier, former);
+    return problemOf(outcome);
+}
+
+void withdrawFolders(std::string_view bundleIdentifier, const std::vector<std::string>& folders)
+{
+    removeAndForget(bundleIdentifier, folders);
+}
+
 std::string removeForGood(std::string_view bundleIdentifier, const std::vector<std::string>& folders)
 {
-    const WriteOutcome outcome = changePropertyListFile(std::string(file), kind, [&](const id& root) {
-        std::vector<std::string> all = textsOf(pairsOf(root)[bundleIdentifier]);
-        all.insert(all.end(), folders.begin(), folders.end());
-        return dictionaryBySetting(root, bundleIdentifier, asStrings(all));
-    });
-    if (!outcome.isDone())
-        return outcome.problem;
-    if (removeFolders(folders).empty())
-        forgetFolders(bundleIdentifier);
-    return "";
+    return exchangeFolders(bundleIdentifier, {}, folders);
 }
 
 bool wasRemoved(std::string_view bundleIdentifier)
@@ -97,13 +145,17 @@ std::vector<std::string> foldersOfRemovedApplications()
 std::vector<std::string> finishRemovals()
 {
     std::vector<std::string> stayed;
+    const ApplicationsLock lock(std::chrono::milliseconds { 0 });
+    if (!lock.problem().empty())
+        return stayed; // who holds it has folders of its own under way
     for (const auto& [identifier, folders] : pairsOf(dictionaryWithContentsOfFile(file))) {
         const auto text = asString(identifier);
         if (!text || itemsOf(folders).empty())
             continue;
-        std::vector<std::string> left = removeFolders(textsOf(folders));
+        const std::vector<std::string> all = textsOf(folders);
+        std::vector<std::string> left = removeFolders(all);
         if (left.empty())
-            forgetFolders(text->view());
+            static_cast<void>(changeFolders(text->view(), {}, all).isDone());
         stayed.insert(stayed.end(), std::make_move_iterator(left.begin()), std::make_move_iterator(left.end()));
     }
     return stayed;

@@ -1,3 +1,5 @@
+#include "phone/launchservices/installation.h"
+#include "platform/darwin/notify.h"
 #include "platform/foundation/cache.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
@@ -24,7 +26,13 @@ private:
 
 id sharedCache(const id& self, SEL)
 {
-    static NSObject* const cache = send<"new">(self).leak();
+    static NSObject* const cache = [&] {
+        // A new version has a picture of its own.
+        CFNotificationCenterAddObserver(
+            [] { send<"clear", void>(send<"sharedCache">(id(classNamed<"ISIconCache">()))); }, applicationRegistered,
+            CFNotificationSuspensionBehavior::DeliverImmediately);
+        return send<"new">(self).leak();
+    }();
     return cache;
 }
 

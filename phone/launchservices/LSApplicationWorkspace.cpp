@@ -1,7 +1,9 @@
+#include "phone/device/staging.h"
 #include "phone/frontboard/open_request.h"
-#include "phone/launchservices/installed_applications.h"
+#include "phone/launchservices/installation.h"
 #include "phone/system/journal.h"
 #include "platform/foundation/error.h"
+#include "platform/foundation/files.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
@@ -35,6 +37,29 @@ id allInstalledApplications(const id&, SEL)
     return array(std::move(proxies));
 }
 
+bool failed(const std::string& failure, id* error)
+{
+    journal(JournalEvent::Note, failure);
+    if (error)
+        *error = platform::error(
+            "MIInstallerErrorDomain", 1, dictionary({ { "NSLocalizedDescription", string(failure) } }));
+    return false;
+}
+
+/// The bundle lies in a staged container. The Home Screen follows on the main queue.
+bool installApplication(const id&, SEL, const id& url, const id&, id* error)
+{
+    const auto path = asString(askObject<"path">(url));
+    const std::string container = path ? pathByDeletingLastComponent(path->view()) : "";
+    if (pathByDeletingLastComponent(container) != stagingPlace)
+        return failed("the application to install isn't staged", error);
+    const InstallationOutcome outcome = installStagedContainer(container);
+    if (!outcome.problem.empty())
+        return failed(outcome.problem, error);
+    tellOfInstallation(InstallationChange::Installed, outcome.application.bundleIdentifier);
+    return true;
+}
+
 /// The Home Screen follows on the main queue.
 bool uninstallApplication(const id&, SEL, const id& identifier, const id&, id* error)
 {
@@ -47,11 +72,7 @@ bool uninstallApplication(const id&, SEL, const id& identifier, const id&, id* e
         tellOfInstallation(InstallationChange::Removed, text->text());
         return true;
     }
-    journal(JournalEvent::Note, failure);
-    if (error)
-        *error = platform::error(
-            "MIInstallerErrorDomain", 1, dictionary({ { "NSLocalizedDescription", string(failure) } }));
-    return false;
+    return failed(failure, error);
 }
 
 bool uninstallApplicationWithOptions(const id& self, SEL cmd, const id& identifier, const id& options)
@@ -62,6 +83,7 @@ bool uninstallApplicationWithOptions(const id& self, SEL cmd, const id& identifi
 constexpr MethodDefinition methods[] {
     method<"allInstalledApplications", &allInstalledApplications>(),
     classMethod<"defaultWorkspace", &defaultWorkspace>(),
+    method<"installApplication:withOptions:error:", &installApplication>(),
     method<"openApplicationWithBundleID:", &openApplicationWithBundleID>(),
     method<"uninstallApplication:withOptions:", &uninstallApplicationWithOptions>(),
     method<"uninstallApplication:withOptions:error:", &uninstallApplication>().since(13),

@@ -172,20 +172,32 @@ std::string demoteInstalledApplication(const std::string& bundleIdentifier)
     return {};
 }
 
-std::string removeInstalledApplication(const std::string& bundleIdentifier)
+FoldersOfApplication foldersOfApplication(std::string_view bundleIdentifier)
 {
-    std::vector<std::string> folders;
+    FoldersOfApplication folders;
     for (const InstalledApplication& application : everyBundle()) {
         if (application.bundleIdentifier != bundleIdentifier)
             continue;
-        if (application.isSystem)
-            return bundleIdentifier + " is the system's own";
-        folders.push_back(folderToRemove(application));
+        folders.isOfSystem = folders.isOfSystem || application.isSystem;
+        if (!application.isSystem)
+            folders.bundles.push_back(folderToRemove(application));
     }
-    if (folders.empty())
+    folders.data = containersOf(dataContainers, bundleIdentifier);
+    return folders;
+}
+
+std::string removeInstalledApplication(const std::string& bundleIdentifier)
+{
+    const ApplicationsLock lock;
+    if (std::string problem = lock.problem(); !problem.empty())
+        return problem;
+    FoldersOfApplication folders = foldersOfApplication(bundleIdentifier);
+    if (folders.isOfSystem)
+        return bundleIdentifier + " is the system's own";
+    if (folders.bundles.empty())
         return {};
-    std::ranges::move(containersOf(dataContainers, bundleIdentifier), std::back_inserter(folders));
-    return removeForGood(bundleIdentifier, folders);
+    std::ranges::move(folders.data, std::back_inserter(folders.bundles));
+    return removeForGood(bundleIdentifier, folders.bundles);
 }
 
 } // namespace phone

@@ -44,9 +44,17 @@ std::optional<std::string> dataContainerOf(std::string_view bundleIdentifier);
 /// Device path of a container that applications share; empty when there is none.
 std::optional<std::string> groupContainerOf(std::string_view group);
 
-enum class InstallationChange { Removed, Demoted };
+/// Device paths of what belongs to an identifier.
+struct FoldersOfApplication {
+    bool isOfSystem = false; ///< one of its bundles is the system's, and not among these
+    std::vector<std::string> bundles {}; ///< a container where it holds no other's bundle
+    std::vector<std::string> data {};
+};
+FoldersOfApplication foldersOfApplication(std::string_view bundleIdentifier);
 
-/// Who hears, on the main queue, of applications that went by the system's services; one in a process.
+enum class InstallationChange { Installed, Removed, Demoted };
+
+/// Who hears, on the main queue, of applications that came or went by the system's services; one in a process.
 void setInstallationObserver(
     std::function<void(InstallationChange change, const std::string& bundleIdentifier)> observer);
 void tellOfInstallation(InstallationChange change, const std::string& bundleIdentifier);

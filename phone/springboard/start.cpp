@@ -5,7 +5,7 @@
 #include "phone/frontboard/open_request.h"
 #include "phone/springboard/applications/applications.h"
 #include "phone/springboard/applications/termination_assertion.h"
-#include "phone/springboard/icons/removal.h"
+#include "phone/springboard/icons/installations.h"
 #include "phone/springboard/levels/volume_hud.h"
 #include "phone/springboard/workspace/transitions.h"
 #include "platform/foundation/values.h"

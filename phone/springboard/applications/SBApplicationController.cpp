@@ -3,16 +3,17 @@
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
 
+#include <algorithm>
+
 namespace phone {
 
 using namespace platform;
 
 namespace {
 
-id makeApplication(const InstalledApplication& installed)
+/// Has the application be what is installed now.
+void describe(const id& application, const InstalledApplication& installed)
 {
-    id application = send<"new">(id(classNamed<"SBApplication">()));
-    send<"setBundleIdentifier:", void>(application, string(installed.bundleIdentifier));
     send<"setBundlePath:", void>(application, string(installed.bundlePath));
     send<"setDisplayName:", void>(application, string(installed.displayName));
     const id info = send<"new">(id(classNamed<"SBApplicationInfo">()));
@@ -24,10 +25,17 @@ id makeApplication(const InstalledApplication& installed)
         tags.push_back(string(tag));
     send<"setTags:", void>(info, array(std::move(tags)));
     send<"setInfo:", void>(application, info);
+}
+
+id makeApplication(const InstalledApplication& installed)
+{
+    id application = send<"new">(id(classNamed<"SBApplication">()));
+    send<"setBundleIdentifier:", void>(application, string(installed.bundleIdentifier));
+    describe(application, installed);
     return application;
 }
 
-/// All installed applications: those of SpringBoard's start less what has been removed since.
+/// All installed applications: those of SpringBoard's start, and what has come and gone since.
 class SBApplicationController : public NSObject {
 public:
     SBApplicationController()
@@ -49,6 +57,21 @@ public:
             applications_ = dictionaryBySetting(applications_, *text, nil);
     }
 
+    /// One that is new, or another version of one that is known.
+    void loadApplication(const id& identifier)
+    {
+        const auto text = asString(identifier);
+        const auto installed = installedApplications();
+        const auto found
+            = std::ranges::find(installed, text ? text->view() : "", &InstalledApplication::bundleIdentifier);
+        if (found == installed.end())
+            return;
+        if (const id known = applicationWithBundleIdentifier(identifier))
+            describe(known, *found);
+        else
+            applications_ = dictionaryBySetting(applications_, *text, makeApplication(*found));
+    }
+
     id allApplications() const
     {
         std::vector<id> applications;
@@ -68,6 +91,7 @@ id sharedInstance(const id& self, SEL)
 }
 
 constexpr MethodDefinition methods[] {
+    method<"_loadApplicationWithBundleIdentifier:", &SBApplicationController::loadApplication>(),
     method<"allApplications", &SBApplicationController::allApplications>(),
     method<"applicationWithBundleIdentifier:", &SBApplicationController::applicationWithBundleIdentifier>(),
     method<"removeApplicationWithBundleIdentifier:", &SBApplicationController::removeApplication>(),

@@ -3,7 +3,6 @@
 #include "phone/launchservices/installed_applications.h"
 #include "phone/springboard/applications/application_process.h"
 #include "phone/springboard/applications/applications.h"
-#include "phone/springboard/home/home_screen.h"
 #include "phone/springboard/icons/icon_list.h"
 #include "phone/springboard/switcher/switcher.h"
 #include "phone/system/journal.h"
@@ -25,35 +24,7 @@ constexpr RemovalRoad roads[] {
     { "plain", "SBHIconManager uninstallIcon:" },
 };
 
-/// Of an application that has ended and is removed.
-void forget(const id& application)
-{
-    const id identifier = send<"bundleIdentifier">(application);
-    removeFromCards(application);
-    ask<"_clearSection:", void>(askObject<"sharedServer">(id(classNamed<"BBServer">())), identifier);
-    send<"removeApplicationWithBundleIdentifier:", void>(applicationController(), identifier);
-    send<"reloadIcons", void>(iconModel());
-}
-
-void follow(InstallationChange change, const std::string& bundleIdentifier)
-{
-    const id application = applicationNamed(bundleIdentifier);
-    if (!application)
-        return;
-    endProcessOf(bundleIdentifier);
-    if (change == InstallationChange::Removed)
-        return forget(application);
-    send<"setPlaceholder:", void>(send<"info">(application), true);
-    removeFromCards(application);
-    refreshIcon(send<"applicationIconForBundleIdentifier:">(iconModel(), string(bundleIdentifier)), IconPart::Image);
-}
-
 } // namespace
-
-void followInstallations()
-{
-    setInstallationObserver(follow);
-}
 
 std::span<const RemovalRoad> removalRoads() noexcept
 {
@@ -88,6 +59,15 @@ RemovalOutcome requestRemoval(std::string_view name, const std::string& identifi
     return outcome;
 }
 
+void forgetRemovedApplication(const id& application)
+{
+    const id identifier = send<"bundleIdentifier">(application);
+    removeFromCards(application);
+    ask<"_clearSection:", void>(askObject<"sharedServer">(id(classNamed<"BBServer">())), identifier);
+    send<"removeApplicationWithBundleIdentifier:", void>(applicationController(), identifier);
+    send<"reloadIcons", void>(iconModel());
+}
+
 bool removeApplicationOfIcon(const id& icon)
 {
     const id application = askObject<"application">(icon);
@@ -99,7 +79,7 @@ bool removeApplicationOfIcon(const id& icon)
         journal(JournalEvent::Note, failure);
         return false;
     }
-    forget(application);
+    forgetRemovedApplication(application);
     return true;
 }
 

@@ -38,8 +38,7 @@ RemovalOutcome requestRemoval(std::string_view road, const std::string& identifi
 /// no application or of one of the system's own.
 bool removeApplicationOfIcon(const platform::id& icon);
 
-/// Has SpringBoard follow what the system's services do to installed applications: an application that has gone ends,
-/// and so do its icon, its cards and its notifications; one of which the data alone are left ends and keeps its icon.
-void followInstallations();
+/// Has SpringBoard know nothing more of an application that has ended and is removed.
+void forgetRemovedApplication(const platform::id& application);
 
 } // namespace phone
