@@ -380,7 +380,7 @@ unsigned numberFrom(const char* variable, unsigned otherwise)
 // APPLEDGER_SEQUENCES and APPLEDGER_SEED try more, and others.
 TEST(PolicySequences, AreWhatASimpleModelSaysAlsoWithAKillBetweenAnyTwoSteps)
 {
-    const unsigned count = numberFrom("APPLEDGER_SEQUENCES", 200);
+    const unsigned count = numberFrom("APPLEDGER_SEQUENCES", 60);
     const unsigned seed = numberFrom("APPLEDGER_SEED", 20261);
     for (unsigned index = 0; index < count && !HasFailure(); ++index) {
         SCOPED_TRACE("seed " + std::to_string(seed + index));
