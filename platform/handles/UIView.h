@@ -5,6 +5,7 @@
 #include "platform/handles/CALayer.h"
 #include "platform/handles/NSLayoutAnchor.h"
 #include "platform/handles/UIColor.h"
+#include "platform/handles/UIResponder.h"
 
 #include <vector>
 
@@ -51,9 +52,9 @@ enum class UIViewAnimationOptions : NSUInteger {
     CurveLinear = 3 << 16,
 };
 
-class UIView : public Handle {
+class UIView : public UIResponder {
 public:
-    using Handle::Handle;
+    using UIResponder::UIResponder;
     static Class classObject() { return classNamed<"UIView">(); }
     static UIView create() { return created<UIView>(); }
     static UIView withFrame(const CGRect& frame) { return initialised<UIView, "initWithFrame:">(frame); }

@@ -50,6 +50,26 @@ void sendEvent(const id&, SEL, const id& event)
         send<"sendEvent:", void>(send<"window">(touch), event);
 }
 
+/// Without a target to the first in the responder chain that performs the action, from the first responder on, or from
+/// the sender where there is none. An action takes nothing, the sender, or the sender and the event.
+bool sendAction(const id&, SEL, SEL action, const id& to, const id& from, const id& event)
+{
+    id target = to;
+    for (const id& start : { firstResponder(), from })
+        if (!target)
+            target = askObject<"targetForAction:withSender:">(start, action, from);
+    if (!target || !action)
+        return false;
+    const auto types = class_getMethodTypes(object_getClass(target), action);
+    if (types == methodEncoding<void>)
+        sendSelector<void>(target, action);
+    else if (types == methodEncoding<void, id, id>)
+        sendSelector<void>(target, action, from, event);
+    else
+        sendSelector<void>(target, action, from);
+    return true;
+}
+
 /// That of the owner's first language.
 NSInteger userInterfaceLayoutDirection(const id&, SEL)
 {
@@ -66,6 +86,7 @@ NSInteger userInterfaceLayoutDirection(const id&, SEL)
 constexpr MethodDefinition applicationMethods[] {
     method<"init", &init>(),
     method<"keyWindow", &keyWindow>(),
+    method<"sendAction:to:from:forEvent:", &sendAction>(),
     method<"sendEvent:", &sendEvent>(),
     classMethod<"sharedApplication", &sharedApplication>(),
     method<"userInterfaceLayoutDirection", &userInterfaceLayoutDirection>(),

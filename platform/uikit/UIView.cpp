@@ -1,6 +1,7 @@
 #include "platform/uikit/animation.h"
 #include "platform/uikit/gestures.h"
 #include "platform/uikit/layout.h"
+#include "platform/uikit/responders.h"
 #include "platform/uikit/screen_picture.h"
 #include "platform/uikit/window.h"
 
@@ -201,6 +202,8 @@ void ViewObject::movedToWindow(WindowObject* former)
     const id self(this);
     if (former)
         abandonGestures(*this);
+    if (!window() && firstResponder() == self)
+        send<"resignFirstResponder", void>(self);
     send<"didMoveToWindow", void>(self);
     checkSafeArea();
     if (needsLayout_)

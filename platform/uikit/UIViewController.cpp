@@ -11,6 +11,7 @@ constexpr double levelOfPresented = 2000; // where the system has its alerts
 
 constexpr MethodDefinition methods[] {
     method<"dismissViewControllerAnimated:completion:", &ViewControllerObject::dismiss>(),
+    method<"nextResponder", &ViewControllerObject::nextResponder>(),
     method<"presentViewController:animated:completion:", &ViewControllerObject::present>(),
     getter<"presentedViewController", &ViewControllerObject::presentedViewController>(),
     setter<"setTitle:", &ViewControllerObject::title>(),
@@ -36,8 +37,23 @@ id ViewControllerObject::loadView()
 id ViewControllerObject::view()
 {
     if (!view_)
-        view_ = loadView();
+        setView(loadView());
     return view_;
+}
+
+void ViewControllerObject::setView(const id& newView)
+{
+    if (ViewObject* const former = asViewObject(view_))
+        former->controller = nullptr;
+    view_ = newView;
+    if (ViewObject* const view = asViewObject(view_))
+        view->controller = id(this);
+}
+
+/// Of a presented controller the one that shows it; else what its view stands in.
+id ViewControllerObject::nextResponder() const
+{
+    return presentingViewController ? id(presentingViewController) : askObject<"superview">(view_);
 }
 
 void ViewControllerObject::present(const id& controller, bool, const id& completion)

@@ -42,6 +42,13 @@ id superview(const id& self, SEL)
     return id(viewIn(self).superview);
 }
 
+/// A view's controller stands between it and its superview.
+id nextResponder(const id& self, SEL)
+{
+    const id controller = viewIn(self).controller;
+    return controller ? controller : id(viewIn(self).superview);
+}
+
 id subviews(const id& self, SEL)
 {
     return array({ viewIn(self).subviews.begin(), viewIn(self).subviews.end() });
@@ -297,6 +304,7 @@ constexpr MethodDefinition methods[] {
     classMethod<"layerClass", &layerClass>(),
     method<"layoutIfNeeded", &layoutIfNeeded>(),
     method<"layoutSubviews", &doNothing>(),
+    method<"nextResponder", &nextResponder>(),
     method<"pointInside:withEvent:", &pointInside>(),
     method<"removeFromSuperview", &removeFromSuperview>(),
     method<"safeAreaInsets", &safeAreaInsets>(),

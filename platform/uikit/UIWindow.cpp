@@ -99,6 +99,11 @@ void setRootViewController(const id& self, SEL, const id& controller)
     window.insertSubview(Ref<ViewObject>(asViewObject(view)), 0);
 }
 
+id nextResponder(const id&, SEL)
+{
+    return send<"sharedApplication">(id(classNamed<"UIApplication">()));
+}
+
 void makeKeyWindow(const id& self, SEL)
 {
     keyWindow() = &windowIn(self);
@@ -134,6 +139,7 @@ constexpr MethodDefinition methods[] {
     method<"isKeyWindow", &isKeyWindow>(),
     method<"makeKeyAndVisible", &makeKeyAndVisible>(),
     method<"makeKeyWindow", &makeKeyWindow>(),
+    method<"nextResponder", &nextResponder>(),
     getter<"rootViewController", &WindowObject::rootViewController>(),
     method<"sendEvent:", &sendEvent>(),
     method<"setHidden:", &setHidden>(),

@@ -169,24 +169,6 @@ constexpr MethodDefinition eventMethods[] {
     getter<"type", &EventObject::type>(),
 };
 
-id nextResponder(const id& self, SEL)
-{
-    return askObject<"superview">(self);
-}
-
-template <Name Selector> void passOn(const id& self, SEL, const id& touches, const id& event)
-{
-    ask<Selector, void>(askObject<"nextResponder">(self), touches, event);
-}
-
-constexpr MethodDefinition responderMethods[] {
-    method<"nextResponder", &nextResponder>(),
-    method<"touchesBegan:withEvent:", &passOn<"touchesBegan:withEvent:">>(),
-    method<"touchesCancelled:withEvent:", &passOn<"touchesCancelled:withEvent:">>(),
-    method<"touchesEnded:withEvent:", &passOn<"touchesEnded:withEvent:">>(),
-    method<"touchesMoved:withEvent:", &passOn<"touchesMoved:withEvent:">>(),
-};
-
 } // namespace
 
 const ClassDefinition TouchObject::definition {
@@ -195,6 +177,5 @@ const ClassDefinition TouchObject::definition {
 const ClassDefinition EventObject::definition {
     .name = "UIEvent", .allocate = allocate<EventObject>, .methods = eventMethods
 };
-const ClassDefinition UIResponder_class { .name = "UIResponder", .methods = responderMethods };
 
 } // namespace platform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/graphics/objects.h"
+#include "platform/runtime/weak.h"
 #include "platform/uikit/asking.h"
 
 #include <optional>
@@ -80,6 +81,7 @@ public:
     id gestureRecognizers {}; ///< mutable array, or nil
     float horizontalHugging = 250;
     float verticalHugging = 250;
+    Weak<NSObject> controller {}; ///< whose view it is; nil for most
     ViewObject* superview = nullptr;
     std::vector<Ref<ViewObject>> subviews {};
 

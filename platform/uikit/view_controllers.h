@@ -16,7 +16,8 @@ public:
 
     /// Made at the first request, by loadView().
     id view();
-    void setView(const id& newView) { view_ = newView; }
+    void setView(const id& newView);
+    id nextResponder() const;
 
     /// The completion, if there is one, is called once it stands there. A controller that is presented already, and
     /// one that presents another, changes nothing.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/uikit/responders.h"
 #include "platform/uikit/view.h"
 
 namespace platform {
@@ -7,7 +8,6 @@ namespace platform {
 extern const ClassDefinition UIActivityIndicatorView_class;
 extern const ClassDefinition UIImageView_class;
 extern const ClassDefinition UILabel_class;
-extern const ClassDefinition UIResponder_class;
 extern const ClassDefinition UIStackView_class;
 extern const ClassDefinition UITraitCollection_class;
 
