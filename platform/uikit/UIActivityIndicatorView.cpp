@@ -1,4 +1,7 @@
+#include "platform/dispatch/clock.h"
 #include "platform/runtime/message.h"
+#include "platform/uikit/screen_picture.h"
+#include "platform/uikit/shades.h"
 #include "platform/uikit/views.h"
 
 #include <cmath>
@@ -13,10 +16,10 @@ enum class IndicatorStyle : long { WhiteLarge = 0, White = 1, Gray = 2, Medium =
 
 constexpr double smallSide = 20;
 constexpr double largeSide = 37;
-constexpr Color gray { 0.6, 0.6, 0.6, 1 };
 constexpr Color white { 1, 1, 1, 1 };
 
-/// A wheel of spokes that says that something is under way. It is drawn as it stands: nothing turns.
+/// A wheel of spokes that says that something is under way. It turns with the clock, spoke by spoke: what is seen is
+/// computed when someone looks.
 class ActivityIndicatorViewObject : public ViewObject {
 public:
     bool isAnimating = false;
@@ -48,7 +51,13 @@ public:
             return;
         constexpr int spokes = 8;
         const bool isWhite = style_ == IndicatorStyle::White || style_ == IndicatorStyle::WhiteLarge;
-        const Color full = asColor(color).value_or(isWhite ? white : gray);
+        const Color full = asColor(color).value_or(isWhite ? white : shade::wheel.color());
+        int first = 0; ///< the spoke that is brightest
+        if (isAnimating) {
+            noteMotion();
+            constexpr double turnDuration = 1;
+            first = static_cast<int>(std::fmod(CACurrentMediaTime() - start_, turnDuration) / turnDuration * spokes);
+        }
         const double radius = std::min(seen.size.width, seen.size.height) / 2;
         const CGPoint center { seen.origin.x + seen.size.width / 2, seen.origin.y + seen.size.height / 2 };
         for (int spoke = 0; spoke < spokes; ++spoke) {
@@ -60,19 +69,22 @@ public:
             Path line;
             line.moveTo(at(0.45));
             line.lineTo(at(0.9));
-            Color shade = full;
-            shade.alpha *= 1 - 0.75 * spoke / spokes;
-            canvas.stroke(line, shade, radius * 0.2);
+            Color spokeColor = full;
+            spokeColor.alpha *= 1 - 0.8 * ((first - spoke + spokes) % spokes) / spokes;
+            canvas.stroke(line, spokeColor, radius * 0.2);
         }
     }
 
 private:
     void setAnimating(bool animating)
     {
-        if (std::exchange(isAnimating, animating) != animating)
-            changed(*this, Asks::Drawing);
+        if (std::exchange(isAnimating, animating) == animating)
+            return;
+        start_ = CACurrentMediaTime();
+        changed(*this, Asks::Drawing);
     }
 
+    double start_ = 0; ///< of its turning
     IndicatorStyle style_ = IndicatorStyle::Medium;
 };
 

@@ -20,7 +20,14 @@ KeptPicture& kept()
     return *picture;
 }
 
+bool motionWasDrawn = false;
+
 } // namespace
+
+void noteMotion() noexcept
+{
+    motionWasDrawn = true;
+}
 
 void noteDamage() noexcept
 {
@@ -32,9 +39,10 @@ id pictureOfWindows(double scale)
     layoutAllWindows();
     if (kept().picture && kept().scale == scale && !animationsRun())
         return kept().picture;
+    motionWasDrawn = false;
     const auto bitmap = renderScreen(scale);
     id picture = bitmap ? platform::data(encodePng(*bitmap)) : id();
-    kept() = { scale, animationsRun() ? id() : picture };
+    kept() = { scale, animationsRun() || motionWasDrawn ? id() : picture };
     return picture;
 }
 
