@@ -180,6 +180,11 @@ id viewWithTag(const id& self, SEL cmd, NSInteger tag)
     return nil;
 }
 
+bool gestureShouldBegin(const id&, SEL, const id&)
+{
+    return true;
+}
+
 bool pointInside(const id& self, SEL, CGPoint point, const id&)
 {
     return CGRectContainsPoint(viewIn(self).bounds, point);
@@ -288,6 +293,7 @@ constexpr MethodDefinition methods[] {
     method<"didMoveToSuperview", &doNothing>(),
     method<"didMoveToWindow", &doNothing>(),
     method<"frame", &ViewObject::frame>(),
+    method<"gestureRecognizerShouldBegin:", &gestureShouldBegin>(),
     method<"hitTest:withEvent:", &hitTest>(),
     method<"init", &init>(),
     method<"initWithFrame:", &initWithFrame>(),

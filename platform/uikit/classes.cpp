@@ -2,6 +2,7 @@
 #include "platform/graphics/objects.h"
 #include "platform/uikit/application.h"
 #include "platform/uikit/constraints.h"
+#include "platform/uikit/control.h"
 #include "platform/uikit/elements.h"
 #include "platform/uikit/feedback_generators.h"
 #include "platform/uikit/gestures.h"
@@ -80,7 +81,9 @@ constexpr const ClassDefinition* classes[] {
     &UIAlertController_class,
     &UIApplication_class,
     &BezierPathObject::definition,
+    &UIButton_class,
     &ColorObject::definition,
+    &ControlObject::definition,
     &EventObject::definition,
     &FontObject::definition,
     &GestureRecognizerObject::definition,
@@ -100,6 +103,7 @@ constexpr const ClassDefinition* classes[] {
     &UISelectionFeedbackGenerator_class,
     &UIStackView_class,
     &UISwipeGestureRecognizer_class,
+    &UISwitch_class,
     &UITapGestureRecognizer_class,
     &TouchObject::definition,
     &UITraitCollection_class,

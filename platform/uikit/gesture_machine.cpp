@@ -111,8 +111,23 @@ GestureRecognizerObject::Verdict GestureRecognizerObject::askOthers()
         [this](const Ref<GestureRecognizerObject>& other) { return mustWaitFor(*other); });
     if (!heldFor_.empty())
         return Verdict::Held;
-    return ask<"gestureRecognizerShouldBegin:", bool>(delegate, id(this)).value_or(true) ? Verdict::Given
-                                                                                         : Verdict::Refused;
+    return viewsAgree() && ask<"gestureRecognizerShouldBegin:", bool>(delegate, id(this)).value_or(true)
+        ? Verdict::Given
+        : Verdict::Refused;
+}
+
+/// The view that was touched, and those that it stands in as far as the gesture's own, have a say besides the delegate.
+bool GestureRecognizerObject::viewsAgree() const
+{
+    const Ref<ViewObject> own = view.get();
+    const id asked = delegate;
+    for (Ref<ViewObject> touched = touches_.back()->view; touched; touched = Ref<ViewObject>(touched->superview)) {
+        if (id(touched) != asked && !send<"gestureRecognizerShouldBegin:", bool>(touched, asObject(*this)))
+            return false;
+        if (touched == own)
+            return true;
+    }
+    return true;
 }
 
 bool GestureRecognizerObject::enter(GestureState wanted)

@@ -66,6 +66,7 @@ protected:
 private:
     enum class Verdict { Given, Held, Refused };
     Verdict askOthers();
+    bool viewsAgree() const;
     bool sharesTouchWith(const GestureRecognizerObject& other) const;
     bool runsTogetherWith(const GestureRecognizerObject& other) const;
     bool prevents(const GestureRecognizerObject& other) const;
