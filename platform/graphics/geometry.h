@@ -54,6 +54,7 @@ template <> inline constexpr std::string_view typeEncoding<CGPoint> = "{CGPoint=
 template <> inline constexpr std::string_view typeEncoding<CGSize> = "{CGSize=dd}";
 template <> inline constexpr std::string_view typeEncoding<CGRect> = "{CGRect={CGPoint=dd}{CGSize=dd}}";
 template <> inline constexpr std::string_view typeEncoding<CGAffineTransform> = "{CGAffineTransform=dddddd}";
+template <> inline constexpr std::string_view typeEncoding<CGPoint*> = "^{CGPoint=dd}";
 template <> inline constexpr std::string_view typeEncoding<UIEdgeInsets> = "{UIEdgeInsets=dddd}";
 
 inline constexpr CGPoint CGPointZero {};

@@ -9,6 +9,7 @@
 #include "platform/uikit/layers.h"
 #include "platform/uikit/renderer.h"
 #include "platform/uikit/screen_picture.h"
+#include "platform/uikit/scroll_view.h"
 #include "platform/uikit/view_controllers.h"
 #include "platform/uikit/views.h"
 
@@ -100,6 +101,7 @@ constexpr const ClassDefinition* classes[] {
     &UIResponder_class,
     &UIScreen_class,
     &UIScreenFunctions_class,
+    &ScrollViewObject::definition,
     &UISelectionFeedbackGenerator_class,
     &UIStackView_class,
     &UISwipeGestureRecognizer_class,

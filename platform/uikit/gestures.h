@@ -27,6 +27,8 @@ public:
     bool isEnabled() const noexcept { return enabled_; }
     /// Disabling ends what is under way; the rest of the touch is not looked at.
     void setEnabled(bool enabled);
+    /// The touch that it has been given last; null when it has seen none.
+    Ref<TouchObject> lastTouch() const { return touches_.empty() ? nullptr : touches_.back(); }
     /// Where the touch is, in the window.
     CGPoint location() const noexcept { return location_; }
 

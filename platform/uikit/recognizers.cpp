@@ -1,6 +1,6 @@
 #include "platform/dispatch/queue.h"
 #include "platform/runtime/message.h"
-#include "platform/uikit/gestures.h"
+#include "platform/uikit/pan_gesture.h"
 #include "platform/uikit/window.h"
 
 #include <cmath>
@@ -8,8 +8,6 @@
 namespace platform {
 
 namespace {
-
-constexpr double slop = 10; ///< points that a finger may wander and still be taken to rest
 
 double distance(CGPoint from, CGPoint to)
 {
@@ -46,13 +44,13 @@ protected:
     }
     void moved(const TouchObject& touch) override
     {
-        if (distance(start_, touch.location) > slop)
+        if (distance(start_, touch.location) > gestureSlop)
             fail();
     }
     void ended(const TouchObject& touch) override
     {
         constexpr double longestPause = 0.35;
-        if (distance(start_, touch.location) > slop)
+        if (distance(start_, touch.location) > gestureSlop)
             fail();
         else if (++taps_ >= numberOfTapsRequired)
             enter(GestureState::Ended);
@@ -78,7 +76,7 @@ private:
 class LongPressGestureRecognizerObject : public GestureRecognizerObject {
 public:
     double minimumPressDuration = 0.5;
-    double allowableMovement = slop;
+    double allowableMovement = gestureSlop;
 
 protected:
     void began(const TouchObject& touch) override
@@ -105,60 +103,6 @@ protected:
 private:
     CGPoint start_ {};
     unsigned press_ = 0; ///< tells a timer whether its press is still the present one
-};
-
-class PanGestureRecognizerObject : public GestureRecognizerObject {
-public:
-    CGPoint translationInView(const id&) const { return { last_.x - start_.x, last_.y - start_.y }; }
-    void setTranslation(CGPoint translation, const id&)
-    {
-        start_ = { last_.x - translation.x, last_.y - translation.y };
-    }
-    CGPoint velocityInView(const id&) const { return velocity_; }
-
-protected:
-    void began(const TouchObject& touch) override
-    {
-        start_ = last_ = touch.location;
-        lastTime_ = touch.timestamp;
-        velocity_ = {};
-    }
-    void moved(const TouchObject& touch) override
-    {
-        follow(touch);
-        if (isUnderWay())
-            enter(GestureState::Changed);
-        else if (distance(start_, touch.location) > slop)
-            enter(GestureState::Began);
-    }
-    void ended(const TouchObject& touch) override
-    {
-        follow(touch);
-        enter(isUnderWay() ? GestureState::Ended : GestureState::Failed);
-    }
-
-private:
-    /// The velocity is that of the last movement until the finger has rested for a while: a lift mostly repeats the
-    /// place that it was moved to.
-    void follow(const TouchObject& touch)
-    {
-        constexpr double rest = 0.1;
-        const double time = touch.timestamp - lastTime_;
-        const CGPoint way { touch.location.x - last_.x, touch.location.y - last_.y };
-        if (way != CGPoint {}) {
-            if (time > 0)
-                velocity_ = { way.x / time, way.y / time };
-            last_ = touch.location;
-            lastTime_ = touch.timestamp;
-        } else if (time > rest) {
-            velocity_ = {};
-        }
-    }
-
-    CGPoint start_ {};
-    CGPoint last_ {};
-    double lastTime_ = 0; ///< of the last movement
-    CGPoint velocity_ {};
 };
 
 class SwipeGestureRecognizerObject : public GestureRecognizerObject {
@@ -218,6 +162,45 @@ constexpr MethodDefinition swipeMethods[] {
 };
 
 } // namespace
+
+void PanGestureRecognizerObject::began(const TouchObject& touch)
+{
+    start_ = last_ = touch.location;
+    lastTime_ = touch.timestamp;
+    velocity_ = {};
+}
+
+void PanGestureRecognizerObject::moved(const TouchObject& touch)
+{
+    follow(touch);
+    if (isUnderWay())
+        enter(GestureState::Changed);
+    else if (distance(start_, touch.location) > gestureSlop)
+        enter(GestureState::Began);
+}
+
+void PanGestureRecognizerObject::ended(const TouchObject& touch)
+{
+    follow(touch);
+    enter(isUnderWay() ? GestureState::Ended : GestureState::Failed);
+}
+
+/// The velocity is that of the last movement until the finger has rested for a while: a lift mostly repeats the place
+/// that it was moved to.
+void PanGestureRecognizerObject::follow(const TouchObject& touch)
+{
+    constexpr double rest = 0.1;
+    const double time = touch.timestamp - lastTime_;
+    const CGPoint way { touch.location.x - last_.x, touch.location.y - last_.y };
+    if (way != CGPoint {}) {
+        if (time > 0)
+            velocity_ = { way.x / time, way.y / time };
+        last_ = touch.location;
+        lastTime_ = touch.timestamp;
+    } else if (time > rest) {
+        velocity_ = {};
+    }
+}
 
 const ClassDefinition UITapGestureRecognizer_class { .name = "UITapGestureRecognizer",
     .superclass = &GestureRecognizerObject::definition,

@@ -1,6 +1,7 @@
 #include "platform/uikit/touches.h"
 
 #include "platform/dispatch/clock.h"
+#include "platform/dispatch/queue.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
 #include "platform/uikit/application.h"
@@ -98,6 +99,64 @@ void touchScreen(CGPoint point, TouchPhase phase)
     send<"sendEvent:", void>(send<"sharedApplication">(id(classNamed<"UIApplication">())), id(event));
 }
 
+namespace {
+
+void tellBeginning(TouchObject& touch)
+{
+    const TouchPhase phase = std::exchange(touch.phase, TouchPhase::Began);
+    touch.isKnownToView = true;
+    sendToView(touch, makeEvent(touch));
+    touch.phase = phase;
+}
+
+/// The touch reaches its view after all, if the one that has held it back agrees.
+void letThrough(TouchObject& touch)
+{
+    const Ref<ViewObject> holder = std::exchange(touch.holder, nullptr);
+    if (!holder || touch.takenByGesture)
+        return;
+    if (ask<"touchesShouldBegin:withEvent:inContentView:", bool>(
+            id(holder), set({ id(&touch) }), id(makeEvent(touch)), id(touch.view))
+            .value_or(true))
+        tellBeginning(touch);
+    else
+        touch.takenByGesture = true;
+}
+
+void begin(TouchObject& touch)
+{
+    constexpr std::chrono::nanoseconds patience = std::chrono::milliseconds { 150 };
+    for (ViewObject* view = touch.view ? touch.view->superview : nullptr; view && !touch.holder; view = view->superview)
+        switch (view->contentTouch()) {
+        case ContentTouch::Delivered:
+            break;
+        case ContentTouch::HeldBack:
+            touch.holder = Ref<ViewObject>(view);
+            dispatch_after(
+                patience, dispatch_get_main_queue(), [held = Ref<TouchObject>(&touch)] { letThrough(*held); });
+            break;
+        case ContentTouch::Swallowed:
+            touch.takenByGesture = true;
+            return;
+        }
+    if (!touch.holder)
+        tellBeginning(touch);
+}
+
+void deliver(TouchObject& touch, const id& event)
+{
+    if (touch.phase == TouchPhase::Began)
+        return begin(touch);
+    if (touch.phase == TouchPhase::Ended)
+        letThrough(touch);
+    if (touch.phase == TouchPhase::Cancelled)
+        touch.holder = nullptr;
+    if (touch.isKnownToView && !touch.takenByGesture)
+        sendToView(touch, event);
+}
+
+} // namespace
+
 void deliverTouches(WindowObject&, const id& event)
 {
     const auto* const touches = as<EventObject>(event);
@@ -107,10 +166,8 @@ void deliverTouches(WindowObject&, const id& event)
         if (touch->phase == TouchPhase::Began)
             beginGestures(*touch);
         letGesturesLook(*touch);
-        if (!touch->takenByGesture) {
-            touch->isKnownToView = true;
-            sendToView(*touch, event);
-        }
+        if (!touch->takenByGesture)
+            deliver(*touch, event);
         if (touch->phase == TouchPhase::Ended || touch->phase == TouchPhase::Cancelled)
             letGesturesRest(*touch);
     }

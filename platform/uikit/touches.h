@@ -19,6 +19,7 @@ public:
     NSUInteger tapCount = 1;
     Ref<ViewObject> view {}; ///< the one that the touch began in
     Ref<WindowObject> window {};
+    Ref<ViewObject> holder {}; ///< the view that holds the touch back from the one that it began in
     bool isKnownToView = false; ///< the view has been told that it began
     bool takenByGesture = false; ///< the view hears nothing more of it than that it was cancelled
     bool isOver = false; ///< ended or cancelled, and everybody knows

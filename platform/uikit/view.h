@@ -13,7 +13,15 @@
 namespace platform {
 
 class ViewObject;
+class TouchObject;
 class WindowObject;
+
+/// What becomes of a touch that begins in a view's contents.
+enum class ContentTouch {
+    Delivered,
+    HeldBack, ///< for a moment, since it may be the beginning of a scroll
+    Swallowed,
+};
 
 /// What is animated, each as up to six numbers.
 enum class Animatable { Bounds, Center, Transform, Alpha, BackgroundColor, CornerRadius };
@@ -128,6 +136,7 @@ public:
     virtual CGSize sizeThatFits(CGSize size) const;
     /// The text in a dump of the tree; empty for none.
     virtual std::optional<std::string> shownText() const { return std::nullopt; }
+    virtual ContentTouch contentTouch() { return ContentTouch::Delivered; }
     /// False where the view itself lays out this subview, constraints or not.
     virtual bool constrainsSubview(const ViewObject&) const noexcept { return true; }
 
