@@ -24,6 +24,8 @@ std::span<const ClassDefinition* const> foundationClasses() noexcept
         &NSDirectoryEnumerator::definition,
         &detail::NSError_class,
         &NSFileManager::definition,
+        &detail::NSIndexPath_class,
+        &detail::NSIndexSet_class,
         &detail::MutableArray::definition,
         &detail::MutableDictionary::definition,
         &detail::MutableSet::definition,

@@ -22,6 +22,8 @@ extern const ClassDefinition NSNumber_class;
 extern const ClassDefinition NSData_class;
 extern const ClassDefinition NSDate_class;
 extern const ClassDefinition NSError_class;
+extern const ClassDefinition NSIndexPath_class;
+extern const ClassDefinition NSIndexSet_class;
 extern const ClassDefinition NSURL_class;
 
 /// `stringByAddingPercentEncodingWithAllowedCharacters:`. Nil for what is no NSCharacterSet.
