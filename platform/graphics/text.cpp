@@ -145,6 +145,14 @@ FontMetrics metricsOf(const Font& font)
     return result;
 }
 
+std::string upperCaseText(std::string_view text)
+{
+    char* const capitals = g_utf8_strup(text.data(), static_cast<gssize>(text.size()));
+    std::string result(capitals);
+    g_free(capitals);
+    return result;
+}
+
 CGSize measureText(std::string_view text, const TextLayout& wanted, double width)
 {
     if (text.empty())

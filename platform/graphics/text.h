@@ -40,6 +40,9 @@ constexpr double unlimitedWidth = std::numeric_limits<double>::infinity();
 
 FontMetrics metricsOf(const Font& font);
 
+/// The text in capitals.
+std::string upperCaseText(std::string_view text);
+
 /// What the text takes up in lines of that width at most. {0, 0} for "".
 CGSize measureText(std::string_view text, const TextLayout& layout, double width = unlimitedWidth);
 

@@ -10,6 +10,7 @@
 #include "platform/uikit/renderer.h"
 #include "platform/uikit/screen_picture.h"
 #include "platform/uikit/scroll_view.h"
+#include "platform/uikit/table_view.h"
 #include "platform/uikit/view_controllers.h"
 #include "platform/uikit/views.h"
 
@@ -106,6 +107,9 @@ constexpr const ClassDefinition* classes[] {
     &UIStackView_class,
     &UISwipeGestureRecognizer_class,
     &UISwitch_class,
+    &TableViewObject::definition,
+    &TableCellObject::definition,
+    &TableSectionViewObject::definition,
     &UITapGestureRecognizer_class,
     &TouchObject::definition,
     &UITraitCollection_class,

@@ -57,6 +57,7 @@ public:
     /// None for a row that was removed, by itself or with its section.
     std::optional<RowPath> newPathOf(const RowPath& old) const;
     std::optional<std::size_t> newSectionOf(std::size_t old) const { return sections_.newIndexOf(old); }
+    bool isReloadedSection(std::size_t old) const { return reloadedSections_.contains(old); }
     /// Whether the row wasn't there before.
     bool isNew(const RowPath& path) const;
     /// Whether the row, by its path before, is there with something else in it.
