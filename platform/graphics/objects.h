@@ -17,13 +17,18 @@ class ColorObject final : public NSObject {
 public:
     static const ClassDefinition definition;
     Color color { 0, 0, 0, 1 };
+    std::optional<Color> darkColor {}; ///< in the dark appearance, where it is another one
+    id provider {}; ///< a block that is given the traits in force and gives the colour; nil for most
+
+    /// As it is now.
+    Color resolved() const;
 
     bool isEqualTo(const NSObject& other) const noexcept override;
     std::size_t hashValue() const noexcept override;
 };
 
 id colorObject(const Color& color);
-/// Empty for nil and for what isn't a colour.
+/// As it is now; empty for nil and for what isn't a colour.
 std::optional<Color> asColor(const id& object);
 
 class FontObject final : public NSObject {

@@ -26,6 +26,17 @@ public:
     static UIColor lightGray() { return callOn<"lightGrayColor", UIColor>(id(classObject())); }
     static UIColor clear() { return callOn<"clearColor", UIColor>(id(classObject())); }
 
+    static UIColor label() { return callOn<"labelColor", UIColor>(id(classObject())); }
+    static UIColor secondaryLabel() { return callOn<"secondaryLabelColor", UIColor>(id(classObject())); }
+    static UIColor systemBackground() { return callOn<"systemBackgroundColor", UIColor>(id(classObject())); }
+    static UIColor systemBlue() { return callOn<"systemBlueColor", UIColor>(id(classObject())); }
+    static UIColor systemRed() { return callOn<"systemRedColor", UIColor>(id(classObject())); }
+    /// The provider is a block that is given the traits and gives a colour.
+    static UIColor withProvider(const id& provider)
+    {
+        return callOn<"colorWithDynamicProvider:", UIColor>(id(classObject()), provider);
+    }
+
     /// What layers take for a colour.
     id cgColor() const { return call<"CGColor", id>(); }
     void setFill() const { call<"setFill">(); }
