@@ -121,6 +121,11 @@ void Canvas::clip(const Path& path)
     cairo_clip(context_);
 }
 
+void Canvas::tracePath(const Path& path)
+{
+    addPath(context_, path);
+}
+
 void Canvas::fill(const Path& path, const Color& color)
 {
     addPath(context_, path);

@@ -90,6 +90,9 @@ public:
     void clip(const Path& path);
 
     void fill(const Path& path, const Color& color);
+    /// What has been drawn so far, blurred by about a Gauss curve of that deviation and with its colours that much
+    /// stronger, and the tint over it. In a recording, which knows nothing of what it is drawn on, the tint alone.
+    void fillWithBackdrop(const Path& path, double radius, double saturation, const Color& tint);
     void fillGradient(const Path& path, CGPoint start, CGPoint end, std::span<const GradientStop> stops);
     void stroke(const Path& path, const Color& color, double width);
     void clear(const CGRect& rect);
@@ -110,6 +113,7 @@ public:
     _cairo* native() const noexcept { return context_; }
 
 private:
+    void tracePath(const Path& path);
     void paint(const Bitmap& bitmap, const CGRect& rect, double width, double height, double alpha);
 
     _cairo* context_;

@@ -13,6 +13,7 @@
 #include "platform/uikit/table_view.h"
 #include "platform/uikit/view_controllers.h"
 #include "platform/uikit/views.h"
+#include "platform/uikit/visual_effects.h"
 
 /// The door of the library: its classes, and the functions of its host as class methods.
 
@@ -83,6 +84,7 @@ constexpr const ClassDefinition* classes[] {
     &UIAlertController_class,
     &UIApplication_class,
     &BezierPathObject::definition,
+    &UIBlurEffect_class,
     &UIButton_class,
     &ColorObject::definition,
     &ControlObject::definition,
@@ -115,6 +117,8 @@ constexpr const ClassDefinition* classes[] {
     &UITraitCollection_class,
     &ViewObject::definition,
     &ViewControllerObject::definition,
+    &UIVisualEffect_class,
+    &UIVisualEffectView_class,
     &WindowObject::definition,
 };
 
