@@ -3,6 +3,7 @@
 #include "platform/uikit/application.h"
 #include "platform/uikit/constraints.h"
 #include "platform/uikit/control.h"
+#include "platform/uikit/device.h"
 #include "platform/uikit/elements.h"
 #include "platform/uikit/feedback_generators.h"
 #include "platform/uikit/gestures.h"
@@ -88,6 +89,7 @@ constexpr const ClassDefinition* classes[] {
     &UIButton_class,
     &ColorObject::definition,
     &ControlObject::definition,
+    &UIDevice_class,
     &EventObject::definition,
     &FontObject::definition,
     &GestureRecognizerObject::definition,
@@ -101,6 +103,7 @@ constexpr const ClassDefinition* classes[] {
     &UILongPressGestureRecognizer_class,
     &UINotificationFeedbackGenerator_class,
     &UIPanGestureRecognizer_class,
+    &UIPasteboard_class,
     &UIResponder_class,
     &UIScreen_class,
     &UIScreenFunctions_class,
