@@ -2,7 +2,10 @@
 #include "phone/control/application_record.h"
 #include "phone/control/request_rows.h"
 #include "phone/control/value_json.h"
+#include "platform/dispatch/run_loop.h"
 #include "platform/foundation/values.h"
+#include "platform/graphics/geometry.h"
+#include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
 #include "platform/screen/framework.h"
 
@@ -14,11 +17,32 @@ using namespace platform;
 
 namespace {
 
-/// The controller over the Home Screen, which others present from.
+/// Nothing is hit in the window but what its controller shows.
+bool AlertWindow_pointInside(const id& self, SEL, CGPoint, const id&)
+{
+    return static_cast<bool>(send<"presentedViewController">(send<"rootViewController">(self)));
+}
+
+constexpr MethodDefinition windowMethods[] { method<"pointInside:withEvent:", &AlertWindow_pointInside>() };
+const ClassDefinition SBAlertWindow_class {
+    .name = "SBAlertWindow", .superclassName = "UIWindow", .methods = windowMethods
+};
+
+constexpr double levelOfAlerts = 2000;
+
+/// The controller over the Home Screen, in a window of its own, which others present from.
 const id& homeController()
 {
-    static NSObject* const controller = send<"new">(id(classNamed<"UIViewController">())).leak();
-    static const auto* const kept = new id(controller);
+    static const auto* const kept = [] {
+        const id window = send<"new">(id(registerClass(SBAlertWindow_class)));
+        const id controller = send<"new">(id(classNamed<"UIViewController">()));
+        send<"setWindowLevel:", void>(window, levelOfAlerts);
+        send<"setRootViewController:", void>(window, controller);
+        send<"setHidden:", void>(window, false);
+        static const auto* const windowKept = new id(window);
+        static_cast<void>(windowKept);
+        return new id(controller);
+    }();
     return *kept;
 }
 
@@ -71,6 +95,8 @@ Json answerAlert(const Json& request)
     if (!send<"isEnabled", bool>(action))
         return failure("that button is off");
     send<"_choose:", void>(alert, action);
+    constexpr std::chrono::seconds patience { 5 };
+    runUntil([&] { return !send<"presentingViewController">(alert); }, patience);
     settle();
     return { { "ok", true }, { "chosen", toJson(send<"title">(action)) }, { "alert", alertJson(shownAlert()) } };
 }

@@ -48,6 +48,10 @@ struct UIEdgeInsets {
     CGFloat bottom = 0;
     CGFloat right = 0;
     friend bool operator==(const UIEdgeInsets&, const UIEdgeInsets&) = default;
+    friend constexpr UIEdgeInsets operator+(const UIEdgeInsets& a, const UIEdgeInsets& b) noexcept
+    {
+        return { a.top + b.top, a.left + b.left, a.bottom + b.bottom, a.right + b.right };
+    }
 };
 
 template <> inline constexpr std::string_view typeEncoding<CGPoint> = "{CGPoint=dd}";

@@ -3,7 +3,9 @@
 #include "platform/runtime/message.h"
 #include "platform/screen/backlight.h"
 #include "platform/uikit/application.h"
+#include "platform/uikit/device.h"
 #include "platform/uikit/views.h"
+#include "platform/uikit/window_scene.h"
 
 #include <algorithm>
 
@@ -41,6 +43,17 @@ id windows(const id&, SEL)
 id keyWindow(const id&, SEL)
 {
     return currentKeyWindow();
+}
+
+id connectedScenes(const id&, SEL)
+{
+    const id scene = firstWindowScene();
+    return set(scene ? std::vector<id> { scene } : std::vector<id>());
+}
+
+NSInteger statusBarOrientation(const id&, SEL)
+{
+    return interfaceOrientation();
 }
 
 /// To the window that the touches are in.
@@ -84,11 +97,13 @@ NSInteger userInterfaceLayoutDirection(const id&, SEL)
 }
 
 constexpr MethodDefinition applicationMethods[] {
+    method<"connectedScenes", &connectedScenes>().since(13),
     method<"init", &init>(),
     method<"keyWindow", &keyWindow>(),
     method<"sendAction:to:from:forEvent:", &sendAction>(),
     method<"sendEvent:", &sendEvent>(),
     classMethod<"sharedApplication", &sharedApplication>(),
+    method<"statusBarOrientation", &statusBarOrientation>(),
     method<"userInterfaceLayoutDirection", &userInterfaceLayoutDirection>(),
     method<"windows", &windows>(),
 };
@@ -107,6 +122,11 @@ id mainScreen(const id& self, SEL)
     return screen;
 }
 
+id screenTraits(const id&, SEL)
+{
+    return send<"currentTraitCollection">(id(classNamed<"UITraitCollection">()));
+}
+
 constexpr MethodDefinition screenMethods[] {
     method<"bounds", &ScreenObject::bounds>(),
     method<"brightness", &ScreenObject::brightness>(),
@@ -114,6 +134,7 @@ constexpr MethodDefinition screenMethods[] {
     method<"nativeScale", &ScreenObject::scale>(),
     method<"scale", &ScreenObject::scale>(),
     method<"setBrightness:", &ScreenObject::setBrightness>(),
+    method<"traitCollection", &screenTraits>(),
 };
 
 } // namespace

@@ -1,9 +1,10 @@
+#include "platform/graphics/appearance.h"
 #include "platform/uikit/animation.h"
 #include "platform/uikit/gestures.h"
 #include "platform/uikit/layout.h"
 #include "platform/uikit/responders.h"
 #include "platform/uikit/screen_picture.h"
-#include "platform/uikit/window.h"
+#include "platform/uikit/view_controllers.h"
 
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -139,7 +140,10 @@ void ViewObject::layoutTree()
         needsLayout_ = false;
         noticeSafeArea();
         solveConstraints(*this);
+        const id owner = controller;
+        send<"viewWillLayoutSubviews", void>(owner);
         send<"layoutSubviews", void>(self);
+        send<"viewDidLayoutSubviews", void>(owner);
     }
     // A layout may add and remove views.
     const std::vector<Ref<ViewObject>> present = subviews;
@@ -167,32 +171,56 @@ void ViewObject::insertSubview(const Ref<ViewObject>& view, std::size_t index)
     const id self(this);
     send<"willMoveToSuperview:", void>(view, self);
     WindowObject* const former = view->window();
+    const bool stays = former && former == window();
     if (view->superview)
-        view->removeFromSuperview();
+        view->leaveSuperview(stays);
+    if (!stays && window())
+        view->movesToWindow(window());
     view->superview = this;
     subviews.insert(subviews.begin() + static_cast<std::ptrdiff_t>(std::min(index, subviews.size())), view);
     send<"didAddSubview:", void>(self, id(view));
     send<"didMoveToSuperview", void>(view);
-    view->movedToWindow(former);
+    if (stays)
+        view->safeAreaMayHaveChanged();
+    else
+        view->movedToWindow(nullptr);
     changed(*this, Asks::Layout);
 }
 
 void ViewObject::removeFromSuperview()
 {
-    if (!superview)
-        return;
+    if (superview)
+        leaveSuperview(false);
+}
+
+void ViewObject::leaveSuperview(bool staysInWindow)
+{
     const Ref<ViewObject> self(this);
     const Ref<ViewObject> former(superview);
     WindowObject* const formerWindow = window();
     cancelAnimations(*this);
+    if (formerWindow && !staysInWindow)
+        movesToWindow(nullptr);
     send<"willMoveToSuperview:", void>(self, nil);
     send<"willRemoveSubview:", void>(former, id(self));
     dropConstraintsAcross(*this);
     std::erase(former->subviews, self);
     superview = nullptr;
     send<"didMoveToSuperview", void>(self);
-    movedToWindow(formerWindow);
+    if (!staysInWindow)
+        movedToWindow(formerWindow);
     changed(*former, Asks::Layout);
+}
+
+void ViewObject::movesToWindow(WindowObject* next)
+{
+    send<"willMoveToWindow:", void>(id(this), id(next));
+    if (const Ref<NSObject> owner = controller.get())
+        if (auto* const known = asController(owner))
+            known->viewWillMove(next);
+    const std::vector<Ref<ViewObject>> present = subviews;
+    for (const Ref<ViewObject>& subview : present)
+        subview->movesToWindow(next);
 }
 
 void ViewObject::movedToWindow(WindowObject* former)
@@ -211,6 +239,9 @@ void ViewObject::movedToWindow(WindowObject* former)
     const std::vector<Ref<ViewObject>> present = subviews;
     for (const Ref<ViewObject>& subview : present)
         subview->movedToWindow(former);
+    if (const Ref<NSObject> owner = controller.get())
+        if (auto* const known = asController(owner))
+            known->viewDidMove(window());
 }
 
 bool ViewObject::isDescendantOf(const ViewObject& other) const noexcept
@@ -227,15 +258,46 @@ UIEdgeInsets ViewObject::safeArea() const
     if (!window)
         return {};
     const CGPoint origin = window->frame().origin;
-    const CGPoint first = pointInRoot(bounds.origin);
-    const CGPoint second = pointInRoot({ CGRectGetMaxX(bounds), CGRectGetMaxY(bounds) });
-    const auto [left, right] = std::minmax({ first.x + origin.x, second.x + origin.x });
-    const auto [top, bottom] = std::minmax({ first.y + origin.y, second.y + origin.y });
     const CGSize screen = screenFacts().size;
-    const UIEdgeInsets& most = screenFacts().safeArea;
-    return UIEdgeInsetsMake(std::clamp(most.top - top, 0.0, most.top), std::clamp(most.left - left, 0.0, most.left),
-        std::clamp(bottom - (screen.height - most.bottom), 0.0, most.bottom),
-        std::clamp(right - (screen.width - most.right), 0.0, most.right));
+    // Where what is safe begins and ends on the screen.
+    UIEdgeInsets edges = screenFacts().safeArea;
+    edges.bottom = screen.height - edges.bottom;
+    edges.right = screen.width - edges.right;
+    const auto insetsOf = [&](const ViewObject& view) {
+        const CGPoint first = view.pointInRoot(view.bounds.origin);
+        const CGPoint second = view.pointInRoot({ CGRectGetMaxX(view.bounds), CGRectGetMaxY(view.bounds) });
+        const auto [left, right] = std::minmax({ first.x + origin.x, second.x + origin.x });
+        const auto [top, bottom] = std::minmax({ first.y + origin.y, second.y + origin.y });
+        return UIEdgeInsetsMake(std::clamp(edges.top - top, 0.0, std::max(edges.top, 0.0)),
+            std::clamp(edges.left - left, 0.0, std::max(edges.left, 0.0)),
+            std::clamp(bottom - edges.bottom, 0.0, std::max(screen.height - edges.bottom, 0.0)),
+            std::clamp(right - edges.right, 0.0, std::max(screen.width - edges.right, 0.0)));
+    };
+    std::vector<const ViewObject*> holders;
+    for (const ViewObject* view = this; view; view = view->superview)
+        if (const id owner = view->controller)
+            if (const auto* const known = asController(owner);
+                known && known->additionalSafeAreaInsets + known->containerInsets != UIEdgeInsets {})
+                holders.push_back(view);
+    for (auto view = holders.rbegin(); view != holders.rend(); ++view) {
+        const id owner = (*view)->controller;
+        const auto* const known = asController(owner);
+        const UIEdgeInsets insets = insetsOf(**view) + known->additionalSafeAreaInsets + known->containerInsets;
+        const CGPoint first = (*view)->pointInRoot((*view)->bounds.origin);
+        const CGPoint second = (*view)->pointInRoot({ CGRectGetMaxX((*view)->bounds), CGRectGetMaxY((*view)->bounds) });
+        edges = UIEdgeInsetsMake(std::min(first.y, second.y) + origin.y + insets.top,
+            std::min(first.x, second.x) + origin.x + insets.left,
+            std::max(first.y, second.y) + origin.y - insets.bottom,
+            std::max(first.x, second.x) + origin.x - insets.right);
+    }
+    return insetsOf(*this);
+}
+
+void ViewObject::safeAreaMayHaveChanged()
+{
+    checkSafeArea();
+    for (const Ref<ViewObject>& subview : subviews)
+        subview->safeAreaMayHaveChanged();
 }
 
 void ViewObject::checkSafeArea()
@@ -250,6 +312,8 @@ void ViewObject::noticeSafeArea()
     if (std::exchange(noticedSafeArea_, present) == present)
         return;
     send<"safeAreaInsetsDidChange", void>(id(this));
+    const id owner = controller;
+    send<"viewSafeAreaInsetsDidChange", void>(owner);
     for (const Ref<ViewObject>& subview : subviews)
         subview->checkSafeArea();
 }
@@ -291,11 +355,12 @@ CGPoint ViewObject::pointFromRoot(CGPoint point) const
 
 Color ViewObject::effectiveTint() const
 {
-    constexpr Color systemBlue { 0, 122 / 255.0, 1, 1 };
+    constexpr Color lightBlue { 0, 122 / 255.0, 1, 1 };
+    constexpr Color darkBlue { 10 / 255.0, 132 / 255.0, 1, 1 };
     for (const ViewObject* view = this; view; view = view->superview)
         if (const auto tint = asColor(view->tintColor))
             return *tint;
-    return systemBlue;
+    return isDarkNow() ? darkBlue : lightBlue;
 }
 
 void changed(ViewObject& view, Asks what)

@@ -4,6 +4,7 @@
 #include "platform/uikit/constraints.h"
 #include "platform/uikit/gestures.h"
 #include "platform/uikit/layout.h"
+#include "platform/uikit/traits.h"
 #include "platform/uikit/views.h"
 #include "platform/uikit/window.h"
 
@@ -348,6 +349,7 @@ constexpr MethodDefinition methods[] {
     getter<"translatesAutoresizingMaskIntoConstraints", &ViewObject::translatesAutoresizingMaskIntoConstraints>(),
     method<"viewWithTag:", &viewWithTag>(),
     method<"willMoveToSuperview:", &doNothingWith>(),
+    method<"willMoveToWindow:", &doNothingWith>(),
     method<"willRemoveSubview:", &doNothingWith>(),
     method<"window", &window>(),
 };
@@ -357,7 +359,7 @@ std::span<const MethodDefinition> allMethods()
 {
     static const auto* const all = [] {
         auto* const joined = new std::vector<MethodDefinition>(std::begin(methods), std::end(methods));
-        for (const auto& more : { animationMethods, constraintMethods, gestureMethods })
+        for (const auto& more : { animationMethods, constraintMethods, gestureMethods, traitMethods })
             joined->insert(joined->end(), more.begin(), more.end());
         return joined;
     }();

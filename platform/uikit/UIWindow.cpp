@@ -16,12 +16,6 @@ std::vector<WindowObject*>& windowList()
     return *windows;
 }
 
-WindowObject*& keyWindow()
-{
-    static WindowObject* window = nullptr;
-    return window;
-}
-
 bool passScheduled = false;
 bool passRunning = false;
 
@@ -37,8 +31,6 @@ WindowObject::~WindowObject()
 {
     std::erase(windowList(), this);
     noteDamage();
-    if (keyWindow() == this)
-        keyWindow() = nullptr;
 }
 
 std::vector<Ref<WindowObject>> allWindows()
@@ -70,93 +62,6 @@ void scheduleLayoutPass()
         dispatch_after(frame, dispatch_get_main_queue(), pass);
     else
         dispatch_async(dispatch_get_main_queue(), pass);
-}
-
-namespace {
-
-WindowObject& windowIn(const id& self)
-{
-    return static_cast<WindowObject&>(*self);
-}
-
-id init(const id& self, SEL)
-{
-    return send<"initWithFrame:">(self, CGRect { {}, screenFacts().size });
-}
-
-void setRootViewController(const id& self, SEL, const id& controller)
-{
-    WindowObject& window = windowIn(self);
-    if (ViewObject* const former = asViewObject(askObject<"view">(window.rootViewController)))
-        former->removeFromSuperview();
-    window.rootViewController = controller;
-    const id view = askObject<"view">(controller);
-    if (!view)
-        return;
-    send<"setFrame:", void>(view, window.bounds);
-    constexpr NSUInteger flexibleWidthAndHeight = 2 | 16;
-    send<"setAutoresizingMask:", void>(view, flexibleWidthAndHeight);
-    window.insertSubview(Ref<ViewObject>(asViewObject(view)), 0);
-}
-
-id nextResponder(const id&, SEL)
-{
-    return send<"sharedApplication">(id(classNamed<"UIApplication">()));
-}
-
-void makeKeyWindow(const id& self, SEL)
-{
-    keyWindow() = &windowIn(self);
-}
-
-void makeKeyAndVisible(const id& self, SEL)
-{
-    keyWindow() = &windowIn(self);
-    send<"setHidden:", void>(self, false);
-}
-
-bool isKeyWindow(const id& self, SEL)
-{
-    return keyWindow() == &windowIn(self);
-}
-
-void setHidden(const id& self, SEL, bool hidden)
-{
-    if (std::exchange(windowIn(self).hidden, hidden) == hidden)
-        return;
-    changed(windowIn(self), Asks::Drawing);
-    if (!hidden)
-        windowIn(self).setNeedsLayout();
-}
-
-void sendEvent(const id& self, SEL, const id& event)
-{
-    deliverTouches(windowIn(self), event);
-}
-
-constexpr MethodDefinition methods[] {
-    method<"init", &init>(),
-    method<"isKeyWindow", &isKeyWindow>(),
-    method<"makeKeyAndVisible", &makeKeyAndVisible>(),
-    method<"makeKeyWindow", &makeKeyWindow>(),
-    method<"nextResponder", &nextResponder>(),
-    getter<"rootViewController", &WindowObject::rootViewController>(),
-    method<"sendEvent:", &sendEvent>(),
-    method<"setHidden:", &setHidden>(),
-    method<"setRootViewController:", &setRootViewController>(),
-    setterThatAsks<"setWindowLevel:", &WindowObject::windowLevel, Asks::Drawing>(),
-    getter<"windowLevel", &WindowObject::windowLevel>(),
-};
-
-} // namespace
-
-const ClassDefinition WindowObject::definition {
-    .name = "UIWindow", .superclass = &ViewObject::definition, .allocate = allocate<WindowObject>, .methods = methods
-};
-
-id currentKeyWindow()
-{
-    return id(keyWindow());
 }
 
 } // namespace platform

@@ -8,13 +8,17 @@
 #include "platform/uikit/feedback_generators.h"
 #include "platform/uikit/gestures.h"
 #include "platform/uikit/layers.h"
+#include "platform/uikit/navigation.h"
+#include "platform/uikit/presentations.h"
 #include "platform/uikit/renderer.h"
 #include "platform/uikit/screen_picture.h"
 #include "platform/uikit/scroll_view.h"
 #include "platform/uikit/table_view.h"
+#include "platform/uikit/traits.h"
 #include "platform/uikit/view_controllers.h"
 #include "platform/uikit/views.h"
 #include "platform/uikit/visual_effects.h"
+#include "platform/uikit/window_scene.h"
 
 /// The door of the library: its classes, and the functions of its host as class methods.
 
@@ -49,15 +53,12 @@ void touchAt(const id&, SEL, CGPoint point, NSInteger phase)
 
 void setSize(const id&, SEL, CGSize size, double scale)
 {
-    screenFacts().size = size;
-    screenFacts().scale = scale;
-    noteDamage();
+    changeScreenSize(size, scale);
 }
 
 void setInterfaceStyle(const id&, SEL, NSInteger style)
 {
-    screenFacts().style = static_cast<InterfaceStyle>(style);
-    noteDamage();
+    changeScreenStyle(static_cast<InterfaceStyle>(style));
 }
 
 constexpr MethodDefinition screenFunctions[] {
@@ -85,11 +86,13 @@ constexpr const ClassDefinition* classes[] {
     &UIAlertController_class,
     &UIApplication_class,
     &BezierPathObject::definition,
+    &BarButtonItemObject::definition,
     &UIBlurEffect_class,
     &UIButton_class,
     &ColorObject::definition,
     &ControlObject::definition,
     &UIDevice_class,
+    &UIDimmingView_class,
     &EventObject::definition,
     &FontObject::definition,
     &GestureRecognizerObject::definition,
@@ -101,14 +104,20 @@ constexpr const ClassDefinition* classes[] {
     &UIImpactFeedbackGenerator_class,
     &UILabel_class,
     &UILongPressGestureRecognizer_class,
+    &NavigationBarObject::definition,
+    &NavigationControllerObject::definition,
+    &NavigationItemObject::definition,
     &UINotificationFeedbackGenerator_class,
     &UIPanGestureRecognizer_class,
     &UIPasteboard_class,
+    &UIPopoverPresentationController_class,
+    &PresentationControllerObject::definition,
     &UIResponder_class,
     &UIScreen_class,
     &UIScreenFunctions_class,
     &ScrollViewObject::definition,
     &UISelectionFeedbackGenerator_class,
+    &UISheetPresentation_class,
     &UIStackView_class,
     &UISwipeGestureRecognizer_class,
     &UISwitch_class,
@@ -118,11 +127,13 @@ constexpr const ClassDefinition* classes[] {
     &UITapGestureRecognizer_class,
     &TouchObject::definition,
     &UITraitCollection_class,
+    &UITransitionView_class,
     &ViewObject::definition,
     &ViewControllerObject::definition,
     &UIVisualEffect_class,
     &UIVisualEffectView_class,
     &WindowObject::definition,
+    &UIWindowScene_class,
 };
 
 } // namespace

@@ -1,8 +1,10 @@
 #include "platform/uikit/renderer.h"
 
+#include "platform/graphics/appearance.h"
 #include "platform/runtime/message.h"
 #include "platform/uikit/animation.h"
 #include "platform/uikit/layout.h"
+#include "platform/uikit/traits.h"
 #include "platform/uikit/window.h"
 
 namespace platform {
@@ -141,6 +143,9 @@ void drawShadow(Canvas& canvas, const ViewObject& view, const Presentation& seen
 
 void renderView(Canvas& canvas, const ViewObject& view)
 {
+    std::optional<AppearanceScope> appearance;
+    if (const long asked = styleAskedBy(view); asked != 0)
+        appearance.emplace(static_cast<InterfaceStyle>(asked) == InterfaceStyle::Dark);
     const Presentation seen = presentationOf(view);
     if (view.hidden || seen.alpha <= 0)
         return;

@@ -80,6 +80,8 @@ public:
     bool translatesAutoresizingMaskIntoConstraints = true;
     unsigned long autoresizingMask = 0;
     long tag = 0;
+    long semanticContentAttribute = 0;
+    long overrideStyle = 0; ///< of what stands in the view, by the system's numbers; 0: as what the view stands in
     long contentMode = 0;
     id backgroundColor {};
     id tintColor {}; ///< nil: the superview's
@@ -119,6 +121,8 @@ public:
 
     /// How far bars and round corners of the screen reach into the view; nothing outside of a window.
     UIEdgeInsets safeArea() const;
+    /// The view hears of another safe area with its next layout.
+    void safeAreaMayHaveChanged();
 
     /// To and from the coordinates of the root of the tree that the view stands in.
     CGPoint pointInRoot(CGPoint point) const;
@@ -141,10 +145,11 @@ public:
     virtual bool constrainsSubview(const ViewObject&) const noexcept { return true; }
 
 private:
+    void leaveSuperview(bool staysInWindow);
+    void movesToWindow(WindowObject* next);
     void movedToWindow(WindowObject* former);
     void resizeSubviews(CGSize former);
 
-    /// The safe area of the view may be another one: it hears of it with its next layout.
     void checkSafeArea();
     void noticeSafeArea();
 

@@ -17,6 +17,12 @@ public:
     id rootViewController {};
 
     WindowObject* window() noexcept override { return this; }
+
+    id scene() const;
+    void setScene(const id& scene);
+
+private:
+    std::optional<id> scene_ {}; ///< none: nobody has said which
 };
 
 /// All windows there are, from the back to the front: by level, and on one level in the order in which they were made.

@@ -1,0 +1,130 @@
+#pragma once
+
+#include "platform/uikit/transitions.h"
+
+namespace platform {
+
+class NavigationBarObject;
+
+/// What a controller puts into the bar.
+class NavigationItemObject : public NSObject {
+public:
+    static const ClassDefinition definition;
+
+    id title {};
+    id titleView {};
+    id backButtonTitle {};
+    id backBarButtonItem {};
+    id leftItems {}; ///< an array, or nil
+    id rightItems {};
+    bool hidesBackButton = false;
+    bool leftItemsSupplementBackButton = false;
+    NSInteger largeTitleDisplayMode = 0;
+
+    Weak<NavigationBarObject> bar {}; ///< the one that shows it
+};
+
+/// A button of a bar.
+class BarButtonItemObject : public NSObject {
+public:
+    static const ClassDefinition definition;
+
+    id title {};
+    id image {};
+    id customView {};
+    id tintColor {};
+    Weak<NSObject> target {};
+    SEL action = nullptr;
+    NSInteger style = 0;
+    bool isEnabled = true;
+    bool isSpace = false;
+
+    /// Made anew at each layout of the bar.
+    Ref<ViewObject> makeView();
+    Weak<ViewObject> view {};
+    Weak<NavigationBarObject> bar {};
+    void perform();
+};
+
+constexpr double navigationBarHeight = 44;
+
+/// The bar over a navigation controller's content: a title, a way back, and the buttons of the topmost item.
+class NavigationBarObject : public ViewObject {
+public:
+    static const ClassDefinition definition;
+
+    Weak<NSObject> navigation {}; ///< is sent `_goBack`
+    id barTintColor {};
+    bool isTranslucent = true;
+    bool prefersLargeTitles = false;
+
+    void setItems(const std::vector<Ref<NavigationItemObject>>& items);
+    const std::vector<Ref<NavigationItemObject>>& items() const noexcept { return items_; }
+    void layOut();
+
+private:
+    void addSide(const id& list, bool leading, double& used);
+    void addBack(double& used);
+    void addTitle(double leading, double trailing);
+
+    std::vector<Ref<NavigationItemObject>> items_ {};
+    Ref<ViewObject> ground_ {};
+    Ref<ViewObject> line_ {};
+    Ref<ViewObject> content_ {};
+};
+
+/// Controllers one upon the other, of which the topmost is seen.
+class NavigationControllerObject : public ViewControllerObject {
+public:
+    static const ClassDefinition definition;
+
+    Weak<NSObject> delegate {};
+
+    void push(const Ref<ViewControllerObject>& controller, bool animated);
+    /// Those that have gone, the lowest first.
+    std::vector<id> popTo(std::size_t count, bool animated);
+    void setControllers(const std::vector<Ref<ViewControllerObject>>& next, bool animated);
+    const std::vector<Ref<ViewControllerObject>>& controllers() const noexcept { return stack_; }
+    Ref<ViewControllerObject> top() const { return stack_.empty() ? nullptr : stack_.back(); }
+
+    NavigationBarObject& bar();
+    id edgeGesture();
+    bool isBarHidden() const noexcept { return isBarHidden_; }
+    void setBarHidden(bool hidden, bool animated);
+
+    void layOut();
+    void goBack();
+    void edgeSwiped(const id& gesture);
+    bool edgeShouldBegin(const id& gesture);
+
+protected:
+    id makeView() override;
+
+private:
+    enum class Operation : long { Push = 1, Pop = 2 };
+
+    void show(const Ref<ViewControllerObject>& from, const Ref<ViewControllerObject>& to, Operation operation,
+        bool animated, std::function<void()> gone);
+    void place(ViewControllerObject& controller);
+    id shownView() const { return id(viewIfLoaded()); }
+    void updateBar();
+
+    std::vector<Ref<ViewControllerObject>> stack_ {};
+    Ref<NavigationBarObject> bar_ {};
+    Ref<ViewObject> content_ {};
+    id edge_ {};
+    bool isBarHidden_ = false;
+    bool isDragged_ = false;
+};
+
+/// The animator of pushes and pops.
+id makeNavigationSlide(bool isPop);
+constexpr double navigationDuration = 0.35;
+constexpr double navigationParallax = 0.3; ///< how far what is covered goes along
+bool runsRightToLeft(const ViewObject& view);
+
+/// The nearest that holds the controller; nil for none.
+id navigationControllerOf(const ViewControllerObject& controller);
+id makeNavigationItem(const id& title);
+
+} // namespace platform
