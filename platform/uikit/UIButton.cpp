@@ -168,7 +168,7 @@ protected:
 
     void stateChanged() override
     {
-        const double former = dimming();
+        const double former = std::exchange(formerDimming_, dimming());
         show();
         if (type_ == ButtonType::Custom)
             return;
@@ -290,6 +290,7 @@ private:
     }
 
     ButtonType type_ = ButtonType::Custom;
+    double formerDimming_ = 1; ///< in the state before
     std::map<std::pair<ButtonPart, NSUInteger>, id> values_ {};
     Ref<ViewObject> label_ {};
     Ref<ViewObject> image_ {};

@@ -34,12 +34,14 @@ public:
     /// Whatever size is asked for, a switch has its own.
     id initWithFrame(CGRect frame)
     {
-        setFrame({ frame.origin, switchSize });
+        setOwnFrame(frame);
         insertSubview(track_, 0);
         insertSubview(thumb_, 1);
         show();
         return id(this);
     }
+
+    void setOwnFrame(CGRect frame) { setFrame({ frame.origin, switchSize }); }
 
     bool isOn() const noexcept { return on_; }
     void setOn(bool on) { setOnAnimated(on, false); }
@@ -139,6 +141,7 @@ constexpr MethodDefinition methods[] {
     method<"isOn", &SwitchObject::isOn>(),
     method<"layoutSubviews", &SwitchObject::layoutSubviews>(),
     getter<"onTintColor", &SwitchObject::onTintColor>(),
+    method<"setFrame:", &SwitchObject::setOwnFrame>(),
     method<"setOn:", &SwitchObject::setOn>(),
     method<"setOn:animated:", &SwitchObject::setOnAnimated>(),
     method<"setOnTintColor:", &SwitchObject::setOnTintColor>(),

@@ -231,7 +231,7 @@ void ViewObject::movedToWindow(WindowObject* former)
     if (former)
         abandonGestures(*this);
     if (!window() && firstResponder() == self)
-        send<"resignFirstResponder", void>(self);
+        send<"resignFirstResponder", bool>(self);
     send<"didMoveToWindow", void>(self);
     checkSafeArea();
     if (needsLayout_)

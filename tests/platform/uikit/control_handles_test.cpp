@@ -1,4 +1,5 @@
 #include "platform/dispatch/run_loop.h"
+#include "platform/foundation/classes.h"
 #include "platform/foundation/index_path.h"
 #include "platform/foundation/index_set.h"
 #include "platform/foundation/values.h"
@@ -114,6 +115,8 @@ TEST_F(ControlHandles, ATablesMethodsAreTheClasss)
 
 TEST_F(ControlHandles, AnIndexPathIsAValue)
 {
+    for (const ClassDefinition* const definition : foundationClasses())
+        registerClass(*definition);
     const auto path = [](NSInteger section, NSInteger row) { return NSIndexPath::forRow(row, section); };
     EXPECT_TRUE(path(2, 3).row() == 3 && path(2, 3).section() == 2);
     EXPECT_TRUE(isEqual(path(2, 3), path(2, 3)));

@@ -238,7 +238,8 @@ TEST_F(Controls, TheResponderChainGoesByTheControllerToTheApplication)
     for (UIResponder responder(inner.object()); responder; responder = responder.nextResponder())
         chain.push_back(responder);
     const id application = send<"sharedApplication">(support::classObject<"UIApplication">());
-    EXPECT_EQ(chain, (std::vector<id> { inner, view, controller, window, application }));
+    const id scene = send<"windowScene">(window);
+    EXPECT_EQ(chain, (std::vector<id> { inner, view, controller, window, scene, application }));
 }
 
 TEST_F(Controls, ATapOnAControlIsNotOneOnWhatItStandsIn)

@@ -321,7 +321,9 @@ TEST_F(Damage, EveryChangeThatIsSeenIsDrawnAndTheSameValueIsNone)
     for (const auto& [name, change] : changes) {
         change();
         EXPECT_EQ(drawings(), 1) << name;
-        if (std::string_view(name) == "order" || std::string_view(name) == "style")
+        const std::string_view text = name;
+        const bool turns = text.starts_with("wheel") && text != "wheel rests"; // and is drawn anew each time
+        if (turns || text == "order" || text == "style")
             continue;
         change();
         EXPECT_EQ(drawings(), 0) << name << ", as it stands";
