@@ -53,9 +53,10 @@ void openThroughSpringBoard()
 }
 
 constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &alertRequests,
-    &authenticationRequests, &customIconRequests, &deviceRequests, &exitRequests, &fingerRequests, &iconRequests, &launchRequests,
-    &iconRenderingRequests, &nameAndBadgeRequests, &notificationRequests, &operationRequests, &permissionRequests,
-    &recordRequests, &screenRequests, &screenPictureRequests, &storeRequests, &switcherRequests, &transitionRequests };
+    &authenticationRequests, &customIconRequests, &deviceRequests, &exitRequests, &fingerRequests, &iconRequests,
+    &launchRequests, &iconRenderingRequests, &nameAndBadgeRequests, &notificationRequests, &operationRequests,
+    &permissionRequests, &recordRequests, &screenRequests, &screenPictureRequests, &storeRequests, &switcherRequests,
+    &transitionRequests };
 constexpr const RequestRows* searchRequestTables[] { &searchStatusRequests, &authenticationRequests,
     &iconRenderingRequests, &preferenceRequests, &screenPictureRequests, &searchRequests };
 constexpr const RequestRows* storeRequestTables[] { &statusRequests, &iconRenderingRequests, &storeRequests };
