@@ -228,47 +228,65 @@ TEST(InstallationScenario, WhatIsNoApplicationIsRefusedAndLeavesNothing)
     EXPECT_FALSE(isShown(phone, tide));
 }
 
-TEST(InstallationScenario, KilledInTheMiddleItIsThereWholeOrNotAtAll)
-{
-    for (const bool isUpdate : { false, true })
-        for (const char* const moment : { "before 1", "after 1", "before 2", "after 2", "before 3", "after 3" }) {
-            // Without a former version nothing has to go, and the file is written twice.
-            if (!isUpdate && moment[std::string_view(moment).size() - 1] == '3')
-                continue;
-            SCOPED_TRACE(std::string(moment) + (isUpdate ? " of an update" : ""));
-            const Phone phone;
-            const BundleFolder folder(phone);
-            phone.answer({ "phone", "up" });
-            if (isUpdate)
-                phone.answer({ "phone", "install", folder.path() });
-            const std::string data = isUpdate ? dataOf(phone, tide) : "";
-            const std::set<std::string> before = contents(phone);
-            phone.answer({ "phone", "down" });
-            const std::string file = phone.root() + "/moment";
-            startMortal(phone, file, "removed_applications.plist");
-            std::ofstream(file) << moment;
-            folder.describe("Lagoon", "2.0");
-            phone.answer({ "phone", "install", folder.path() }, 1);
-            EXPECT_FALSE(fs::exists(file)) << "SpringBoard wasn't killed";
-            phone.answer({ "phone", "respring" });
+namespace {
 
-            const std::string_view undone[] { "before 1", "after 1", "before 2" };
-            const bool isDone = std::ranges::find(undone, moment) == std::end(undone);
-            const Json application = applicationOf(phone, tide);
-            if (isDone) {
-                EXPECT_EQ(application["applicationVersion"], "2.0");
-                EXPECT_TRUE(fs::exists(bundleOf(phone, tide) + "/pages/first"));
-                EXPECT_TRUE(fs::is_directory(dataOf(phone, tide) + "/Documents"));
-                EXPECT_TRUE(isShown(phone, tide));
-            } else {
-                EXPECT_EQ(contents(phone), before);
-                EXPECT_EQ(application.is_null(), !isUpdate);
-            }
-            if (isUpdate) {
-                EXPECT_EQ(dataOf(phone, tide), data);
-                EXPECT_EQ(contents(phone).size(), before.size()) << "one of the two versions alone is left";
-            }
-        }
+/// SpringBoard dies at that write.
+struct Death {
+    bool isUpdate;
+    const char* moment;
+};
+
+// Without a former version nothing has to go, and the file is written twice.
+constexpr Death deaths[] { { false, "before 1" }, { false, "after 1" }, { false, "before 2" }, { false, "after 2" },
+    { true, "before 1" }, { true, "after 1" }, { true, "before 2" }, { true, "after 2" }, { true, "before 3" },
+    { true, "after 3" } };
+
+void PrintTo(const Death& death, std::ostream* out)
+{
+    *out << death.moment << (death.isUpdate ? " of an update" : "");
 }
+
+} // namespace
+
+class KilledInstallation : public testing::TestWithParam<Death> { };
+
+TEST_P(KilledInstallation, LeavesTheApplicationWholeOrNotAtAll)
+{
+    const auto& [isUpdate, moment] = GetParam();
+    const Phone phone;
+    const BundleFolder folder(phone);
+    phone.answer({ "phone", "up" });
+    if (isUpdate)
+        phone.answer({ "phone", "install", folder.path() });
+    const std::string data = isUpdate ? dataOf(phone, tide) : "";
+    const std::set<std::string> before = contents(phone);
+    phone.answer({ "phone", "down" });
+    const std::string file = phone.root() + "/moment";
+    startMortal(phone, file, "removed_applications.plist");
+    std::ofstream(file) << moment;
+    folder.describe("Lagoon", "2.0");
+    phone.answer({ "phone", "install", folder.path() }, 1);
+    EXPECT_FALSE(fs::exists(file)) << "SpringBoard wasn't killed";
+    phone.answer({ "phone", "respring" });
+
+    const std::string_view undone[] { "before 1", "after 1", "before 2" };
+    const bool isDone = std::ranges::find(undone, moment) == std::end(undone);
+    const Json application = applicationOf(phone, tide);
+    if (isDone) {
+        EXPECT_EQ(application["applicationVersion"], "2.0");
+        EXPECT_TRUE(fs::exists(bundleOf(phone, tide) + "/pages/first"));
+        EXPECT_TRUE(fs::is_directory(dataOf(phone, tide) + "/Documents"));
+        EXPECT_TRUE(isShown(phone, tide));
+    } else {
+        EXPECT_EQ(contents(phone), before);
+        EXPECT_EQ(application.is_null(), !isUpdate);
+    }
+    if (isUpdate) {
+        EXPECT_EQ(dataOf(phone, tide), data);
+        EXPECT_EQ(contents(phone).size(), before.size()) << "one of the two versions alone is left";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(InstallationScenario, KilledInstallation, testing::ValuesIn(deaths));
 
 } // namespace scenario
