@@ -6,7 +6,6 @@
 #include "phone/device/staging.h"
 #include "platform/darwin/notify.h"
 #include "platform/foundation/files.h"
-#include "platform/foundation/move_file.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/values.h"
 

@@ -2,7 +2,6 @@
 
 #include "platform/foundation/device_path.h"
 #include "platform/foundation/directory_tree.h"
-#include "platform/foundation/move_file.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -122,4 +122,8 @@ std::string pathByAppending(std::string_view path, std::string_view component);
 /// `stringByDeletingLastPathComponent`: "/a/b/c.plist" and "/a/b/c/" give "/a/b"; "/a" gives "/"; "a" gives "".
 std::string pathByDeletingLastComponent(std::string_view path);
 
+/// Gives a file or a directory with all that is in it another name on the device, in one step; a link is moved, not
+/// what it leads to. 0, or an `errno`: EEXIST where something has that name already.
+[[nodiscard]] int moveFile(std::string_view from, std::string_view to);
+
 } // namespace platform

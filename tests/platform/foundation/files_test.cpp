@@ -2,7 +2,6 @@
 
 #include "platform/foundation/device_path.h"
 #include "platform/foundation/device_root.h"
-#include "platform/foundation/move_file.h"
 
 #include <atomic>
 #include <csignal>
