@@ -1,3 +1,4 @@
+#include "platform/handles/UIButton.h"
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -11,15 +12,7 @@ namespace platform {
 
 namespace {
 
-/// By the system's numbers.
-enum class ButtonType : long {
-    Custom = 0,
-    System = 1,
-    DetailDisclosure = 2,
-    InfoLight = 3,
-    InfoDark = 4,
-    ContactAdd = 5,
-};
+using ButtonType = UIButtonType;
 
 enum class ButtonPart { Title, TitleColor, TitleShadowColor, Image, BackgroundImage };
 

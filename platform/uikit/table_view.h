@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/handles/UITableView.h"
 #include "platform/uikit/cell_pool.h"
 #include "platform/uikit/scroll_view.h"
 #include "platform/uikit/table_cell.h"
@@ -11,19 +12,8 @@
 
 namespace platform {
 
-/// How rows come and go, by the system's numbers.
-enum class RowAnimation : long {
-    Fade = 0,
-    Right = 1,
-    Left = 2,
-    Top = 3,
-    Bottom = 4,
-    None = 5,
-    Middle = 6,
-    Automatic = 100
-};
-/// Where a row is scrolled to, by the system's numbers.
-enum class ScrollPosition : long { None = 0, Top = 1, Middle = 2, Bottom = 3 };
+using RowAnimation = UITableViewRowAnimation;
+using ScrollPosition = UITableViewScrollPosition;
 
 /// Rows in sections. Its data source is asked for counts and its delegate for heights at a reload and at the end of an
 /// update, and for a cell when its row comes into sight.

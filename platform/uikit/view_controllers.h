@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/handles/UIViewController.h"
 #include "platform/runtime/weak.h"
 #include "platform/uikit/window.h"
 
@@ -14,19 +15,8 @@ class TransitionContextObject;
 /// Where a controller's view stands on its way on and off the screen.
 enum class Appearance { Disappeared, Appearing, Appeared, Disappearing };
 
-/// How a controller is shown over another one, by the system's numbers.
-enum class PresentationStyle : long {
-    Automatic = -2,
-    None = -1,
-    FullScreen = 0,
-    PageSheet = 1,
-    FormSheet = 2,
-    CurrentContext = 3,
-    Custom = 4,
-    OverFullScreen = 5,
-    OverCurrentContext = 6,
-    Popover = 7,
-};
+/// How a controller is shown over another one.
+using PresentationStyle = UIModalPresentationStyle;
 
 /// Manages a view: makes it, hears of its layout and of its way on and off the screen, holds the controllers of parts
 /// of it, and shows others' over it. Whatever a public header lets a subclass override is asked by message.
