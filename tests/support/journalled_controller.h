@@ -1,11 +1,15 @@
 #pragma once
 
+#include "platform/dispatch/clock.h"
+#include "platform/dispatch/run_loop.h"
 #include "platform/foundation/values.h"
 #include "platform/graphics/geometry.h"
 #include "platform/runtime/class_definition.h"
 #include "platform/runtime/message.h"
 
+#include <chrono>
 #include <cmath>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -27,6 +31,20 @@ inline void note(const std::string& line)
 inline std::string takeJournal()
 {
     return std::exchange(controllerJournal(), {});
+}
+
+/// What has been heard since the last time, once all has come to rest, without the layouts.
+inline std::string settled()
+{
+    platform::advanceClock(std::chrono::seconds(2));
+    platform::runUntilIdle();
+    std::string text;
+    std::string line;
+    std::istringstream journal(takeJournal() + ", ");
+    while (std::getline(journal, line, ','))
+        if (line.find("ayout") == std::string::npos && line.find("safeArea") == std::string::npos && line != " ")
+            text += (text.empty() ? "" : ",") + line;
+    return text.starts_with(' ') ? text.substr(1) : text;
 }
 
 inline std::string titleOf(const platform::id& controller)

@@ -42,19 +42,6 @@ protected:
         return made;
     }
 
-    static std::string settled()
-    {
-        advanceClock(2s);
-        runUntilIdle();
-        std::string text;
-        std::string line;
-        std::istringstream journal(takeJournal() + ", ");
-        while (std::getline(journal, line, ','))
-            if (line.find("ayout") == std::string::npos && line.find("safeArea") == std::string::npos && line != " ")
-                text += (text.empty() ? "" : ",") + line;
-        return text.starts_with(' ') ? text.substr(1) : text;
-    }
-
     static void tap(CGPoint point)
     {
         touchScreenAt(point, TouchKind::Began);

@@ -150,20 +150,6 @@ protected:
             controller, animated, block([] { note("completion"); }));
     }
 
-    /// What has been heard since the last time, without the layouts.
-    static std::string settled()
-    {
-        advanceClock(2s);
-        runUntilIdle();
-        std::string text;
-        std::string line;
-        std::istringstream journal(takeJournal() + ", ");
-        while (std::getline(journal, line, ','))
-            if (line.find("ayout") == std::string::npos && line.find("safeArea") == std::string::npos && line != " ")
-                text += (text.empty() ? "" : ",") + line;
-        return text.starts_with(' ') ? text.substr(1) : text;
-    }
-
     static constexpr NSInteger fullScreen = 0;
     static constexpr NSInteger custom = 4;
     static constexpr NSInteger overFullScreen = 5;
