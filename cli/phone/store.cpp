@@ -41,6 +41,10 @@ std::string describePurchase(const Json& report)
     out << report.value("road", "") << " in " << report.value("process", "") << "\nkept: " << listed(report["kept"])
         << "\nrefused: " << listed(report["refused"])
         << (report.contains("why") ? "\n" + whyText(report).substr(1) : "");
+    for (const Json& one : report["installed"])
+        out << "\ninstalled: " << one.value("application", "") << " " << one.value("applicationVersion", "");
+    for (const Json& note : report["notes"])
+        out << '\n' << note.get<std::string>();
     if (!report.value("requestExists", true))
         out << "\nThere is no request.";
     for (const Json& call : report["completions"]) {

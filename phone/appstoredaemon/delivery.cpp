@@ -70,21 +70,18 @@ std::string versionAfter(const std::string& version)
     return version.substr(0, start) + std::to_string(std::stoul(version.substr(start)) + 1);
 }
 
-Delivery deliverFromStore(const std::string& bundleIdentifier)
+std::string deliverFromStore(const std::string& bundleIdentifier)
 {
     const auto all = installedApplications();
     const auto installed = std::ranges::find(all, bundleIdentifier, &InstalledApplication::bundleIdentifier);
     const StagedContainer staged;
     if (!staged.problem().empty())
-        return { {}, staged.problem() };
+        return staged.problem();
     const std::string version = installed == all.end() ? "" : versionAfter(installed->version);
-    const std::string problem = installed == all.end() || installed->isPlaceholder
+    std::string problem = installed == all.end() || installed->isPlaceholder
         ? stageSample(bundleIdentifier, version, staged.path())
         : stageNextVersion(*installed, version, staged.path());
-    if (!problem.empty())
-        return { {}, problem };
-    const InstallationOutcome outcome = installStagedContainer(staged.path());
-    return { outcome.application.version, outcome.problem };
+    return problem.empty() ? installStagedContainer(staged.path()).problem : problem;
 }
 
 std::string stageSample(

@@ -10,35 +10,36 @@ using namespace platform;
 
 namespace {
 
-std::string nameOf(const id& item)
+std::optional<std::string> identifierOf(const id& item)
 {
     for (const auto& answer : { ask<"bundleID">(item), ask<"bundleIdentifier">(item),
              ask<"valueForProperty:">(item, string("softwareInfo/bundleId")) })
         if (const auto identifier = asString(answer))
             return identifier->text();
-    return "something without an identifier";
+    return std::nullopt;
 }
 
-std::function<Delivery(const std::string&)>& storeDelivery()
+std::function<std::string(const std::string&)>& storeDelivery()
 {
-    static auto* const delivery = new std::function<Delivery(const std::string&)>;
+    static auto* const delivery = new std::function<std::string(const std::string&)>;
     return *delivery;
 }
 
 } // namespace
 
-void setStoreDelivery(std::function<Delivery(const std::string& bundleIdentifier)> delivery)
+void setStoreDelivery(std::function<std::string(const std::string& bundleIdentifier)> delivery)
 {
     storeDelivery() = std::move(delivery);
 }
 
 void installOrderedItem(const id& item)
 {
-    const std::string name = nameOf(item);
-    const Delivery delivered = storeDelivery() ? storeDelivery()(name) : Delivery {};
-    journal(JournalEvent::Installed, name, delivered.version);
-    if (!delivered.problem.empty())
-        journal(JournalEvent::Note, name + " isn't installed: " + delivered.problem);
+    const auto identifier = identifierOf(item);
+    journal(JournalEvent::Installed, identifier.value_or("something without an identifier"));
+    if (!identifier || !storeDelivery())
+        return;
+    if (const std::string problem = storeDelivery()(*identifier); !problem.empty())
+        journal(JournalEvent::Note, *identifier + " isn't installed: " + problem, *identifier);
 }
 
 void installOrdered(const id& items)

@@ -1,6 +1,7 @@
 #include "phone/appstoredaemon/store_roads.h"
 #include "phone/control/answers.h"
 #include "phone/control/request_rows.h"
+#include "phone/launchservices/installed_applications.h"
 #include "platform/darwin/system.h"
 #include "platform/foundation/values.h"
 #include "platform/runtime/message.h"
@@ -62,7 +63,8 @@ Json showStoreUpdates(const Json&)
 }
 
 /// "store-buy" with "road" and "applications": {"ok", "process", "road", "kept", "refused", "requestExists",
-/// "reachedStore" (whether the system's own method ran), "completions" (each call's arguments), "journal"}.
+/// "reachedStore" (whether the system's own method ran), "completions" (each call's arguments), "installed" (of the
+/// kept ones those that came, with the version that is there now), "notes", "journal"}.
 Json buyInStore(const Json& request)
 {
     const std::string name = text(request, "road");
@@ -74,20 +76,31 @@ Json buyInStore(const Json& request)
     const std::vector<std::string> wanted = strings(request, "applications");
     const StoreReceipt receipt = buy(*road, wanted);
     const std::vector<JournalEntry> entries = takeJournal();
-    const auto installed = [&entries](const std::string& identifier) {
+    const auto letThrough = [&entries](const std::string& identifier) {
         return std::ranges::any_of(entries, [&identifier](const JournalEntry& entry) {
             return entry.event == JournalEvent::Installed && entry.subject == identifier;
         });
     };
+    const auto failed = [&entries](const std::string& identifier) {
+        return std::ranges::any_of(entries, [&identifier](const JournalEntry& entry) {
+            return entry.event == JournalEvent::Note && entry.detail == identifier;
+        });
+    };
+    Json versions = Json::array();
+    for (const InstalledApplication& application : installedApplications())
+        if (letThrough(application.bundleIdentifier) && !failed(application.bundleIdentifier))
+            versions.push_back(
+                { { "application", application.bundleIdentifier }, { "applicationVersion", application.version } });
     Json kept = Json::array();
     Json refused = Json::array();
     for (const std::string& identifier : wanted)
-        (installed(identifier) ? kept : refused).push_back(identifier);
+        (letThrough(identifier) ? kept : refused).push_back(identifier);
     return { { "ok", true }, { "process", processFacts().processName }, { "road", road->method }, { "kept", kept },
         { "refused", refused }, { "requestExists", receipt.requestExists },
         { "reachedStore",
             std::ranges::any_of(entries, [](const JournalEntry& entry) { return entry.event == JournalEvent::Ran; }) },
-        { "completions", toJson(receipt.completions) }, { "journal", toJson(entries) } };
+        { "completions", toJson(receipt.completions) }, { "installed", versions },
+        { "notes", subjects(entries, JournalEvent::Note) }, { "journal", toJson(entries) } };
 }
 
 constexpr RequestRow rows[] {

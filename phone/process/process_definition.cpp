@@ -1,6 +1,8 @@
 #include "phone/process/process_definition.h"
 
 #include "phone/appstoredaemon/classes.h"
+#include "phone/appstoredaemon/delivery.h"
+#include "phone/appstoredaemon/orders.h"
 #include "phone/backboard/brightness.h"
 #include "phone/bulletinboard/classes.h"
 #include "phone/celestial/classes.h"
@@ -52,6 +54,24 @@ void openThroughSpringBoard()
     setOpenApplicationHandler(forwardOpenRequest);
 }
 
+/// And in one that buys.
+void deliverPurchases()
+{
+    setStoreDelivery(deliverFromStore);
+}
+
+void startAppStore()
+{
+    openThroughSpringBoard();
+    deliverPurchases();
+}
+
+void startSpringBoardAndStore()
+{
+    deliverPurchases();
+    startSpringBoard();
+}
+
 constexpr const RequestRows* springBoardRequestTables[] { &springBoardStatusRequests, &alertRequests,
     &authenticationRequests, &customIconRequests, &deviceRequests, &exitRequests, &fingerRequests, &iconRequests,
     &launchRequests, &iconRenderingRequests, &nameAndBadgeRequests, &notificationRequests, &operationRequests,
@@ -66,15 +86,15 @@ constexpr const RequestRows* storeRequestTables[] { &statusRequests, &iconRender
 std::span<const ProcessDefinition> processDefinitions()
 {
     static const auto* const definitions = new std::array {
-        ProcessDefinition {
-            "SpringBoard", "com.apple.springboard", springBoardFrameworks, startSpringBoard, springBoardRequestTables },
+        ProcessDefinition { "SpringBoard", "com.apple.springboard", springBoardFrameworks, startSpringBoardAndStore,
+            springBoardRequestTables },
         ProcessDefinition {
             "Spotlight", "com.apple.Spotlight", spotlightFrameworks, openThroughSpringBoard, searchRequestTables },
+        ProcessDefinition { "AppStore", "com.apple.AppStore", appStoreFrameworks, startAppStore, storeRequestTables },
         ProcessDefinition {
-            "AppStore", "com.apple.AppStore", appStoreFrameworks, openThroughSpringBoard, storeRequestTables },
-        ProcessDefinition { "appstored", "com.apple.appstored", appstoredFrameworks, [] {}, storeRequestTables },
+            "appstored", "com.apple.appstored", appstoredFrameworks, deliverPurchases, storeRequestTables },
         ProcessDefinition {
-            "itunesstored", "com.apple.itunesstored", itunesstoredFrameworks, [] {}, storeRequestTables },
+            "itunesstored", "com.apple.itunesstored", itunesstoredFrameworks, deliverPurchases, storeRequestTables },
     };
     return *definitions;
 }

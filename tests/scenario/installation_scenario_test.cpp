@@ -8,7 +8,8 @@
 #include <set>
 #include <sys/stat.h>
 
-/// Applications that come onto a phone of real processes: from a folder, or from those that phones come with.
+/// Applications that come onto a phone of real processes: from a folder, from those that phones come with, from the
+/// store.
 
 namespace scenario {
 
@@ -288,5 +289,32 @@ TEST_P(KilledInstallation, LeavesTheApplicationWholeOrNotAtAll)
 }
 
 INSTANTIATE_TEST_SUITE_P(InstallationScenario, KilledInstallation, testing::ValuesIn(deaths));
+
+TEST(InstallationScenario, TheStoreInstallsWhatItLetsThrough)
+{
+    const Phone phone;
+    phone.answer({ "phone", "up" });
+    constexpr const char* bank = "com.example.bank";
+    const std::string data = dataOf(phone, bank);
+    EXPECT_EQ(applicationOf(phone, bank)["applicationVersion"], "4.2.1");
+    const Json bought = phone.answer({ "phone", "store", "buy", bank, "org.example.unknown", "--road", "jobs" });
+    EXPECT_EQ(
+        bought["installed"], Json::parse(R"([{"application": "com.example.bank", "applicationVersion": "4.2.2"}])"));
+    EXPECT_EQ(bought["notes"].size(), 1U) << "of the one that the store doesn't have";
+    EXPECT_EQ(applicationOf(phone, bank)["applicationVersion"], "4.2.2");
+    EXPECT_EQ(dataOf(phone, bank), data);
+    EXPECT_EQ(phone.answer({ "app", "show", bank })["record"]["appStoreVendable"], true);
+
+    phone.answer({ "policy", "freeze", bank });
+    EXPECT_EQ(phone.answer({ "phone", "store", "buy", bank, "--road", "purchase" })["installed"], Json::array());
+    EXPECT_EQ(applicationOf(phone, bank)["applicationVersion"], "4.2.2");
+    phone.answer({ "policy", "unfreeze", bank });
+
+    EXPECT_EQ(phone.answer({ "phone", "uninstall", bank })["removed"], true);
+    EXPECT_FALSE(isShown(phone, bank));
+    phone.answer({ "phone", "store", "buy", bank });
+    EXPECT_TRUE(isShown(phone, bank)) << "SpringBoard hears of it from the store's process";
+    EXPECT_EQ(phone.answer({ "phone", "tap", bank })["opened"], Json::array({ bank }));
+}
 
 } // namespace scenario
