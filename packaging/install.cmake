@@ -52,8 +52,10 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/AppLedgerPlatformConfigVers
   COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/AppLedgerPlatformConfig.cmake
   ${CMAKE_BINARY_DIR}/AppLedgerPlatformConfigVersion.cmake DESTINATION ${package_dir} COMPONENT developers)
+# Wherever the tree is moved to.
+file(RELATIVE_PATH prefix_from_package /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/appledger-platform.pc @ONLY CONTENT
-"prefix=@CMAKE_INSTALL_PREFIX@
+"prefix=\${pcfiledir}/@prefix_from_package@
 libdir=\${prefix}/@CMAKE_INSTALL_LIBDIR@/appledger/lib
 includedir=\${prefix}/@CMAKE_INSTALL_INCLUDEDIR@/appledger
 
@@ -78,7 +80,7 @@ file(WRITE ${CMAKE_BINARY_DIR}/debian/copyright
   "Copyright: the authors of AppLedger\nLicense: Expat\n ${license_text}\n")
 file(WRITE ${CMAKE_BINARY_DIR}/debian/changelog
   "appledger (${PROJECT_VERSION}) stable; urgency=medium\n\n  * The state of the sources.\n\n"
-  " -- AppLedger <appledger@localhost.localdomain>  Thu, 01 Jan 2026 00:00:00 +0000\n")
+  " -- AppLedger <appledger@example.org>  Thu, 01 Jan 2026 00:00:00 +0000\n")
 install(FILES ${CMAKE_BINARY_DIR}/debian/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/appledger COMPONENT phone)
 install(CODE "
   set(folder \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/doc/appledger\")
@@ -87,7 +89,7 @@ install(CODE "
     OUTPUT_FILE \"\${folder}/changelog.gz\" COMMAND_ERROR_IS_FATAL ANY)" COMPONENT phone)
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME appledger)
-set(CPACK_PACKAGE_CONTACT "AppLedger <appledger@localhost.localdomain>")
+set(CPACK_PACKAGE_CONTACT "AppLedger <appledger@example.org>")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "control, application by application, what a simulated phone does")
 set(CPACK_PACKAGE_DESCRIPTION "Runs a phone of real processes in a directory, and reads, changes and explains\nwhat it does for each of its applications.")
