@@ -3,6 +3,7 @@
 #include "cli/command/verb_rows.h"
 #include "cli/phone/device.h"
 #include "cli/phone/launch.h"
+#include "cli/phone/reasons.h"
 
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -26,14 +27,32 @@ std::string describeTouched(const Json& touched)
     return "a view";
 }
 
+/// Whether the finger has set a launch going, whatever became of that.
+bool hasLaunched(const Json& report)
+{
+    return !report["opened"].empty() || !report["declined"].empty() || !report["prompts"].empty()
+        || report["stoppedAt"].is_string();
+}
+
+/// An icon is identified by its application.
+void addReasonOfTouched(Json& report, const phone::PhoneDirectory& directory)
+{
+    if (!hasLaunched(report) || !report["touched"].is_object())
+        return;
+    report["application"] = report["touched"].value("identifier", "");
+    addLaunchReason(report, directory, { report["application"] }, false);
+}
+
 ExitStatus tellFinger(const phone::PhoneDirectory& directory, const Json& request, const std::string& did)
 {
-    return tellAnswer(directory, "SpringBoard", request, [&did](const Json& report) {
-        std::string text = did + " " + describeTouched(report["touched"]) + ".";
-        if (!report["opened"].empty() || !report["declined"].empty() || !report["prompts"].empty())
-            text += " " + describeLaunch(report, describeTouched(report["touched"]));
-        return text + describeDeviceChanges(report);
-    });
+    return tellAnswer(
+        directory, "SpringBoard", request, [&directory](Json& report) { addReasonOfTouched(report, directory); },
+        [&did](const Json& report) {
+            std::string text = did + " " + describeTouched(report["touched"]) + ".";
+            if (hasLaunched(report))
+                text += " " + describeLaunch(report, describeTouched(report["touched"]));
+            return text + describeDeviceChanges(report);
+        });
 }
 
 Action touch(Arguments& arguments)

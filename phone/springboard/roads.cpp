@@ -50,7 +50,7 @@ void tap(const std::vector<std::string>& identifiers)
 {
     const auto place = placeForFinger(identifiers.front());
     if (!place) {
-        send<"_handleTap", void>(iconViewFor(identifiers.front()));
+        send<"tapGestureDidChange:", void>(iconViewFor(identifiers.front()), nil);
         return;
     }
     touchScreenAt(*place, TouchKind::Began);
@@ -123,7 +123,7 @@ void selectCardWithModifiers(const std::vector<std::string>& identifiers)
 }
 
 constexpr Road roads[] {
-    { "tap", "SBIconView _handleTap", "a tap on the icon", tap },
+    { "tap", "SBIconView _handleTap", "a tap on the icon", tap, false, true },
     { "quick-action", "SBIconController iconView:didSelectApplicationShortcutItem:",
         "an entry of the icon's quick-action menu", selectQuickAction },
     { "switcher", "SBFluidSwitcherViewController didSelectContainer:", "a card of the switcher", selectCard, true },
@@ -165,7 +165,8 @@ RoadOutcome enterRoad(std::string_view name, const std::vector<std::string>& ide
                 road->takesServices ? applicationOrServiceNamed(identifier) : applicationNamed(identifier));
         }))
         return RoadOutcome::UnknownApplication;
-    journal(JournalEvent::Sent, road->method);
+    if (!road->isNotedOnItsWay)
+        journal(JournalEvent::Sent, road->method);
     road->enter(identifiers);
     return RoadOutcome::Entered;
 }

@@ -17,6 +17,8 @@ struct Road {
     void (*enter)(const std::vector<std::string>& identifiers);
     /// View services have cards, and no icons.
     bool takesServices = false;
+    /// Whether the classes that the finger meets note themselves that the message is sent.
+    bool isNotedOnItsWay = false;
 };
 
 /// In the order of the documentation.

@@ -69,7 +69,12 @@ TEST(FingerScenario, AnIconIsTouchedByItsNameItsIdentifierOrItsPlace)
         phone.answer({ "phone", "home" });
     }
     phone.answer({ "policy", "block", notes });
-    EXPECT_EQ(phone.answer({ "phone", "touch", "Scribbles" })["opened"], Json::array());
+    const Json refused = phone.answer({ "phone", "touch", "Scribbles" });
+    EXPECT_EQ(refused["opened"], Json::array());
+    EXPECT_EQ(refused["rule"], "ALBlockedLaunchApps");
+    EXPECT_EQ(refused["application"], notes);
+    const std::string said = phone.run({ "phone", "touch", "Scribbles" }).output;
+    EXPECT_NE(said.find("Why: ALBlockedLaunchApps lists " + std::string(notes)), std::string::npos) << said;
 
     for (const char* const place : { "Nonsense", "400,10", "nan,nan", "1,2,3", "e" })
         EXPECT_EQ(phone.run({ "phone", "touch", place }).status, 1) << place;

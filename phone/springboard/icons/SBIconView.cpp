@@ -97,7 +97,7 @@ id initWithFrame(const id& self, SEL, CGRect frame)
     useImageViewOf(view, classNamed<"SBIconImageView">());
     send<"addSubview:", void>(view, fields.labelView);
     const id tap = send<"initWithTarget:action:">(
-        send<"alloc">(id(classNamed<"UITapGestureRecognizer">())), view, sel_registerName("_handleTap"));
+        send<"alloc">(id(classNamed<"UITapGestureRecognizer">())), view, sel_registerName("tapGestureDidChange:"));
     send<"addGestureRecognizer:", void>(view, tap);
     return view;
 }
@@ -226,6 +226,12 @@ void layoutSubviews(const id& self, SEL)
     layoutBadge(self);
 }
 
+void tapGestureDidChange(const id& self, SEL, const id&)
+{
+    journal(JournalEvent::Sent, "SBIconView _handleTap");
+    send<"_handleTap", void>(self);
+}
+
 void handleTap(const id& self, SEL)
 {
     journal(JournalEvent::Ran, "SBIconView _handleTap");
@@ -274,6 +280,7 @@ constexpr MethodDefinition methods[] {
     getter<"location", &IconViewFields::location>(),
     method<"setIcon:", &setIcon>(),
     method<"setLocation:", &setLocation>(),
+    method<"tapGestureDidChange:", &tapGestureDidChange>(),
 };
 
 constexpr InstanceVariableDefinition instanceVariables[] {
