@@ -2,7 +2,11 @@
 
 #include "platform/foundation/values.h"
 
+#include <array>
+#include <charconv>
+#include <cmath>
 #include <cstdio>
+#include <limits>
 #include <nlohmann/json.hpp>
 #include <unistd.h>
 
@@ -170,6 +174,18 @@ ExitStatus finishOutput(ExitStatus status)
 std::string jsonLine(const nlohmann::json& object)
 {
     return shown(object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace), "", Escapes::OfJson);
+}
+
+std::string valueText(const nlohmann::json& value)
+{
+    const double exact = value.is_number_float() ? value.get<double>() : 0;
+    const bool isInRange = std::abs(exact) <= std::numeric_limits<float>::max();
+    const auto single = static_cast<float>(isInRange ? exact : 0);
+    if (exact != 0 && static_cast<double>(single) == exact) {
+        std::array<char, 32> digits {};
+        return { digits.data(), std::to_chars(digits.begin(), digits.end(), single).ptr };
+    }
+    return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
 std::string onOneLine(std::string_view text)

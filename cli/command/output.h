@@ -54,6 +54,10 @@ ExitStatus finishOutput(ExitStatus status);
 /// An object as --json prints it, without the line's end.
 std::string jsonLine(const nlohmann::json& object);
 
+/// A value for people: as JSON, but what was kept in single precision with the digits of that, 0.8 for
+/// 0.800000011920929.
+std::string valueText(const nlohmann::json& value);
+
 /// A text for one line: with control characters shown, "\x1B" for an escape, and bytes that aren't UTF-8 repaired.
 std::string onOneLine(std::string_view text);
 

@@ -130,13 +130,13 @@ std::string nameText(const ValueName& name)
 
 std::string describeItem(const ItemChange& item)
 {
-    const auto valueText = [](const Json& value) { return value.is_null() ? std::string("not set") : value.dump(); };
+    const auto shown = [](const Json& value) { return value.is_null() ? "not set" : valueText(value); };
     if (!item.item)
-        return nameText(item.name) + ": " + valueText(item.before) + " → " + valueText(item.after);
+        return nameText(item.name) + ": " + shown(item.before) + " → " + shown(item.after);
     const bool isOfList = item.before == true || item.after == true;
     if (isOfList)
         return nameText(item.name) + (item.after.is_null() ? ": without " : ": with ") + *item.item;
-    return nameText(item.name) + ", " + *item.item + ": " + valueText(item.before) + " → " + valueText(item.after);
+    return nameText(item.name) + ", " + *item.item + ": " + shown(item.before) + " → " + shown(item.after);
 }
 
 Json itemJson(const ItemChange& item)

@@ -39,7 +39,7 @@ std::string textOf(const PreferenceKey* row, const std::string& key, const Json&
     const Feature* const feature = featureOf(keyOf(row, key));
     if (feature && value.is_boolean())
         return std::string(value == true ? feature->holds : feature->doesNotHold);
-    const std::string shown = value.is_string() ? value.get<std::string>() : value.dump();
+    const std::string shown = value.is_string() ? value.get<std::string>() : valueText(value);
     if (key == preference::customNames)
         return "is called " + shown;
     if (key == preference::customBadges)
@@ -76,7 +76,7 @@ std::vector<Fact> factsOf(const PolicyValues& values)
         if (item.is_string())
             facts.push_back({ item.get<std::string>(), "mute", std::string(feature::mute.holds), true });
     for (const auto& [application, level] : values.brightness().items())
-        facts.push_back({ application, "brightness", "has a brightness of its own: " + level.dump(), level });
+        facts.push_back({ application, "brightness", "has a brightness of its own: " + valueText(level), level });
     return facts;
 }
 

@@ -60,6 +60,15 @@ TEST(Output, AsJsonIsTheSameObjectWithoutAControlCharacter)
     EXPECT_EQ(nlohmann::json::parse(printed)["name"], object["name"]);
 }
 
+TEST(Output, ShowsValuesWithTheDigitsThatTheyWereGiven)
+{
+    const std::pair<nlohmann::json, const char*> cases[] { { 0.8F, "0.8" }, { 1.0F / 3, "0.33333334" }, { 0.1, "0.1" },
+        { 1.0 / 3, "0.3333333333333333" }, { 1e300, "1e+300" }, { 0.0, "0.0" }, { 3, "3" }, { "0.8", "\"0.8\"" },
+        { nullptr, "null" } };
+    for (const auto& [value, shown] : cases)
+        EXPECT_EQ(valueText(value), shown);
+}
+
 TEST(Output, ThatIsLostIsARefusal)
 {
     const int former = ::dup(STDOUT_FILENO);
