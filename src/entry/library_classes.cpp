@@ -4,6 +4,11 @@
 #include "core/resources.h"
 #include "core/settings.h"
 #include "icons/icon_store.h"
+#include "panel/window/panel_window.h"
+#include "panel/window/presentation_animator.h"
+#include "panel/window/presentation_configuration.h"
+#include "panel/window/presentation_controller.h"
+#include "panel/window/presentation_manager.h"
 #include "record/allocated_size.h"
 #include "record/app_ledger.h"
 #include "state/custom_toast_view.h"
@@ -20,8 +25,13 @@ constexpr const ClassDefinition* classes[] {
     &ALAppLedger::definition,
     &ALAppLedgerGroup::definition,
     &ALAppearance::definition,
+    &ALDataPresentationAnimator::definition,
+    &ALDataPresentationConfiguration::definition,
+    &ALDataPresentationController_class,
+    &ALDataPresentationManager::definition,
     &ALHelper::definition,
     &ALIconStore::definition,
+    &ALPanelWindow_class,
     &ALSettings::definition,
     &CustomToastView_class,
     // end sorted
