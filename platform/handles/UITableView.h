@@ -44,6 +44,7 @@ public:
     void setRowHeight(CGFloat height) const { call<"setRowHeight:">(height); }
     void setSectionHeaderHeight(CGFloat height) const { call<"setSectionHeaderHeight:">(height); }
     void setSectionFooterHeight(CGFloat height) const { call<"setSectionFooterHeight:">(height); }
+    void setSeparatorColor(const UIColor& color) const { call<"setSeparatorColor:">(color); }
     void setSeparatorStyle(UITableViewCellSeparatorStyle style) const { call<"setSeparatorStyle:">(style); }
     void setTableHeaderView(const UIView& view) const { call<"setTableHeaderView:">(view); }
     void setTableFooterView(const UIView& view) const { call<"setTableFooterView:">(view); }

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
+#include "platform/graphics/objects.h"
 #include "platform/runtime/message.h"
 #include "platform/uikit/shades.h"
 
@@ -417,7 +418,7 @@ void TableCellObject::drawContent(Canvas& canvas, const CGRect& seen) const
     canvas.fill(Path::roundedRect(CGRectMake(seen.origin.x + inset.left, CGRectGetMaxY(seen) - hairline(),
                                       seen.size.width - inset.left - inset.right, hairline()),
                     0),
-        shade::separator.color());
+        asColor(place_.separatorColor).value_or(shade::separator.color()));
 }
 
 namespace {

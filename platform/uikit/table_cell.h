@@ -16,6 +16,7 @@ struct CellPlace {
     bool isFirst = true; ///< of its section
     bool isLast = true;
     bool hasSeparator = true;
+    id separatorColor {}; ///< nil: the system's
     friend bool operator==(const CellPlace&, const CellPlace&) = default;
 };
 

@@ -163,6 +163,13 @@ void TableViewObject::setSeparatorStyle(NSInteger style)
         configure(*cell, path);
 }
 
+void TableViewObject::setSeparatorColor(const id& color)
+{
+    separatorColor = color;
+    for (const auto& [path, cell] : cells_)
+        configure(*cell, path);
+}
+
 void TableViewObject::layoutTable()
 {
     loadIfNeeded();
@@ -231,7 +238,8 @@ void TableViewObject::configure(TableCellObject& cell, const RowPath& path)
     const std::size_t last = counts_[path.section] - 1;
     constexpr NSInteger noSeparators = 0;
     const bool endsGroup = style_ != TableStyle::Plain && path.row == last;
-    cell.setPlace({ style_, path.row == 0, path.row == last, separatorStyle != noSeparators && !endsGroup });
+    cell.setPlace(
+        { style_, path.row == 0, path.row == last, separatorStyle != noSeparators && !endsGroup, separatorColor });
     send<"setSelected:animated:", void>(id(&cell), selected_.contains(path), false);
     send<"setHighlighted:animated:", void>(id(&cell), highlighted_ == path, false);
 }

@@ -32,7 +32,7 @@ public:
     bool allowsMultipleSelection = false;
     NSInteger separatorStyle = 1; ///< 0: none
     UIEdgeInsets separatorInset { 0, tableMargin, 0, 0 };
-    id separatorColor {};
+    id separatorColor {}; ///< nil: the system's
 
     /// Rows, headers and footers whose height nobody says.
     static constexpr double automaticHeight = -1;
@@ -52,6 +52,7 @@ public:
             measureAnew();
     }
     void setSeparatorStyle(NSInteger style);
+    void setSeparatorColor(const id& color);
 
     void reloadData();
     NSInteger numberOfSections();

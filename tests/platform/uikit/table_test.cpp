@@ -4,6 +4,7 @@
 #include "platform/foundation/index_path.h"
 #include "platform/foundation/index_set.h"
 #include "platform/foundation/values.h"
+#include "platform/graphics/bitmap.h"
 #include "platform/handles/UITableView.h"
 #include "platform/handles/UIWindow.h"
 #include "platform/runtime/class_definition.h"
@@ -206,6 +207,22 @@ TEST_F(Tables, CountsAreAskedOnceAndCellsWhenTheirRowsAreSeen)
     nextFrame();
     EXPECT_EQ(owner->told(), "cell0.5000 cell0.5001 cell0.5002 cell0.5003 cell0.5004 ");
     EXPECT_FALSE(runUntilIdle());
+}
+
+TEST_F(Tables, DrawsItsLinesInTheColourThatItIsGiven)
+{
+    fill(3);
+    show(UITableViewStyle::Plain);
+    const auto lineUnderTheFirstRow = [] {
+        const Bitmap screen = decodePicture(pictureOfScreen(2)).value();
+        return std::lround(screen.colorAt(400, 87).red * 255);
+    };
+    const long usual = lineUnderTheFirstRow();
+    table.setSeparatorColor(UIColor::withRed(1, 0, 0, 1));
+    EXPECT_NE(usual, 255);
+    EXPECT_EQ(lineUnderTheFirstRow(), 255);
+    table.setSeparatorColor(UIColor());
+    EXPECT_EQ(lineUnderTheFirstRow(), usual);
 }
 
 TEST_F(Tables, HeightsAreTheDelegatesOrTheStandardOnes)
