@@ -13,11 +13,13 @@ public:
 
     id name;
     id object;
+    id userInfo;
 };
 
 constexpr MethodDefinition methods[] {
     getter<"name", &Notification::name>(),
     getter<"object", &Notification::object>(),
+    getter<"userInfo", &Notification::userInfo>(),
 };
 
 } // namespace
@@ -28,11 +30,12 @@ const ClassDefinition NSNotification_class {
 
 } // namespace detail
 
-id notification(std::string_view name, const id& object)
+id notification(std::string_view name, const id& object, const id& userInfo)
 {
     const auto made = make<detail::Notification>();
     made->name = string(name);
     made->object = object;
+    made->userInfo = userInfo;
     return made;
 }
 

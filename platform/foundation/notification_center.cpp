@@ -17,10 +17,12 @@ namespace platform {
 
 namespace {
 
+using Told = std::function<void(std::string_view name, const id& object, const id& userInfo)>;
+
 struct Registration {
     std::uint64_t number;
     std::optional<std::string> name; ///< none: any
-    std::shared_ptr<const LocalObserver> observer;
+    std::shared_ptr<const Told> observer;
     const NSObject* target = nullptr; ///< of an observer that is told by message; never looked into
 };
 
@@ -83,16 +85,16 @@ private:
 const ClassDefinition ObservationsOf::definition { .name = "NSNotificationCenterObservations" };
 
 /// What tells an object by message; as long as it is there.
-LocalObserver teller(const id& target, SEL selector, const id& onlyOf)
+Told teller(const id& target, SEL selector, const id& onlyOf)
 {
     const bool takesNotification = sel_getName(selector).ends_with(':');
     return [target = Weak<NSObject>(target), selector, takesNotification, sender = onlyOf.get()](
-               std::string_view name, const id& object) {
+               std::string_view name, const id& object, const id& userInfo) {
         const id observer = target.get();
         if (!observer || (sender && sender != object.get()))
             return;
         if (takesNotification)
-            sendSelector<void>(observer, selector, notification(name, object));
+            sendSelector<void>(observer, selector, notification(name, object, userInfo));
         else
             sendSelector<void>(observer, selector);
     };
@@ -111,7 +113,7 @@ void addObserver(const id&, SEL, const id& target, SEL selector, const id& name,
     static const char key = 0;
     if (!objc_getAssociatedObject(target, &key))
         objc_setAssociatedObject(target, &key, make<ObservationsOf>(target.get()), AssociationPolicy::RetainNonatomic);
-    add({ 0, nameIn(name), std::make_shared<const LocalObserver>(teller(target, selector, object)), target.get() });
+    add({ 0, nameIn(name), std::make_shared<const Told>(teller(target, selector, object)), target.get() });
 }
 
 void removeObserver(const id&, SEL, const id& target)
@@ -127,10 +129,15 @@ void removeObserverNamed(const id&, SEL, const id& target, const id& name, const
     });
 }
 
-void postNotification(const id&, SEL, const id& name, const id& object)
+void postNotificationWithInfo(const id&, SEL, const id& name, const id& object, const id& userInfo)
 {
     if (const auto text = asString(name))
-        postLocalNotification(*text, object);
+        postLocalNotification(*text, object, userInfo);
+}
+
+void postNotification(const id& self, SEL cmd, const id& name, const id& object)
+{
+    postNotificationWithInfo(self, cmd, name, object, nil);
 }
 
 id defaultCenter(const id& self, SEL)
@@ -143,6 +150,7 @@ constexpr MethodDefinition methods[] {
     method<"addObserver:selector:name:object:", &addObserver>(),
     classMethod<"defaultCenter", &defaultCenter>(),
     method<"postNotificationName:object:", &postNotification>(),
+    method<"postNotificationName:object:userInfo:", &postNotificationWithInfo>(),
     method<"removeObserver:", &removeObserver>(),
     method<"removeObserver:name:object:", &removeObserverNamed>(),
 };
@@ -153,7 +161,9 @@ const ClassDefinition detail::NSNotificationCenter_class { .name = "NSNotificati
 
 std::uint64_t addLocalObserver(std::string_view name, LocalObserver observer)
 {
-    return add({ 0, std::string(name), std::make_shared<const LocalObserver>(std::move(observer)) });
+    return add({ 0, std::string(name),
+        std::make_shared<const Told>([observer = std::move(observer)](std::string_view told, const id& object,
+                                         const id&) { observer(told, object); }) });
 }
 
 void removeLocalObserver(std::uint64_t number)
@@ -161,7 +171,7 @@ void removeLocalObserver(std::uint64_t number)
     removeRegistrations([number](const Registration& known) { return known.number == number; });
 }
 
-void postLocalNotification(std::string_view name, const id& object)
+void postLocalNotification(std::string_view name, const id& object, const id& userInfo)
 {
     std::vector<Registration> addressed;
     {
@@ -171,7 +181,7 @@ void postLocalNotification(std::string_view name, const id& object)
     }
     for (const Registration& registration : addressed)
         if (isRegistered(registration.number))
-            (*registration.observer)(name, object);
+            (*registration.observer)(name, object, userInfo);
 }
 
 } // namespace platform

@@ -135,7 +135,10 @@ public:
     void hear() { told += "heard | "; }
     void take(const id& notification)
     {
-        told += describe(send<"name">(notification)) + " of " + describe(send<"object">(notification)) + " | ";
+        told += describe(send<"name">(notification)) + " of " + describe(send<"object">(notification));
+        if (const id userInfo = send<"userInfo">(notification))
+            told += " with " + describe(userInfo);
+        told += " | ";
     }
     void dealloc()
     {
@@ -178,6 +181,8 @@ TEST(LocalNotifications, ReachObjectsBySelectorForAsLongAsTheyAreThere)
     EXPECT_EQ(post("a"), "heard | \"a\" of nil | ");
     EXPECT_EQ(post("a", one1), "heard | \"a\" of 1 | \"a\" of 1 | ");
     EXPECT_EQ(post("b"), "\"b\" of nil | ");
+    send<"postNotificationName:object:userInfo:", void>(center, string("b"), nil, dictionary({ { "k", one1 } }));
+    EXPECT_EQ(std::exchange(told, {}), "\"b\" of nil with {\"k\": 1} | ");
     send<"removeObserver:name:object:", void>(center, one, string("a"), nil);
     EXPECT_EQ(post("a"), "\"a\" of nil | ");
     one = nil;
