@@ -65,4 +65,15 @@ std::size_t utf16Length(std::string_view text) noexcept
     return length;
 }
 
+std::size_t bytesOfUtf16(std::string_view text, std::size_t units) noexcept
+{
+    std::size_t bytes = 0;
+    for (std::size_t counted = 0; counted < units && bytes < text.size();) {
+        const std::size_t length = std::max<std::size_t>(sequenceLength(text.substr(bytes)), 1);
+        counted += length == 4 ? 2 : 1;
+        bytes += length;
+    }
+    return bytes;
+}
+
 } // namespace platform::detail

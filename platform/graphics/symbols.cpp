@@ -129,14 +129,78 @@ void drawTrash(Canvas& canvas)
     canvas.fill(polygon({ { 4, 6.5 }, { 16, 6.5 }, { 15, 19 }, { 5, 19 } }), ink);
 }
 
+void drawPlus(Canvas& canvas)
+{
+    canvas.stroke(line({ { 10, 3 }, { 10, 17 } }), ink, 2.2);
+    canvas.stroke(line({ { 3, 10 }, { 17, 10 } }), ink, 2.2);
+}
+
+/// A disc that the sign is cut out of.
+void drawCrossInDisc(Canvas& canvas)
+{
+    Path disc10 = disc(10, 10, 9);
+    constexpr double arm = 3.6;
+    constexpr double half = 0.8;
+    // One outline around both bars, against the disc's direction.
+    const auto at = [](double along, double across) {
+        constexpr double root = std::numbers::sqrt2 / 2;
+        return CGPoint { 10 + (along - across) * root, 10 + (along + across) * root };
+    };
+    const CGPoint corners[] { at(arm, half), at(arm, -half), at(half, -half), at(half, -arm), at(-half, -arm),
+        at(-half, -half), at(-arm, -half), at(-arm, half), at(-half, half), at(-half, arm), at(half, arm),
+        at(half, half) };
+    Path cross;
+    for (const CGPoint& corner : corners)
+        cross.elements().empty() ? cross.moveTo(corner) : cross.lineTo(corner);
+    cross.close();
+    disc10.append(cross);
+    canvas.fill(disc10, ink);
+}
+
+void drawDeletion(Canvas& canvas)
+{
+    Path tag = line({ { 7, 3.5 }, { 18, 3.5 }, { 18, 16.5 }, { 7, 16.5 }, { 1.2, 10 } });
+    tag.close();
+    canvas.stroke(tag, ink, 1.5);
+    canvas.stroke(line({ { 9.5, 7 }, { 15, 13 } }), ink, 1.5);
+    canvas.stroke(line({ { 15, 7 }, { 9.5, 13 } }), ink, 1.5);
+}
+
+Path arrowUp()
+{
+    return polygon(
+        { { 10, 2 }, { 18, 10.4 }, { 13.4, 10.4 }, { 13.4, 16.6 }, { 6.6, 16.6 }, { 6.6, 10.4 }, { 2, 10.4 } });
+}
+
+void drawShift(Canvas& canvas)
+{
+    canvas.stroke(arrowUp(), ink, 1.5);
+}
+
+void drawFilledShift(Canvas& canvas)
+{
+    canvas.fill(arrowUp(), ink);
+}
+
+void drawCapsLock(Canvas& canvas)
+{
+    canvas.save();
+    canvas.concat(CGAffineTransformMakeTranslation(0, -1.5));
+    canvas.fill(arrowUp(), ink);
+    canvas.restore();
+    canvas.fill(Path::roundedRect(CGRectMake(6.6, 16.8, 6.8, 1.8), 0), ink);
+}
+
 constexpr struct {
     std::string_view name;
     void (*draw)(Canvas& canvas);
 } symbols[] {
     // sorted
-    { "bolt.fill", drawBolt }, { "checkmark", drawCheckmark }, { "chevron.right", drawChevron },
-    { "exclamationmark.triangle.fill", drawWarning }, { "lock.fill", drawLock }, { "magnifyingglass", drawMagnifier },
-    { "star.fill", drawStar }, { "trash.fill", drawTrash }, { "xmark", drawCross },
+    { "bolt.fill", drawBolt }, { "capslock.fill", drawCapsLock }, { "checkmark", drawCheckmark },
+    { "chevron.right", drawChevron }, { "delete.left", drawDeletion }, { "exclamationmark.triangle.fill", drawWarning },
+    { "lock.fill", drawLock }, { "magnifyingglass", drawMagnifier }, { "plus", drawPlus }, { "shift", drawShift },
+    { "shift.fill", drawFilledShift }, { "star.fill", drawStar }, { "trash.fill", drawTrash }, { "xmark", drawCross },
+    { "xmark.circle.fill", drawCrossInDisc },
     // end sorted
 };
 

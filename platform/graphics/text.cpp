@@ -168,6 +168,84 @@ CGSize measureText(std::string_view text, const TextLayout& wanted, double width
     return size;
 }
 
+namespace {
+
+/// Whether a caret may stand before each code point, and after the last.
+std::vector<bool> caretPlaces(std::string_view text)
+{
+    const auto length = static_cast<int>(text.size());
+    std::vector<PangoLogAttr> attributes(static_cast<std::size_t>(g_utf8_strlen(text.data(), length)) + 1);
+    pango_get_log_attrs(text.data(), length, 0, nullptr, attributes.data(), static_cast<int>(attributes.size()));
+    std::vector<bool> places;
+    for (const PangoLogAttr& attribute : attributes)
+        places.push_back(attribute.is_cursor_position != 0);
+    return places;
+}
+
+/// The offsets of the places, in their order.
+std::vector<std::size_t> caretOffsets(std::string_view text)
+{
+    std::vector<std::size_t> offsets;
+    const std::vector<bool> places = caretPlaces(text);
+    const char* at = text.data();
+    for (std::size_t index = 0; index < places.size(); ++index) {
+        const auto offset = static_cast<std::size_t>(at - text.data());
+        if (places[index] || offset == text.size())
+            offsets.push_back(offset);
+        if (offset < text.size())
+            at = g_utf8_next_char(at);
+    }
+    return offsets;
+}
+
+constexpr LineBreak cutOff = LineBreak::Clip;
+
+LayoutPointer makeLine(PangoContext* context, std::string_view text, const Font& font)
+{
+    return makeLayout(
+        context, text, { .font = font, .alignment = TextAlignment::Left, .lineBreak = cutOff }, unlimitedWidth);
+}
+
+} // namespace
+
+std::size_t caretBefore(std::string_view text, std::size_t offset)
+{
+    const std::vector<std::size_t> offsets = text.empty() ? std::vector<std::size_t> {} : caretOffsets(text);
+    const auto next = std::ranges::lower_bound(offsets, offset);
+    return next == offsets.begin() ? 0 : *std::prev(next);
+}
+
+std::size_t caretAfter(std::string_view text, std::size_t offset)
+{
+    const std::vector<std::size_t> offsets = text.empty() ? std::vector<std::size_t> {} : caretOffsets(text);
+    const auto next = std::ranges::upper_bound(offsets, offset);
+    return next == offsets.end() ? text.size() : *next;
+}
+
+double caretPosition(std::string_view text, const Font& font, std::size_t offset)
+{
+    if (text.empty())
+        return 0;
+    const ContextPointer context = makeContext();
+    const LayoutPointer line = makeLine(context.get(), text, font);
+    PangoRectangle strong;
+    pango_layout_get_cursor_pos(line.get(), static_cast<int>(std::min(offset, text.size())), &strong, nullptr);
+    return strong.x / double { PANGO_SCALE };
+}
+
+std::size_t caretNear(std::string_view text, const Font& font, double position)
+{
+    if (text.empty())
+        return 0;
+    const ContextPointer context = makeContext();
+    const LayoutPointer line = makeLine(context.get(), text, font);
+    int index = 0;
+    int behind = 0;
+    pango_layout_xy_to_index(line.get(), inPangoUnits(position), 0, &index, &behind);
+    const char* const at = g_utf8_offset_to_pointer(text.data() + index, behind);
+    return std::min(static_cast<std::size_t>(at - text.data()), text.size());
+}
+
 void drawText(Canvas& canvas, std::string_view text, const TextLayout& wanted, const CGRect& rect, const Color& color)
 {
     if (text.empty() || CGRectIsEmpty(rect))

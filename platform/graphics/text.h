@@ -46,6 +46,15 @@ std::string upperCaseText(std::string_view text);
 /// What the text takes up in lines of that width at most. {0, 0} for "".
 CGSize measureText(std::string_view text, const TextLayout& layout, double width = unlimitedWidth);
 
+// Carets stand between the characters that a reader counts, which may be several code points. Offsets are bytes.
+
+/// The caret's place before or after the one at that offset; its own at an end of the text.
+std::size_t caretBefore(std::string_view text, std::size_t offset);
+std::size_t caretAfter(std::string_view text, std::size_t offset);
+/// In one line, from the start of the text: where the caret stands, and the place that is nearest to a point.
+double caretPosition(std::string_view text, const Font& font, std::size_t offset);
+std::size_t caretNear(std::string_view text, const Font& font, double position);
+
 /// Draws into the rectangle, from its top; what doesn't fit is cut off as the layout says.
 void drawText(Canvas& canvas, std::string_view text, const TextLayout& layout, const CGRect& rect, const Color& color);
 
