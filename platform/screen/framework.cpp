@@ -113,6 +113,16 @@ void touchScreenAt(CGPoint point, TouchKind kind)
     send<"touchAt:phase:", void>(screen(), point, kind);
 }
 
+bool typeOnKeyboard(std::string_view text)
+{
+    return send<"typeText:", bool>(screen(), string(text));
+}
+
+bool pressKey(std::string_view name)
+{
+    return send<"pressKey:", bool>(screen(), string(name));
+}
+
 void setScreen(CGSize size, double scale)
 {
     send<"setSize:scale:", void>(screen(), size, scale);

@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 /// The framework of views and pixels. Its classes stand in a library of their own, which a process loads when it first
 /// asks for them, so that a process that draws nothing doesn't carry what draws. Everything of it is reached by
@@ -52,6 +53,12 @@ id elementsOfScreen();
 id viewOnScreenAt(CGPoint point);
 /// A finger on the screen.
 void touchScreenAt(CGPoint point, TouchKind kind);
+/// Enters the text as if it were typed on the keyboard, character by character; a line's end is the return key. False
+/// where nothing on the screen is being edited.
+bool typeOnKeyboard(std::string_view text);
+/// "return", "delete", "space", "left", "right", or "dismiss", which ends the editing. False for another name, and
+/// where nothing is being edited.
+bool pressKey(std::string_view name);
 void setScreen(CGSize size, double scale);
 void setScreenStyle(InterfaceStyle style);
 

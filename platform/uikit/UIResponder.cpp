@@ -2,6 +2,7 @@
 
 #include "platform/runtime/message.h"
 #include "platform/runtime/weak.h"
+#include "platform/uikit/keyboard.h"
 
 namespace platform {
 
@@ -11,6 +12,15 @@ Weak<NSObject>& first()
 {
     static auto* const responder = new Weak<NSObject>;
     return *responder;
+}
+
+/// While one takes it over from another, there is no moment without one for the keyboard to leave in.
+int handovers = 0;
+
+void keyboardFollows()
+{
+    if (handovers == 0)
+        followFirstResponder();
 }
 
 id nextResponder(const id&, SEL)
@@ -40,10 +50,13 @@ bool becomeFirstResponder(const id& self, SEL)
         return true;
     if (!send<"canBecomeFirstResponder", bool>(self))
         return false;
-    if (former && !send<"resignFirstResponder", bool>(former))
-        return false;
-    first() = self;
-    return true;
+    ++handovers;
+    const bool isFree = !former || send<"resignFirstResponder", bool>(former);
+    --handovers;
+    if (isFree)
+        first() = self;
+    keyboardFollows();
+    return isFree;
 }
 
 /// True also for one that isn't the first, which has nothing to give up.
@@ -54,6 +67,7 @@ bool resignFirstResponder(const id& self, SEL)
     if (!send<"canResignFirstResponder", bool>(self))
         return false;
     first() = nullptr;
+    keyboardFollows();
     return true;
 }
 
@@ -70,6 +84,12 @@ id targetForAction(const id& self, SEL, SEL action, const id& sender)
     return nil;
 }
 
+void reloadInputViews(const id& self, SEL)
+{
+    if (firstResponder() == self)
+        keyboardTextChanged();
+}
+
 /// What a responder doesn't take, the next one gets.
 template <Name Selector> void passOn(const id& self, SEL, const id& touches, const id& event)
 {
@@ -83,6 +103,7 @@ constexpr MethodDefinition methods[] {
     method<"canResignFirstResponder", &canResignFirstResponder>(),
     method<"isFirstResponder", &isFirstResponder>(),
     method<"nextResponder", &nextResponder>(),
+    method<"reloadInputViews", &reloadInputViews>(),
     method<"resignFirstResponder", &resignFirstResponder>(),
     method<"targetForAction:withSender:", &targetForAction>(),
     method<"touchesBegan:withEvent:", &passOn<"touchesBegan:withEvent:">>(),
@@ -98,6 +119,18 @@ const ClassDefinition UIResponder_class { .name = "UIResponder", .methods = meth
 id firstResponder()
 {
     return first();
+}
+
+void forceResignation(const id& responder)
+{
+    if (firstResponder() != responder)
+        return;
+    send<"resignFirstResponder", bool>(responder);
+    if (firstResponder() != responder)
+        return;
+    first() = nullptr;
+    ask<"_didLoseFirstResponder", void>(responder);
+    keyboardFollows();
 }
 
 } // namespace platform

@@ -6,6 +6,7 @@
 #include "platform/graphics/appearance.h"
 #include "platform/runtime/message.h"
 #include "platform/uikit/device.h"
+#include "platform/uikit/keyboard.h"
 #include "platform/uikit/screen_picture.h"
 #include "platform/uikit/transitions.h"
 #include "platform/uikit/views.h"
@@ -245,6 +246,7 @@ void changeScreenSize(CGSize size, double scale)
         dispatch_after(std::chrono::milliseconds(static_cast<int>(coordinator->duration * 1000)),
             dispatch_get_main_queue(), [coordinator] { coordinator->finish(); });
     }
+    keyboardScreenChanged();
 }
 
 } // namespace platform

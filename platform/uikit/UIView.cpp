@@ -230,8 +230,8 @@ void ViewObject::movedToWindow(WindowObject* former)
     const id self(this);
     if (former)
         abandonGestures(*this);
-    if (!window() && firstResponder() == self)
-        send<"resignFirstResponder", bool>(self);
+    if (!window())
+        forceResignation(self);
     send<"didMoveToWindow", void>(self);
     checkSafeArea();
     if (needsLayout_)

@@ -4,6 +4,7 @@
 #include "platform/handles/UIWindow.h"
 #include "platform/runtime/message.h"
 #include "platform/uikit/application.h"
+#include "platform/uikit/responders.h"
 #include "platform/uikit/view_controllers.h"
 #include "platform/uikit/window_scene.h"
 
@@ -104,8 +105,12 @@ void setHidden(const id& self, SEL, bool hidden)
         window->setNeedsLayout();
     tellControllers<&ViewControllerObject::viewDidMove>(window, hidden ? nullptr : window.get());
     post(hidden ? "UIWindowDidBecomeHiddenNotification" : "UIWindowDidBecomeVisibleNotification", self);
-    if (hidden)
-        giveUpKeys(window);
+    if (!hidden)
+        return;
+    giveUpKeys(window);
+    const id first = firstResponder();
+    if (const ViewObject* const view = asViewObject(first); view && view->isDescendantOf(*window))
+        forceResignation(first);
 }
 
 id init(const id& self, SEL)

@@ -7,6 +7,7 @@
 #include "platform/uikit/elements.h"
 #include "platform/uikit/feedback_generators.h"
 #include "platform/uikit/gestures.h"
+#include "platform/uikit/keyboard.h"
 #include "platform/uikit/layers.h"
 #include "platform/uikit/navigation.h"
 #include "platform/uikit/presentations.h"
@@ -14,6 +15,8 @@
 #include "platform/uikit/screen_picture.h"
 #include "platform/uikit/scroll_view.h"
 #include "platform/uikit/table_view.h"
+#include "platform/uikit/text_field.h"
+#include "platform/uikit/text_positions.h"
 #include "platform/uikit/traits.h"
 #include "platform/uikit/view_controllers.h"
 #include "platform/uikit/views.h"
@@ -61,13 +64,27 @@ void setInterfaceStyle(const id&, SEL, NSInteger style)
     changeScreenStyle(static_cast<InterfaceStyle>(style));
 }
 
+bool typeText(const id&, SEL, const id& text)
+{
+    const auto typed = asString(text);
+    return typed && enterOnKeyboard(*typed);
+}
+
+bool pressKey(const id&, SEL, const id& name)
+{
+    const auto text = asString(name);
+    return text && pressKeyOnKeyboard(*text);
+}
+
 constexpr MethodDefinition screenFunctions[] {
     classMethod<"descriptionOfWindows", &descriptionOfWindows>(),
     classMethod<"elementsOfWindows", &elements>(),
     classMethod<"pictureAtScale:", &pictureAtScale>(),
+    classMethod<"pressKey:", &pressKey>(),
     classMethod<"setInterfaceStyle:", &setInterfaceStyle>(),
     classMethod<"setSize:scale:", &setSize>(),
     classMethod<"touchAt:phase:", &touchAt>(),
+    classMethod<"typeText:", &typeText>(),
     classMethod<"viewAt:", &viewAt>(),
 };
 
@@ -112,6 +129,7 @@ constexpr const ClassDefinition* classes[] {
     &UIPasteboard_class,
     &UIPopoverPresentationController_class,
     &PresentationControllerObject::definition,
+    &UIRemoteKeyboardWindow_class,
     &UIResponder_class,
     &UIScreen_class,
     &UIScreenFunctions_class,
@@ -125,6 +143,9 @@ constexpr const ClassDefinition* classes[] {
     &TableCellObject::definition,
     &TableSectionViewObject::definition,
     &UITapGestureRecognizer_class,
+    &TextFieldObject::definition,
+    &TextPositionObject::definition,
+    &TextRangeObject::definition,
     &TouchObject::definition,
     &UITraitCollection_class,
     &UITransitionView_class,

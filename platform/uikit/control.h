@@ -18,6 +18,10 @@ enum ControlEvent : NSUInteger {
     TouchCancel = 1 << 8,
     ValueChanged = 1 << 12,
     PrimaryActionTriggered = 1 << 13,
+    EditingDidBegin = 1 << 16,
+    EditingChanged = 1 << 17,
+    EditingDidEnd = 1 << 18,
+    EditingDidEndOnExit = 1 << 19,
 };
 
 enum ControlState : NSUInteger { Normal = 0, Highlighted = 1 << 0, Disabled = 1 << 1, Selected = 1 << 2 };
