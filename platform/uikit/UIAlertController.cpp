@@ -1,10 +1,11 @@
 #include "platform/foundation/block.h"
 #include "platform/foundation/values.h"
-#include "platform/handles/UIView.h"
+#include "platform/handles/UITextField.h"
 #include "platform/runtime/exception.h"
 #include "platform/runtime/message.h"
 #include "platform/uikit/alert_view.h"
 #include "platform/uikit/device.h"
+#include "platform/uikit/keyboard.h"
 #include "platform/uikit/transitions.h"
 
 #include <algorithm>
@@ -75,6 +76,9 @@ public:
         if (!fields || style != AlertStyle::Alert)
             throw NSException("NSInternalInconsistencyException", "Text fields stand in alerts alone");
         const id field = send<"new">(id(fields));
+        constexpr double fontSize = 14;
+        send<"setBorderStyle:", void>(field, UITextBorderStyle::RoundedRect);
+        send<"setFont:", void>(field, fontObject({ .size = fontSize }));
         callBlock(configuration, field);
         textFields_.push_back(field);
         refill();
@@ -129,6 +133,12 @@ public:
     }
 
     void traitsDidChange(const id&) { refill(); }
+
+    void didAppear(bool)
+    {
+        if (!textFields_.empty())
+            send<"becomeFirstResponder", bool>(textFields_.front());
+    }
 
     CGSize contentSize() { return sizeIn(screenFacts().size); }
 
@@ -193,8 +203,9 @@ public:
         const CGSize size = shown->sizeIn(bounds.size);
         const double bottom = bounds.size.height - std::max(container->safeArea().bottom, sheetMargin) - size.height;
         return CGRectMake(std::round((bounds.size.width - size.width) / 2),
-            shown->style == AlertStyle::Alert ? std::round((bounds.size.height - size.height) / 2) : bottom, size.width,
-            size.height);
+            shown->style == AlertStyle::Alert ? std::round((bounds.size.height - keyboardHeight() - size.height) / 2)
+                                              : bottom,
+            size.width, size.height);
     }
 
     void willPresent() override
@@ -205,6 +216,18 @@ public:
         dimming.setAutoresizingMask(UIViewAutoresizing::FlexibleWidth | UIViewAutoresizing::FlexibleHeight);
         UIView(id(container)).insertSubviewAt(dimming, 0);
         fade(0, 1);
+        send<"addObserver:selector:name:object:", void>(send<"defaultCenter">(id(classNamed<"NSNotificationCenter">())),
+            id(this), sel_registerName("_keyboardMoved"), string("UIKeyboardWillChangeFrameNotification"), nil);
+    }
+
+    /// The alert goes to the middle of what the keyboard leaves.
+    void keyboardMoved()
+    {
+        constexpr double duration = 0.25;
+        UIView::animate(duration, [self = Ref<AlertPresentationObject>(this)] {
+            if (self->container)
+                self->layOut();
+        });
     }
 
     void willDismiss() override { fade(1, 0); }
@@ -246,6 +269,7 @@ private:
 };
 
 constexpr MethodDefinition presentationMethods[] {
+    method<"_keyboardMoved", &AlertPresentationObject::keyboardMoved>(),
     method<"_tappedOutside", &AlertPresentationObject::tappedOutside>(),
 };
 
@@ -306,6 +330,7 @@ constexpr MethodDefinition methods[] {
     method<"setTitle:", &AlertControllerObject::setAlertTitle>(),
     method<"textFields", &AlertControllerObject::textFields>(),
     method<"traitCollectionDidChange:", &AlertControllerObject::traitsDidChange>(),
+    method<"viewDidAppear:", &AlertControllerObject::didAppear>(),
 };
 
 } // namespace

@@ -189,11 +189,18 @@ double AlertViewObject::addButtons(
     return y;
 }
 
+/// What was there goes last, so that a field that is being edited never leaves the window.
 double AlertViewObject::fill(const AlertContents& contents, double width)
 {
     const std::vector<Ref<ViewObject>> former = subviews;
+    const double height = build(contents, width);
     for (const Ref<ViewObject>& view : former)
         view->removeFromSuperview();
+    return height;
+}
+
+double AlertViewObject::build(const AlertContents& contents, double width)
+{
     buttons_.clear();
     highlighted_ = nil;
     std::vector<id> actions = contents.actions;

@@ -55,6 +55,7 @@ private:
         id view;
     };
 
+    double build(const AlertContents& contents, double width);
     id makeGround(const CGRect& frame, bool isOpaque);
     double addTexts(const id& ground, const AlertContents& contents, double width);
     double addButtons(const id& ground, const std::vector<id>& actions, const AlertContents& contents, double y);
