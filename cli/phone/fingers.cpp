@@ -145,11 +145,44 @@ Action wait(Arguments& arguments)
     };
 }
 
+ExitStatus tellKeyboard(const phone::PhoneDirectory& directory, const Json& request, const std::string& did)
+{
+    return tellAnswer(directory, "SpringBoard", request, [&did](const Json& report) {
+        std::string text = did + ".";
+        if (!report["opened"].empty() || !report["declined"].empty() || !report["prompts"].empty())
+            text += " " + describeLaunch(report, did);
+        return text + describeDeviceChanges(report);
+    });
+}
+
+Action type(Arguments& arguments)
+{
+    const auto typed = std::make_shared<Word>();
+    arguments.add("TEXT", *typed, "what is typed, where something is being edited").required().example("notes");
+    return [typed](const phone::PhoneDirectory& directory) {
+        return tellKeyboard(directory, { { "verb", "type" }, { "text", typed->text() } }, "Typed " + typed->text());
+    };
+}
+
+Action key(Arguments& arguments)
+{
+    const auto name = std::make_shared<std::string>();
+    arguments.add("NAME", *name, "the key, or dismiss, which ends the editing")
+        .required()
+        .oneOf({ "return", "delete", "space", "left", "right", "dismiss" })
+        .example("return");
+    return [name](const phone::PhoneDirectory& directory) {
+        return tellKeyboard(directory, { { "verb", "key" }, { "name", *name } }, "Pressed " + *name);
+    };
+}
+
 constexpr VerbRow rows[] {
     { "phone touch", "touch what is on the screen", touch, "touch" },
     { "phone press", "keep a finger on what is on the screen", press, "touch" },
     { "phone swipe", "swipe over the screen", swipe, "drag" },
     { "phone drag", "drag over the screen, slowly, and rest before the finger lifts", drag, "drag" },
+    { "phone type", "type where something is being edited", type, "type" },
+    { "phone key", "press a key of the keyboard", key, "key" },
     { "phone wait", "wait until something can be seen", wait, "wait" },
 };
 

@@ -144,9 +144,42 @@ Json waitForView(const Json& request)
         { "milliseconds", std::chrono::duration_cast<std::chrono::milliseconds>(waited).count() } };
 }
 
+constexpr std::string_view nothingEdited = "nothing on the screen is being edited";
+
+/// What the keyboard has brought about.
+Json keyboardReport(const std::string& entered)
+{
+    settle();
+    Json report = launchReport(takeJournal());
+    report["entered"] = entered;
+    report["front"] = frontmostApplication();
+    report["device"] = deviceState();
+    return report;
+}
+
+/// "type": enters "text" at the keyboard.
+Json type(const Json& request)
+{
+    const std::string typed = text(request, "text");
+    if (!typeOnKeyboard(typed))
+        return failure(nothingEdited);
+    return keyboardReport(typed);
+}
+
+/// "key": presses the key "name".
+Json key(const Json& request)
+{
+    const std::string name = text(request, "name");
+    if (!pressKey(name))
+        return failure(nothingEdited);
+    return keyboardReport(name);
+}
+
 constexpr RequestRow rows[] {
     { "touch", touch },
     { "drag", drag },
+    { "type", type },
+    { "key", key },
     { "wait", waitForView },
 };
 

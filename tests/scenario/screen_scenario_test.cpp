@@ -38,6 +38,19 @@ TEST(ScreenScenario, TheScreenIsWrittenAsAPictureAndAsText)
     EXPECT_EQ(phone.run({ "phone", "describe" }).status, 1);
 }
 
+TEST(FingerScenario, NothingIsTypedWhereNothingIsEdited)
+{
+    const Phone phone;
+    phone.answer({ "phone", "up" });
+    for (const std::vector<std::string>& command :
+        { std::vector<std::string> { "phone", "type", "notes" }, { "phone", "key", "return" } }) {
+        const auto refused = phone.run(command);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_NE(refused.errors.find("nothing on the screen is being edited"), std::string::npos);
+    }
+    EXPECT_EQ(phone.run({ "phone", "key", "nonsense" }).status, 2);
+}
+
 TEST(FingerScenario, AnIconIsTouchedByItsNameItsIdentifierOrItsPlace)
 {
     const Phone phone;
