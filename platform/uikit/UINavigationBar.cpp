@@ -54,6 +54,7 @@ UILabel makeLabel(const id& text, bool isBold, const id& color)
 void NavigationBarObject::setItems(const std::vector<Ref<NavigationItemObject>>& items)
 {
     items_ = items;
+    collapsed_ = 0;
     for (const Ref<NavigationItemObject>& item : items_)
         item->bar = Ref<NavigationBarObject>(this);
     setNeedsLayout();
@@ -136,6 +137,44 @@ void NavigationBarObject::addTitle(double leading, double trailing)
     UIView(id(content_)).addSubview(view);
 }
 
+bool NavigationBarObject::isSearchAlone() const
+{
+    const SearchControllerObject* const shown = search();
+    return shown && shown->isActive() && shown->hidesNavigationBar;
+}
+
+double NavigationBarObject::height() const
+{
+    return (isSearchAlone() ? 0 : navigationBarHeight) + (search() ? searchBarHeight : 0);
+}
+
+void NavigationBarObject::collapseSearch(double by)
+{
+    const SearchControllerObject* const shown = search();
+    const bool stays = !shown || shown->isActive() || !items_.back()->hidesSearchBarWhenScrolling;
+    const double collapsed = stays ? 0 : std::clamp(by, 0.0, searchBarHeight);
+    if (std::exchange(collapsed_, collapsed) != collapsed)
+        setNeedsLayout();
+}
+
+/// At the lower edge, and cut off there where it has gone in part.
+void NavigationBarObject::showSearch()
+{
+    SearchControllerObject* const shown = search();
+    const id wanted = shown ? shown->searchBar() : nil;
+    if (search_ && id(search_) != wanted)
+        search_->removeFromSuperview();
+    search_ = Ref<ViewObject>(asViewObject(wanted));
+    if (!search_)
+        return;
+    static_cast<SearchBarObject&>(*search_).standsInBar = true;
+    insertSubview(search_, subviews.size());
+    constexpr double fades = 1.6; ///< it is gone before its room is
+    search_->setAlpha(std::max(1 - fades * collapsed_ / searchBarHeight, 0.0));
+    platform::place(*search_,
+        CGRectMake(0, bounds.size.height - searchBarHeight + collapsed_ / 2, bounds.size.width, searchBarHeight));
+}
+
 void NavigationBarObject::layOut()
 {
     if (!ground_) {
@@ -153,12 +192,15 @@ void NavigationBarObject::layOut()
         insertSubview(content_, 2);
     }
     const double hairline = 1 / std::max(screenFacts().scale, 1.0);
-    const double top = bounds.size.height - navigationBarHeight;
+    showSearch();
+    const double searchRoom = search_ ? searchBarHeight - collapsed_ : 0;
+    const double top = bounds.size.height - searchRoom - navigationBarHeight;
     platform::place(*ground_, bounds);
     if (barTintColor)
         ground_->setBackgroundColor(barTintColor);
     platform::place(*line_, CGRectMake(0, bounds.size.height, bounds.size.width, hairline));
     platform::place(*content_, CGRectMake(0, top, bounds.size.width, navigationBarHeight));
+    content_->setAlpha(isSearchAlone() ? 0 : 1);
     const std::vector<Ref<ViewObject>> former = content_->subviews;
     for (const Ref<ViewObject>& view : former)
         view->removeFromSuperview();

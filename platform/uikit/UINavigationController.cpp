@@ -64,9 +64,9 @@ id NavigationControllerObject::makeView()
 /// The content reaches under the bar, which its safe area says.
 void NavigationControllerObject::place(ViewControllerObject& controller)
 {
-    const UIEdgeInsets insets { isBarHidden_ ? 0 : navigationBarHeight, 0, 0, 0 };
+    send<"view">(id(&controller)); // what it does when it is loaded may give the bar a search
+    const UIEdgeInsets insets { isBarHidden_ ? 0 : bar().height(), 0, 0, 0 };
     const bool differ = std::exchange(controller.containerInsets, insets) != insets;
-    send<"view">(id(&controller));
     ViewObject* const view = controller.viewIfLoaded();
     if (!view || !content_)
         return;
@@ -82,7 +82,7 @@ void NavigationControllerObject::layOut()
     ViewObject* const whole = viewIfLoaded();
     if (!whole || !bar_)
         return;
-    const double height = whole->safeArea().top + navigationBarHeight;
+    const double height = whole->safeArea().top + bar_->height() - bar_->collapsed();
     platform::place(*bar_, CGRectMake(0, 0, whole->bounds.size.width, height));
     bar_->setNeedsLayout();
     send<"setHidden:", void>(id(bar_), isBarHidden_);
@@ -95,6 +95,7 @@ void NavigationControllerObject::updateBar()
         if (NavigationItemObject* const item = itemOf(controller))
             items.emplace_back(item);
     bar().setItems(items);
+    layOut();
 }
 
 void NavigationControllerObject::setBarHidden(bool hidden, bool)
@@ -416,6 +417,7 @@ void layOut(const id& self, SEL)
 constexpr MethodDefinition methods[] {
     method<"_edgeSwiped:", &NavigationControllerObject::edgeSwiped>(),
     method<"_goBack", &NavigationControllerObject::goBack>(),
+    method<"_searchChanged", &NavigationControllerObject::searchChanged>(),
     method<"childViewControllerForStatusBarHidden", &topController>(),
     method<"childViewControllerForStatusBarStyle", &topController>(),
     method<"delegate", &delegate>(),

@@ -58,10 +58,28 @@ template <auto List> void setSingleAnimated(const id& self, SEL cmd, const id& i
     setSingle<List>(self, cmd, item);
 }
 
+/// The content has more or less room below the bar.
+void setSearchController(const id& self, SEL, const id& controller)
+{
+    itemIn(self).searchController = controller;
+    const Ref<NavigationBarObject> bar = itemIn(self).bar.get();
+    tellBar(bar);
+    if (bar)
+        ask<"_searchChanged", void>(bar->navigation.get());
+}
+
+void setHidesSearchBar(const id& self, SEL, bool hides)
+{
+    itemIn(self).hidesSearchBarWhenScrolling = hides;
+    if (const Ref<NavigationBarObject> bar = itemIn(self).bar.get(); bar && !hides)
+        bar->collapseSearch(0);
+}
+
 constexpr MethodDefinition itemMethods[] {
     getter<"backBarButtonItem", &NavigationItemObject::backBarButtonItem>(),
     getter<"backButtonTitle", &NavigationItemObject::backButtonTitle>(),
     getter<"hidesBackButton", &NavigationItemObject::hidesBackButton>(),
+    getter<"hidesSearchBarWhenScrolling", &NavigationItemObject::hidesSearchBarWhenScrolling>().since(11),
     method<"initWithTitle:", &initWithTitle>(),
     getter<"largeTitleDisplayMode", &NavigationItemObject::largeTitleDisplayMode>(),
     method<"leftBarButtonItem", &single<&NavigationItemObject::leftItems>>(),
@@ -69,9 +87,11 @@ constexpr MethodDefinition itemMethods[] {
     getter<"leftItemsSupplementBackButton", &NavigationItemObject::leftItemsSupplementBackButton>(),
     method<"rightBarButtonItem", &single<&NavigationItemObject::rightItems>>(),
     getter<"rightBarButtonItems", &NavigationItemObject::rightItems>(),
+    getter<"searchController", &NavigationItemObject::searchController>().since(11),
     method<"setBackBarButtonItem:", &setField<&NavigationItemObject::backBarButtonItem>>(),
     method<"setBackButtonTitle:", &setField<&NavigationItemObject::backButtonTitle>>(),
     method<"setHidesBackButton:", &setField<&NavigationItemObject::hidesBackButton>>(),
+    method<"setHidesSearchBarWhenScrolling:", &setHidesSearchBar>().since(11),
     method<"setLargeTitleDisplayMode:", &setField<&NavigationItemObject::largeTitleDisplayMode>>(),
     method<"setLeftBarButtonItem:", &setSingle<&NavigationItemObject::leftItems>>(),
     method<"setLeftBarButtonItem:animated:", &setSingleAnimated<&NavigationItemObject::leftItems>>(),
@@ -80,6 +100,7 @@ constexpr MethodDefinition itemMethods[] {
     method<"setRightBarButtonItem:", &setSingle<&NavigationItemObject::rightItems>>(),
     method<"setRightBarButtonItem:animated:", &setSingleAnimated<&NavigationItemObject::rightItems>>(),
     method<"setRightBarButtonItems:", &setField<&NavigationItemObject::rightItems>>(),
+    method<"setSearchController:", &setSearchController>().since(11),
     method<"setTitle:", &setField<&NavigationItemObject::title>>(),
     method<"setTitleView:", &setField<&NavigationItemObject::titleView>>(),
     getter<"title", &NavigationItemObject::title>(),

@@ -3,6 +3,7 @@
 #include "platform/dispatch/clock.h"
 #include "platform/runtime/message.h"
 #include "platform/uikit/frames.h"
+#include "platform/uikit/navigation.h"
 #include "platform/uikit/window.h"
 
 #include <cmath>
@@ -198,6 +199,7 @@ void ScrollViewObject::didScroll()
 {
     if (tracking_ || motion_ != Motion::None)
         showIndicators();
+    contentDidScroll(*this, bounds.origin.y + adjustedContentInset().top);
     ask<"scrollViewDidScroll:", void>(delegate, id(this));
 }
 

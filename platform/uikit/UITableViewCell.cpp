@@ -154,6 +154,7 @@ Ref<ViewObject> TableCellObject::makeLabel(double fontSize)
 {
     const id label = send<"new">(id(classNamed<"UILabel">()));
     send<"setFont:", void>(label, fontObject({ .size = fontSize }));
+    send<"setTextColor:", void>(label, send<"labelColor">(id(classNamed<"UIColor">())));
     send<"addSubview:", void>(contentView(), label);
     return Ref<ViewObject>(asViewObject(label));
 }
@@ -179,7 +180,7 @@ id TableCellObject::detailTextLabel()
                 : style_ == CellStyle::Value2             ? value2Size
                                                           : textSize);
         if (style_ == CellStyle::Value1)
-            send<"setTextColor:", void>(id(detail_), colorObject(shade::secondaryLabel.color()));
+            send<"setTextColor:", void>(id(detail_), send<"secondaryLabelColor">(id(classNamed<"UIColor">())));
     }
     return id(detail_);
 }

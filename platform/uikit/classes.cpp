@@ -14,6 +14,7 @@
 #include "platform/uikit/renderer.h"
 #include "platform/uikit/screen_picture.h"
 #include "platform/uikit/scroll_view.h"
+#include "platform/uikit/search.h"
 #include "platform/uikit/table_view.h"
 #include "platform/uikit/text_field.h"
 #include "platform/uikit/text_positions.h"
@@ -134,6 +135,9 @@ constexpr const ClassDefinition* classes[] {
     &UIScreen_class,
     &UIScreenFunctions_class,
     &ScrollViewObject::definition,
+    &SearchBarObject::definition,
+    &SearchControllerObject::definition,
+    &UISearchTextField_class,
     &UISelectionFeedbackGenerator_class,
     &UISheetPresentation_class,
     &UIStackView_class,
@@ -141,6 +145,7 @@ constexpr const ClassDefinition* classes[] {
     &UISwitch_class,
     &TableViewObject::definition,
     &TableCellObject::definition,
+    &UITableViewController_class,
     &TableSectionViewObject::definition,
     &UITapGestureRecognizer_class,
     &TextFieldObject::definition,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/uikit/search.h"
 #include "platform/uikit/transitions.h"
 
 namespace platform {
@@ -20,6 +21,10 @@ public:
     bool hidesBackButton = false;
     bool leftItemsSupplementBackButton = false;
     NSInteger largeTitleDisplayMode = 0;
+    id searchController {};
+    bool hidesSearchBarWhenScrolling = true;
+
+    SearchControllerObject* search() const { return as<SearchControllerObject>(searchController); }
 
     Weak<NavigationBarObject> bar {}; ///< the one that shows it
 };
@@ -61,16 +66,27 @@ public:
     void setItems(const std::vector<Ref<NavigationItemObject>>& items);
     const std::vector<Ref<NavigationItemObject>>& items() const noexcept { return items_; }
     void layOut();
+    /// Below the screen's own bars, as far as the content may count on: with the search bar, and without the row of
+    /// title and buttons while a search has taken its place.
+    double height() const;
+    /// By so much the search bar has gone with the content that is scrolled under it.
+    void collapseSearch(double by);
+    double collapsed() const noexcept { return collapsed_; }
 
 private:
     void addSide(const id& list, bool leading, double& used);
     void addBack(double& used);
     void addTitle(double leading, double trailing);
+    SearchControllerObject* search() const { return items_.empty() ? nullptr : items_.back()->search(); }
+    bool isSearchAlone() const;
+    void showSearch();
 
     std::vector<Ref<NavigationItemObject>> items_ {};
     Ref<ViewObject> ground_ {};
     Ref<ViewObject> line_ {};
     Ref<ViewObject> content_ {};
+    Ref<ViewObject> search_ {}; ///< the bar of the search that is shown
+    double collapsed_ = 0;
 };
 
 /// Controllers one upon the other, of which the topmost is seen.
@@ -94,6 +110,10 @@ public:
 
     void layOut();
     void goBack();
+    /// A search in what is on top has begun or ended.
+    void searchChanged();
+    /// What is on top has been scrolled so far from its beginning.
+    void contentScrolled(double distance);
     void edgeSwiped(const id& gesture);
     bool edgeShouldBegin(const id& gesture);
 
@@ -122,6 +142,10 @@ id makeNavigationSlide(bool isPop);
 constexpr double navigationDuration = 0.35;
 constexpr double navigationParallax = 0.3; ///< how far what is covered goes along
 bool runsRightToLeft(const ViewObject& view);
+
+/// The view has been scrolled so far from its beginning: if it is what a navigation controller shows, its search bar
+/// may go along.
+void contentDidScroll(const ViewObject& view, double distance);
 
 /// The nearest that holds the controller; nil for none.
 id navigationControllerOf(const ViewControllerObject& controller);
