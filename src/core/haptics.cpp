@@ -11,4 +11,9 @@ void playImpactHaptic()
     ask<"impactOccurred", void>(askObject<"new">(id(classNamed<"UIImpactFeedbackGenerator">())));
 }
 
+void playSelectionHaptic()
+{
+    ask<"selectionChanged", void>(askObject<"new">(id(classNamed<"UISelectionFeedbackGenerator">())));
+}
+
 } // namespace appledger

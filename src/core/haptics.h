@@ -2,7 +2,11 @@
 
 namespace appledger {
 
-/// `[[UIImpactFeedbackGenerator new] impactOccurred]`; nothing where the system has no such class.
+// Nothing where the system has no such class.
+
+/// `[[UIImpactFeedbackGenerator new] impactOccurred]`.
 void playImpactHaptic();
+/// `[[UISelectionFeedbackGenerator new] selectionChanged]`.
+void playSelectionHaptic();
 
 } // namespace appledger

@@ -4,6 +4,8 @@
 #include "core/resources.h"
 #include "core/settings.h"
 #include "icons/icon_store.h"
+#include "panel/actions_bar_view.h"
+#include "panel/section_header_views.h"
 #include "panel/window/panel_window.h"
 #include "panel/window/presentation_animator.h"
 #include "panel/window/presentation_configuration.h"
@@ -22,6 +24,8 @@ namespace {
 // clang-format off
 constexpr const ClassDefinition* classes[] {
     // sorted
+    &ALActionButton_class,
+    &ALActionsBarView_class,
     &ALAppLedger::definition,
     &ALAppLedgerGroup::definition,
     &ALAppearance::definition,
@@ -29,10 +33,12 @@ constexpr const ClassDefinition* classes[] {
     &ALDataPresentationConfiguration::definition,
     &ALDataPresentationController_class,
     &ALDataPresentationManager::definition,
+    &ALExpandableSectionHeaderView_class,
     &ALHelper::definition,
     &ALIconStore::definition,
     &ALPanelWindow_class,
     &ALSettings::definition,
+    &ALTitleSectionHeaderView_class,
     &CustomToastView_class,
     // end sorted
 };
