@@ -38,6 +38,8 @@ public:
     InstalledApplication application;
 
     id bundleIdentifier() const { return textOrNil(application.bundleIdentifier); }
+    id localizedName() const { return textOrNil(application.displayName); }
+    id localizedShortName() const { return information("CFBundleName"); }
     id shortVersionString() const { return information("CFBundleShortVersionString"); }
     id bundleVersion() const { return information("CFBundleVersion"); }
     id bundleUrl() const { return urlOrNil(application.bundlePath); }
@@ -106,6 +108,8 @@ constexpr MethodDefinition methods[] {
     method<"isAppStoreVendable", &LSApplicationProxy::isAppStoreVendable>(),
     method<"isDeletable", &LSApplicationProxy::isDeletable>(),
     method<"itemID", &LSApplicationProxy::itemId>(),
+    method<"localizedName", &LSApplicationProxy::localizedName>(),
+    method<"localizedShortName", &LSApplicationProxy::localizedShortName>(),
     method<"shortVersionString", &LSApplicationProxy::shortVersionString>(),
     method<"staticDiskUsage", &LSApplicationProxy::staticDiskUsage>(),
 };

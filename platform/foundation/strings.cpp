@@ -108,6 +108,36 @@ std::wstring foldedText(std::string_view text)
     return folded;
 }
 
+void appendUtf8(std::string& text, wchar_t character)
+{
+    const auto code = static_cast<std::uint32_t>(character);
+    const auto append = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
+    const auto continuation = [&](int shift) { append(0x80 | (code >> shift & 0x3F)); };
+    if (code < 0x80) {
+        append(code);
+    } else if (code < 0x800) {
+        append(0xC0 | code >> 6);
+        continuation(0);
+    } else if (code < 0x10000) {
+        append(0xE0 | code >> 12);
+        continuation(6);
+        continuation(0);
+    } else {
+        append(0xF0 | code >> 18);
+        continuation(12);
+        continuation(6);
+        continuation(0);
+    }
+}
+
+id String_lowercaseString(const id& self, SEL)
+{
+    std::string lower;
+    for (const wchar_t character : foldedText(stringOf(self).text))
+        appendUtf8(lower, character);
+    return string(lower);
+}
+
 NSInteger String_localizedCaseInsensitiveCompare(const id& self, SEL, const id& other)
 {
     const auto text = asString(other);
@@ -169,6 +199,7 @@ constexpr MethodDefinition methods[] {
     method<"length", &String_length>(),
     method<"localizedCaseInsensitiveCompare:", &String_localizedCaseInsensitiveCompare>(),
     method<"longLongValue", &String_integerValue>(),
+    method<"lowercaseString", &String_lowercaseString>(),
     method<"stringByAddingPercentEncodingWithAllowedCharacters:", &String_percentEncoded>(),
     method<"stringByAppendingString:", &String_stringByAppendingString>(),
 };

@@ -5,6 +5,7 @@
 #include "core/settings.h"
 #include "icons/icon_store.h"
 #include "panel/actions_bar_view.h"
+#include "panel/redirect_app_selector.h"
 #include "panel/section_header_views.h"
 #include "panel/window/panel_window.h"
 #include "panel/window/presentation_animator.h"
@@ -37,6 +38,7 @@ constexpr const ClassDefinition* classes[] {
     &ALHelper::definition,
     &ALIconStore::definition,
     &ALPanelWindow_class,
+    &ALRedirectAppSelector_class,
     &ALSettings::definition,
     &ALTitleSectionHeaderView_class,
     &CustomToastView_class,
