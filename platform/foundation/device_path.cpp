@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <linux/openat2.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 #include <vector>
@@ -29,6 +30,15 @@ struct Root {
 };
 
 std::atomic<const Root*> presentRoot { nullptr };
+
+bool isOneFolder(int one, int other)
+{
+    struct stat first { };
+    struct stat second { };
+    return ::fstat(one, &first) == 0 && ::fstat(other, &second) == 0 && first.st_dev == second.st_dev
+        && first.st_ino == second.st_ino;
+}
+
 std::atomic<detail::KernelHelp> presentHelp { detail::KernelHelp::Asked };
 
 /// An `errno` for a path that names nothing whatever is on the disk, else 0.
@@ -198,6 +208,8 @@ bool setDeviceRoot(const std::string& directory)
     if (!descriptor || problem)
         return false;
     const Root* const former = presentRoot.load(std::memory_order_relaxed);
+    if (former && former->hostPath == hostPath && isOneFolder(former->directory.get(), descriptor.get()))
+        return true;
     presentRoot.store(new Root { std::move(descriptor), std::move(hostPath), former }, std::memory_order_release);
     return true;
 }

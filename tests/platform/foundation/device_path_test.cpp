@@ -189,6 +189,21 @@ TEST(DevicePaths, BothWaysAgreeOnRandomPaths)
     EXPECT_GT(existing, 200);
 }
 
+TEST(DevicePaths, TheSameRootAgainTakesNothing)
+{
+    const DeviceRoot root;
+    const auto open = [] { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); };
+    const auto before = open();
+    for (int round = 0; round < 10; ++round)
+        EXPECT_TRUE(setDeviceRoot(root.root()));
+    EXPECT_EQ(open(), before);
+    std::filesystem::rename(root.root(), root.outside() / "aside");
+    std::filesystem::create_directory(root.root());
+    EXPECT_TRUE(setDeviceRoot(root.root())) << "another folder of the name";
+    EXPECT_EQ(writeFileAtomically("/x", ""), 0);
+    EXPECT_TRUE(std::filesystem::exists(root.at("/x")));
+}
+
 TEST(DevicePaths, NothingExistsWithoutARoot)
 {
     EXPECT_EQ(kindName("/"), "missing");
