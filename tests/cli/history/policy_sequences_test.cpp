@@ -189,7 +189,7 @@ private:
             },
             [key, value](PolicySession& session) {
                 session.want(nameOf(key), value);
-                EXPECT_TRUE(session.commit({ .verb = "edit" }).isDone());
+                EXPECT_EQ(session.commit({ .verb = "edit" }).problem, "");
             } };
     }
 
@@ -270,7 +270,7 @@ private:
                 const SetReading reading = setFromBytes(bytes);
                 ASSERT_EQ(reading.problem, "");
                 wantSet(session, reading.set, mode);
-                EXPECT_TRUE(session.commit({ .verb = "import" }).isDone());
+                EXPECT_EQ(session.commit({ .verb = "import" }).problem, "");
             } };
     }
 
@@ -293,7 +293,7 @@ private:
             },
             [application](PolicySession& session) {
                 wantReset(session, { application });
-                EXPECT_TRUE(session.commit({ .verb = "reset" }).isDone());
+                EXPECT_EQ(session.commit({ .verb = "reset" }).problem, "");
             } };
     }
 
@@ -314,7 +314,7 @@ private:
             [this, name](PolicySession& session) {
                 std::string problem;
                 wantSet(session, readProfiles(*directory_, problem).at(name), SetMode::Replace);
-                EXPECT_TRUE(session.commit({ .verb = "profile use" }).isDone());
+                EXPECT_EQ(session.commit({ .verb = "profile use" }).problem, "");
             } };
     }
 
