@@ -11,6 +11,7 @@
 #include <cstring>
 #include <iterator>
 #include <set>
+#include <tuple>
 
 namespace phone {
 
@@ -31,12 +32,34 @@ bool isBundle(std::string_view name)
     return name.ends_with(".app");
 }
 
+/// `isPlaceholder`: the folder that the bundle stands in says that nothing but its data is left.
+InstalledApplication readBundle(const std::string& bundlePath, bool isPlaceholder)
+{
+    InstalledApplication application;
+    application.information = dictionaryWithContentsOfFile(pathByAppending(bundlePath, "Info.plist"));
+    const DictionaryValue information = pairsOf(application.information);
+    application.bundleIdentifier = textOr(information, "CFBundleIdentifier", "");
+    const std::string name = textOr(information, "CFBundleName", application.bundleIdentifier);
+    application.displayName = textOr(information, "CFBundleDisplayName", name);
+    application.version = textOr(information, "CFBundleShortVersionString", "1");
+    application.bundlePath = bundlePath;
+    application.executablePath = pathByAppending(bundlePath, textOr(information, "CFBundleExecutable", name));
+    application.isSystem = pathByDeletingLastComponent(bundlePath) == systemApplications;
+    application.isPlaceholder = !application.isSystem && isPlaceholder;
+    for (const id& item : itemsOf(information["SBAppTags"]))
+        if (const auto tag = asString(item))
+            application.tags.push_back(tag->text());
+    return application;
+}
+
 void readFolder(const std::string& folder, std::vector<InstalledApplication>& applications)
 {
-    for (const std::string& entry : directoryEntries(folder)) {
+    const std::vector<std::string> entries = directoryEntries(folder);
+    const bool isPlaceholder = std::ranges::find(entries, placeholderMark) != entries.end();
+    for (const std::string& entry : entries) {
         if (!isBundle(entry))
             continue;
-        InstalledApplication application = applicationInBundle(pathByAppending(folder, entry));
+        InstalledApplication application = readBundle(pathByAppending(folder, entry), isPlaceholder);
         if (!application.bundleIdentifier.empty())
             applications.push_back(std::move(application));
     }
@@ -82,22 +105,8 @@ std::string folderToRemove(const InstalledApplication& application)
 
 InstalledApplication applicationInBundle(const std::string& bundlePath)
 {
-    InstalledApplication application;
-    application.information = dictionaryWithContentsOfFile(pathByAppending(bundlePath, "Info.plist"));
-    const DictionaryValue information = pairsOf(application.information);
-    application.bundleIdentifier = textOr(information, "CFBundleIdentifier", "");
-    const std::string name = textOr(information, "CFBundleName", application.bundleIdentifier);
-    application.displayName = textOr(information, "CFBundleDisplayName", name);
-    application.version = textOr(information, "CFBundleShortVersionString", "1");
-    application.bundlePath = bundlePath;
-    application.executablePath = pathByAppending(bundlePath, textOr(information, "CFBundleExecutable", name));
-    application.isSystem = pathByDeletingLastComponent(bundlePath) == systemApplications;
-    application.isPlaceholder
-        = !application.isSystem && fileExists(pathByAppending(bundleContainerOf(application), placeholderMark));
-    for (const id& item : itemsOf(information["SBAppTags"]))
-        if (const auto tag = asString(item))
-            application.tags.push_back(tag->text());
-    return application;
+    return readBundle(
+        bundlePath, fileExists(pathByAppending(pathByDeletingLastComponent(bundlePath), placeholderMark)));
 }
 
 std::vector<InstalledApplication> installedApplications()
@@ -107,7 +116,7 @@ std::vector<InstalledApplication> installedApplications()
     std::erase_if(applications,
         [&](const InstalledApplication& one) { return !identifiers.insert(one.bundleIdentifier).second; });
     std::ranges::sort(applications, {}, [](const InstalledApplication& application) {
-        return std::pair(application.displayName, application.bundleIdentifier);
+        return std::tie(application.displayName, application.bundleIdentifier);
     });
     return applications;
 }
