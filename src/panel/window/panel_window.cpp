@@ -141,11 +141,12 @@ void presentInDedicatedWindow(const id& controller)
 
 void takeDownPanelWindow()
 {
-    const UIWindow window(std::exchange(al_panelWindow(), nil));
+    const UIWindow window(al_panelWindow());
     if (!window)
         return;
     window.setHidden(true);
     window.setRootViewController(nullptr);
+    al_panelWindow() = nil;
 }
 
 id panelWindow()
