@@ -2,6 +2,7 @@
 
 #include "core/appearance.h"
 #include "panel/actions_bar_view.h"
+#include "panel/template_image.h"
 
 namespace appledger {
 
@@ -35,12 +36,6 @@ UILabel makeLabel(const UIView& button, const id& text)
     return label;
 }
 
-id templateOf(const id& image)
-{
-    constexpr NSInteger alwaysTemplate = 2;
-    return ask<"imageWithRenderingMode:">(image, alwaysTemplate).value_or(image);
-}
-
 /// The colours of the appearance as it is now.
 void layoutSubviews(const id& self, SEL)
 {
@@ -70,7 +65,7 @@ UIButton makeActionButton(const id& title, const id& detail, const id& image, co
     ActionButtonFields& fields = fieldsIn(button);
     fields.actionBlock = handler;
 
-    const UIImageView picture = UIImageView::withImage(UIImage(templateOf(image)));
+    const UIImageView picture = UIImageView::withImage(UIImage(templateImage(image)));
     picture.setContentMode(UIViewContentMode::ScaleAspectFit);
     picture.setTranslatesAutoresizingMaskIntoConstraints(false);
     button.addSubview(picture);

@@ -2,21 +2,12 @@
 
 #include "core/appearance.h"
 #include "core/resources.h"
+#include "panel/template_image.h"
 #include "platform/screen/framework.h"
 
 namespace appledger {
 
 using namespace platform;
-
-namespace {
-
-id asTemplate(const id& image)
-{
-    constexpr NSInteger alwaysTemplate = 2;
-    return askObject<"imageWithRenderingMode:">(image, alwaysTemplate);
-}
-
-} // namespace
 
 UILabel makeHeaderLabel(const UIView& holder, CGFloat fontSize)
 {
@@ -40,7 +31,7 @@ UIImageView makeHeaderImageView(const UIView& holder, CGSize size)
 
 id templatePicture(std::string_view name)
 {
-    return asTemplate(ALHelper::imageNamed(string(name)));
+    return templateImage(ALHelper::imageNamed(string(name)));
 }
 
 id makeThumbnail(CGSize size, const id& image)
@@ -52,7 +43,7 @@ id makeThumbnail(CGSize size, const id& image)
     UIImage(image).drawInRect({ {}, size });
     const id drawn = UIGraphicsGetImageFromCurrentImageContext();
     UIGraphicsEndImageContext();
-    return asTemplate(drawn);
+    return templateImage(drawn);
 }
 
 void colorHeader(const id& label, const id& imageView)
